@@ -1,0 +1,68 @@
+// The installation's configuration (etc/stashwell.conf under the root, format
+// in docs/configuration.md) as the backup system's configuration services
+// present it: the configuration reader QbConfReader for the catalog server,
+// the master configuration record, and lookups that the other platform
+// stand-ins (data-access layer, catalog library, ORB wrapper) use.
+#ifndef PLATFORM_CONFIG_H_
+#define PLATFORM_CONFIG_H_
+
+#include <cstdint>
+#include <string>
+#include <vector>
+
+// Certificate-use modes of the master configuration.
+enum { USE_QZSS_AUTOMATIC = 0, USE_QZSS_REQUIRED = 1, USE_QZSS_PROHIBITED = 2 };
+
+// Units of the import-confirmation threshold.
+enum ConfigUnits { CONFIG_UNITS_SECONDS = 0, CONFIG_UNITS_MINUTES, CONFIG_UNITS_HOURS, CONFIG_UNITS_DAYS };
+
+// Reads the configuration file when constructed. A missing, unreadable or
+// malformed file leaves it without data (malformed lines are reported on
+// standard error with their line numbers).
+class QbConfReader {
+ public:
+  QbConfReader();
+  QbConfReader(const QbConfReader&) = delete;
+  QbConfReader& operator=(const QbConfReader&) = delete;
+
+  bool hasData() const { return hasData_; }
+  // Catalog server name; empty when not defined.
+  const std::string& getEmmServer() const { return emmServer_; }
+  unsigned short getEmmPort() const { return emmPort_; }
+  // The further catalog text (EMM_CATALOG as written); empty when absent.
+  const std::string& getEmmCatalog() const { return emmCatalog_; }
+
+ private:
+  bool hasData_ = false;
+  std::string emmServer_;
+  unsigned short emmPort_ = 0;
+  std::string emmCatalog_;
+};
+
+// The master configuration record.
+struct SW_MASTER_CONFIG {
+  bool hasMasterList = false;              // at least one MASTER_SERVER line
+  std::vector<std::string> masterServers;  // first entry: this master
+  long importConfThresholdValue = 1;
+  ConfigUnits importConfThresholdUnits = CONFIG_UNITS_HOURS;
+  int useQzss = USE_QZSS_AUTOMATIC;
+};
+
+// Reads the master configuration; 0 on success, otherwise a non-zero status
+// (an errno value for an unreadable file, EINVAL for a malformed one).
+int SW_read_master_config();
+// The record filled by the last successful SW_read_master_config; never null.
+const SW_MASTER_CONFIG* get_master_config_ptr();
+// The value in seconds of a number of configuration units.
+int64_t computeConfigUnitsBaseValue(long value, ConfigUnits units);
+
+// Lookups for the other platform stand-ins. Each reads the configuration file
+// on first use.
+// Absolute path of the catalog database (EMM_CATALOG resolved against the root).
+std::string SW_catalog_path();
+// Milliseconds to wait for a catalog that another process is writing.
+int SW_catalog_busy_timeout_ms();
+// IIOP port of a service daemon (DAEMON_PORT.<daemon>); 0 when not configured.
+int SW_daemon_port(const char* daemonName);
+
+#endif  // PLATFORM_CONFIG_H_

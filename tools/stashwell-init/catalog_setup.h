@@ -1,0 +1,19 @@
+// The catalog part of stashwell-init: the empty catalog database and the demo
+// data.
+#ifndef TOOLS_STASHWELL_INIT_CATALOG_SETUP_H_
+#define TOOLS_STASHWELL_INIT_CATALOG_SETUP_H_
+
+#include <string>
+
+// Creates the catalog database at `path` with the catalog schema; `master` is
+// this master server's name (recorded as a machine of the catalog). Returns
+// true on success, else false with a message in *error.
+bool CreateCatalogDatabase(const std::string& path, const std::string& master,
+                           std::string* error);
+
+// Fills the catalog at `path` with `images` demo images; the same seed gives
+// the same catalog. Returns true on success, else false with *error.
+bool FillDemoCatalog(const std::string& path, const std::string& master, long images,
+                     unsigned seed, std::string* error);
+
+#endif  // TOOLS_STASHWELL_INIT_CATALOG_SETUP_H_

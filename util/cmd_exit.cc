@@ -1,0 +1,15 @@
+// CmdExit.
+#include "util/cmd_exit.h"
+
+#include <cstdio>
+#include <cstdlib>
+#include <string>
+
+#include "platform/debuglog.h"
+#include "util/process.h"
+
+void CmdExit(int status) {
+  std::string line = "EXITING, status= " + std::to_string(status);
+  logmsg(2, line.c_str(), progname.c_str());
+  exit(status);
+}
