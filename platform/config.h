@@ -2,11 +2,13 @@
 // in docs/configuration.md) as the backup system's configuration services
 // present it: the configuration reader QbConfReader for the catalog server,
 // the master configuration record, and lookups that the other platform
-// stand-ins (data-access layer, catalog library, ORB wrapper) use.
+// stand-ins (data-access layer, catalog library, ORB wrapper, debug log,
+// authorization) use.
 #ifndef PLATFORM_CONFIG_H_
 #define PLATFORM_CONFIG_H_
 
 #include <cstdint>
+#include <map>
 #include <string>
 #include <vector>
 
@@ -15,6 +17,39 @@ enum { USE_QZSS_AUTOMATIC = 0, USE_QZSS_REQUIRED = 1, USE_QZSS_PROHIBITED = 2 };
 
 // Units of the import-confirmation threshold.
 enum ConfigUnits { CONFIG_UNITS_SECONDS = 0, CONFIG_UNITS_MINUTES, CONFIG_UNITS_HOURS, CONFIG_UNITS_DAYS };
+
+// Everything the configuration file holds, with the defaults of
+// docs/configuration.md for keys that are absent.
+struct StashwellConfig {
+  std::string emmServer;
+  unsigned short emmPort = 1556;
+  std::string emmCatalog;  // as written; empty when absent
+  bool hasMasterList = false;
+  std::vector<std::string> masterServers;
+  long importConfThresholdValue = 1;
+  ConfigUnits importConfThresholdUnits = CONFIG_UNITS_HOURS;
+  int useQzss = USE_QZSS_AUTOMATIC;
+  int verbose = 0;
+  std::map<std::string, int> programVerbose;  // VERBOSE.<program>
+  std::vector<std::string> adminUsers;
+  std::vector<std::string> adminGroups;
+  std::map<std::string, int> daemonPorts;  // DAEMON_PORT.<daemon>
+  int catalogBusyTimeoutMs = 30000;
+};
+
+// Parses configuration text. Returns true when every line is well formed;
+// otherwise false, with one "<name>:<line>: <what is wrong>" entry per bad
+// line appended to *errors (`name` is the file name used in those entries).
+bool ParseStashwellConfig(const std::string& text, const std::string& name,
+                          StashwellConfig* config, std::vector<std::string>* errors);
+
+// Absolute path of the configuration file, <root>/etc/stashwell.conf.
+std::string SW_config_path();
+
+// Reads and parses the configuration file into *config. Returns 0, or an
+// errno value for a file that cannot be read, or EINVAL for a malformed one
+// (whose bad lines are then written to standard error).
+int SW_load_config(StashwellConfig* config);
 
 // Reads the configuration file when constructed. A missing, unreadable or
 // malformed file leaves it without data (malformed lines are reported on
@@ -56,13 +91,16 @@ const SW_MASTER_CONFIG* get_master_config_ptr();
 // The value in seconds of a number of configuration units.
 int64_t computeConfigUnitsBaseValue(long value, ConfigUnits units);
 
-// Lookups for the other platform stand-ins. Each reads the configuration file
-// on first use.
+// Lookups for the other platform stand-ins. Each uses the configuration read
+// last by QbConfReader or SW_read_master_config, reading the file on first
+// use; an unreadable file gives the defaults.
 // Absolute path of the catalog database (EMM_CATALOG resolved against the root).
 std::string SW_catalog_path();
 // Milliseconds to wait for a catalog that another process is writing.
 int SW_catalog_busy_timeout_ms();
 // IIOP port of a service daemon (DAEMON_PORT.<daemon>); 0 when not configured.
 int SW_daemon_port(const char* daemonName);
+// The whole configuration; never null.
+const StashwellConfig* SW_config();
 
 #endif  // PLATFORM_CONFIG_H_

@@ -1,26 +1,21 @@
-// Message printing: catalog lookup through zkgetmsg into localizedMsg.
+// Message printing: the catalog text of the id for lc_messages (or the
+// default text) formatted into localizedMsg by zkgetmsg, then written out.
 #include "util/message.h"
 
 #include <cstdarg>
 #include <cstring>
 
+#include "platform/msgcat.h"
+#include "util/process.h"
+
 char localizedMsg[8192];
 char msgBuffer[8192];
-
-namespace {
-
-const char* VLocalize(const char* id, const char* defaultFormat, va_list ap) {
-  (void)id;
-  vsnprintf(localizedMsg, sizeof localizedMsg, defaultFormat, ap);
-  return localizedMsg;
-}
-
-}  // namespace
 
 const char* LocalizeMsg(const char* id, const char* defaultFormat, ...) {
   va_list ap;
   va_start(ap, defaultFormat);
-  VLocalize(id, defaultFormat, ap);
+  vzkgetmsg(id, lc_messages, sizeof localizedMsg, localizedMsg, nullptr, 0, nullptr,
+            defaultFormat, ap);
   va_end(ap);
   return localizedMsg;
 }
@@ -28,7 +23,8 @@ const char* LocalizeMsg(const char* id, const char* defaultFormat, ...) {
 const char* PrintMsg(FILE* stream, const char* id, const char* defaultFormat, ...) {
   va_list ap;
   va_start(ap, defaultFormat);
-  VLocalize(id, defaultFormat, ap);
+  vzkgetmsg(id, lc_messages, sizeof localizedMsg, localizedMsg, nullptr, 0, nullptr,
+            defaultFormat, ap);
   va_end(ap);
   fputs(localizedMsg, stream);
   size_t n = strlen(defaultFormat);
