@@ -1,0 +1,241 @@
+// Dialect translation: tokenize, let each rewrite rule mark its replacements
+// on the significant tokens, then join the tokens again.
+#include "platform/dal/sql_dialect.h"
+
+#include <string>
+#include <vector>
+
+#include "platform/dal/sql_tokenizer.h"
+
+namespace Corvela {
+namespace Dal {
+
+namespace {
+
+// Schema qualifiers of the native engine; the catalog keeps every table in
+// one SQLite database, so the qualifier is dropped.
+const char* const kSchemas[] = {"EMM_MAIN", "DBM_MAIN", "SLP_MAIN"};
+
+// Functions that SQLite knows under another name.
+struct FunctionRename {
+  const char* from;
+  const char* to;
+};
+const FunctionRename kFunctionRenames[] = {
+    {"ISNULL", "COALESCE"},
+};
+
+// Functions whose first argument is a bare date-part keyword.
+const char* const kDatePartFunctions[] = {"DATEDIFF", "DATEADD"};
+
+// Keywords of the native IF expression and their CASE counterparts.
+struct KeywordRewrite {
+  const char* from;
+  const char* to;
+  int depthChange;  // +1 opens an IF expression, -1 closes one
+};
+const KeywordRewrite kIfKeywords[] = {
+    {"IF", "CASE WHEN", +1},
+    {"ELSEIF", "WHEN", 0},
+    {"ENDIF", "END", -1},
+};
+// IF after these words belongs to SQLite's own IF [NOT] EXISTS.
+const char* const kIfExistsContext[] = {"TABLE", "INDEX", "VIEW", "TRIGGER"};
+
+const char* const kCompoundOperators[] = {"UNION", "EXCEPT", "INTERSECT"};
+
+// Columns that hold date-times. The catalog stores them as text
+// 'YYYY-MM-DD HH:MM:SS' in some tables and as seconds since 1970 in others;
+// compared with a number they are compared by their seconds since 1970.
+const char* const kDateTimeColumns[] = {"CreatedDateTime", "LastRetryTime"};
+const char kEpochSecondsOpen[] = "DATEDIFF('SECOND', '1970-01-01 00:00:00', ";
+
+template <size_t N>
+bool InList(std::string_view name, const char* const (&list)[N]) {
+  for (const char* item : list) {
+    if (EqualsIgnoreCase(name, item)) return true;
+  }
+  return false;
+}
+
+class Translator {
+ public:
+  explicit Translator(std::string_view sql) : tokens_(TokenizeSql(sql)) {
+    for (size_t i = 0; i < tokens_.size(); ++i) {
+      out_.emplace_back(tokens_[i].text);
+      if (tokens_[i].IsSignificant()) sig_.push_back(i);
+    }
+  }
+
+  std::string Run() {
+    StripSchemas();
+    RenameFunctions();
+    QuoteDateParts();
+    RewriteIfExpressions();
+    UnwrapCompoundOperands();
+    CompareDateTimesAsSeconds();
+    std::string result;
+    for (const std::string& piece : out_) result += piece;
+    return result;
+  }
+
+ private:
+  // The significant token at position p, or a blank placeholder past the end.
+  const SqlToken& At(size_t p) const {
+    static const SqlToken kNone{SqlTokenKind::kSpace, ""};
+    return p < sig_.size() ? tokens_[sig_[p]] : kNone;
+  }
+  std::string& Out(size_t p) { return out_[sig_[p]]; }
+
+  static bool IsName(const SqlToken& t) {
+    return t.kind == SqlTokenKind::kWord || t.kind == SqlTokenKind::kQuotedIdent;
+  }
+
+  // Position of the ')' that closes the '(' at p, or sig_.size().
+  size_t MatchingParen(size_t p) const {
+    int depth = 0;
+    for (size_t q = p; q < sig_.size(); ++q) {
+      if (At(q).IsPunct('(')) ++depth;
+      if (At(q).IsPunct(')') && --depth == 0) return q;
+    }
+    return sig_.size();
+  }
+
+  void StripSchemas() {
+    for (size_t p = 0; p + 2 < sig_.size(); ++p) {
+      if (!IsName(At(p)) || !InList(At(p).IdentifierName(), kSchemas)) continue;
+      if (!At(p + 1).IsPunct('.') || !IsName(At(p + 2))) continue;
+      if (p > 0 && At(p - 1).IsPunct('.')) continue;
+      for (size_t i = sig_[p]; i < sig_[p + 2]; ++i) out_[i].clear();
+    }
+  }
+
+  void RenameFunctions() {
+    for (size_t p = 0; p + 1 < sig_.size(); ++p) {
+      if (!At(p + 1).IsPunct('(')) continue;
+      for (const FunctionRename& r : kFunctionRenames) {
+        if (At(p).IsWord(r.from)) Out(p) = r.to;
+      }
+    }
+  }
+
+  void QuoteDateParts() {
+    for (size_t p = 0; p + 3 < sig_.size(); ++p) {
+      if (At(p).kind != SqlTokenKind::kWord || !InList(At(p).text, kDatePartFunctions)) continue;
+      if (!At(p + 1).IsPunct('(') || At(p + 2).kind != SqlTokenKind::kWord ||
+          !At(p + 3).IsPunct(',')) {
+        continue;
+      }
+      std::string part;
+      for (char c : At(p + 2).text) part += static_cast<char>(toupper(static_cast<unsigned char>(c)));
+      Out(p + 2) = "'" + part + "'";
+    }
+  }
+
+  void RewriteIfExpressions() {
+    int depth = 0;
+    for (size_t p = 0; p < sig_.size(); ++p) {
+      for (const KeywordRewrite& k : kIfKeywords) {
+        if (!At(p).IsWord(k.from)) continue;
+        if (k.depthChange > 0 && p > 0 && At(p - 1).kind == SqlTokenKind::kWord &&
+            InList(At(p - 1).text, kIfExistsContext)) {
+          continue;
+        }
+        if (k.depthChange <= 0 && depth == 0) continue;
+        Out(p) = k.to;
+        depth += k.depthChange;
+      }
+    }
+  }
+
+  bool IsCompoundOperator(size_t p) const {
+    return At(p).kind == SqlTokenKind::kWord && InList(At(p).text, kCompoundOperators);
+  }
+
+  // Drops the parentheses of the sub-select whose '(' is at p.
+  void UnwrapSelect(size_t p) {
+    const size_t close = MatchingParen(p);
+    if (close == sig_.size()) return;
+    Out(p) = " ";
+    Out(close) = " ";
+  }
+
+  void UnwrapCompoundOperands() {
+    if (At(0).IsPunct('(') && At(1).IsWord("SELECT") && IsCompoundOperator(MatchingParen(0) + 1)) {
+      UnwrapSelect(0);
+    }
+    for (size_t p = 0; p < sig_.size(); ++p) {
+      if (!IsCompoundOperator(p)) continue;
+      size_t q = p + 1;
+      if (At(q).IsWord("ALL") || At(q).IsWord("DISTINCT")) ++q;
+      if (At(q).IsPunct('(') && At(q + 1).IsWord("SELECT")) UnwrapSelect(q);
+    }
+  }
+
+  static bool IsComparisonChar(const SqlToken& t) {
+    return t.kind == SqlTokenKind::kPunct && t.text.size() == 1 &&
+           (t.text[0] == '<' || t.text[0] == '>' || t.text[0] == '=' || t.text[0] == '!');
+  }
+  static bool IsScalarOperand(const SqlToken& t) {
+    return t.kind == SqlTokenKind::kParameter || t.kind == SqlTokenKind::kNumber;
+  }
+
+  // True when the column at p is compared, to its right, with a parameter or
+  // a number (or is the left side of BETWEEN).
+  bool ComparedOnRight(size_t p) const {
+    size_t q = p + 1;
+    if (At(q).IsWord("BETWEEN") || (At(q).IsWord("NOT") && At(q + 1).IsWord("BETWEEN"))) {
+      return true;
+    }
+    if (!IsComparisonChar(At(q))) return false;
+    while (IsComparisonChar(At(q))) ++q;
+    if (At(q).IsPunct('-') || At(q).IsPunct('+')) ++q;
+    return IsScalarOperand(At(q));
+  }
+
+  // The same with the parameter or number to the left of the column that
+  // starts at p.
+  bool ComparedOnLeft(size_t p) const {
+    if (p < 2 || !IsComparisonChar(At(p - 1))) return false;
+    size_t q = p - 1;
+    while (q > 0 && IsComparisonChar(At(q))) --q;
+    return IsScalarOperand(At(q));
+  }
+
+  void CompareDateTimesAsSeconds() {
+    bool inSetList = false;  // "col = value" there is an assignment
+    for (size_t p = 0; p < sig_.size(); ++p) {
+      if (At(p).IsWord("SET")) inSetList = true;
+      if (At(p).IsWord("WHERE") || At(p).IsWord("FROM")) inSetList = false;
+      if (inSetList) continue;
+      if (!IsName(At(p)) || !InList(At(p).IdentifierName(), kDateTimeColumns)) continue;
+      if (At(p + 1).IsPunct('.')) continue;  // a qualifier, not the column
+      const size_t start = (p >= 2 && At(p - 1).IsPunct('.') && IsName(At(p - 2))) ? p - 2 : p;
+      if (!ComparedOnRight(p) && !ComparedOnLeft(start)) continue;
+      Out(start) = kEpochSecondsOpen + Out(start);
+      Out(p) += ")";
+    }
+  }
+
+  std::vector<SqlToken> tokens_;
+  std::vector<std::string> out_;  // replacement text of every token
+  std::vector<size_t> sig_;       // indexes of the significant tokens
+};
+
+}  // namespace
+
+std::string TranslateSql(std::string_view sql) { return Translator(sql).Run(); }
+
+const std::string& SqlTranslationCache::Translate(const std::string& sql) {
+  if (capacity_ == 0) {
+    last_ = TranslateSql(sql);
+    return last_;
+  }
+  auto it = cache_.find(sql);
+  if (it != cache_.end()) return it->second;
+  if (cache_.size() >= capacity_) cache_.clear();
+  return cache_.emplace(sql, TranslateSql(sql)).first->second;
+}
+
+}  // namespace Dal
+}  // namespace Corvela

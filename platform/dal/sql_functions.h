@@ -1,0 +1,40 @@
+// SQL functions of the native dialect that SQLite lacks, registered on every
+// catalog connection (the dialect translator quotes their date-part
+// argument, see sql_dialect.h):
+//
+//   DATEDIFF(part, a, b)  number of `part` boundaries from a to b; a and b
+//                         are date-times: text 'YYYY-MM-DD[ HH:MM[:SS[.fff]]]'
+//                         (UTC, also with 'T' and a trailing 'Z') or seconds
+//                         since 1970 as a number. NULL when a or b is NULL.
+//   DATEADD(part, n, d)   d moved by n parts: text 'YYYY-MM-DD HH:MM:SS' when
+//                         d is text, a number of seconds when d is a number.
+//   STRING(a, ...)        the texts of the arguments joined, numbers in
+//                         decimal, NULLs left out; NULL when all are NULL.
+//
+// Date parts: SECOND (SS, S), MINUTE (MI, N), HOUR (HH), DAY (DD, D), any
+// case. An unknown part or a text that is not a date-time is an SQL error.
+#ifndef PLATFORM_DAL_SQL_FUNCTIONS_H_
+#define PLATFORM_DAL_SQL_FUNCTIONS_H_
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+
+struct sqlite3;
+
+namespace Corvela {
+namespace Dal {
+
+// Registers the functions above on `db`; returns an SQLite result code.
+int RegisterDialectFunctions(sqlite3* db);
+
+// Seconds since 1970 of a UTC date-time text; false when it is not one.
+bool ParseDateTime(std::string_view text, int64_t* seconds);
+
+// 'YYYY-MM-DD HH:MM:SS' (UTC) of seconds since 1970.
+std::string FormatDateTime(int64_t seconds);
+
+}  // namespace Dal
+}  // namespace Corvela
+
+#endif  // PLATFORM_DAL_SQL_FUNCTIONS_H_
