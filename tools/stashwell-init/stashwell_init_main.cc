@@ -1,2 +1,134 @@
-// stashwell-init's entry point. (Placeholder until the root layout lands.)
-int main() { return 0; }
+// stashwell-init: lays out a working installation root for cyclectl.
+//
+//   stashwell-init --root DIR [--master NAME] [--emm-server NAME]
+//                  [--with-admin-log] [--force] [--demo N [--seed S]]
+//                  [--share DIR]
+//
+// Master and catalog server names default to the host name; the data files
+// come from ../share/stashwell beside the executable unless --share names
+// another folder. Exit status 0 on success, 1 when the root cannot be laid
+// out, 2 for a bad command line.
+#include <unistd.h>
+
+#include <climits>
+#include <cstdio>
+#include <cstdlib>
+#include <cstring>
+#include <string>
+
+#include "tools/stashwell-init/root_layout.h"
+
+namespace {
+
+const char kUsage[] =
+    "usage: stashwell-init --root DIR [--master NAME] [--emm-server NAME]\n"
+    "                      [--with-admin-log] [--force] [--demo N [--seed S]] [--share DIR]\n";
+
+struct Args {
+  RootOptions options;
+  bool seedGiven = false;
+};
+
+bool SetText(const char* value, std::string* out) {
+  if (!*value) return false;
+  *out = value;
+  return true;
+}
+
+bool SetNumber(const char* value, unsigned long max, unsigned long* out) {
+  if (!*value || strspn(value, "0123456789") != strlen(value) || strlen(value) > 10) return false;
+  unsigned long n = strtoul(value, nullptr, 10);
+  if (n > max) return false;
+  *out = n;
+  return true;
+}
+
+bool SetRoot(Args* a, const char* v) { return SetText(v, &a->options.root); }
+bool SetMaster(Args* a, const char* v) { return SetText(v, &a->options.master); }
+bool SetEmm(Args* a, const char* v) { return SetText(v, &a->options.emmServer); }
+bool SetShare(Args* a, const char* v) { return SetText(v, &a->options.shareDir); }
+bool SetAdminLog(Args* a, const char*) { return a->options.withAdminLog = true; }
+bool SetForce(Args* a, const char*) { return a->options.force = true; }
+bool SetDemo(Args* a, const char* v) {
+  unsigned long n;
+  if (!SetNumber(v, 100000000UL, &n)) return false;
+  a->options.demoImages = static_cast<long>(n);
+  return true;
+}
+bool SetSeed(Args* a, const char* v) {
+  unsigned long n;
+  if (!SetNumber(v, UINT_MAX, &n)) return false;
+  a->options.seed = static_cast<unsigned>(n);
+  a->seedGiven = true;
+  return true;
+}
+
+const struct OptionRow {
+  const char* name;
+  bool takesValue;
+  bool (*set)(Args*, const char*);
+} kOptions[] = {
+    {"--root", true, SetRoot},       {"--master", true, SetMaster},
+    {"--emm-server", true, SetEmm},  {"--with-admin-log", false, SetAdminLog},
+    {"--force", false, SetForce},    {"--demo", true, SetDemo},
+    {"--seed", true, SetSeed},       {"--share", true, SetShare},
+};
+
+[[noreturn]] void UsageError(const std::string& what) {
+  fprintf(stderr, "stashwell-init: %s\n%s", what.c_str(), kUsage);
+  exit(2);
+}
+
+std::string HostName() {
+  char name[256] = "";
+  if (gethostname(name, sizeof name - 1) != 0 || !*name) return "localhost";
+  return name;
+}
+
+// ../share/stashwell beside the executable.
+std::string DefaultShareDir() {
+  char exe[PATH_MAX];
+  ssize_t n = readlink("/proc/self/exe", exe, sizeof exe - 1);
+  if (n <= 0) return "share/stashwell";
+  exe[n] = '\0';
+  std::string dir(exe);
+  dir = dir.substr(0, dir.rfind('/'));
+  return dir + "/../share/stashwell";
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  Args args;
+  for (int i = 1; i < argc; ++i) {
+    if (strcmp(argv[i], "--help") == 0 || strcmp(argv[i], "-h") == 0) {
+      fputs(kUsage, stdout);
+      return 0;
+    }
+    const OptionRow* row = nullptr;
+    for (const OptionRow& r : kOptions)
+      if (strcmp(argv[i], r.name) == 0) row = &r;
+    if (!row) UsageError(std::string("unknown option '") + argv[i] + "'");
+    const char* value = "";
+    if (row->takesValue) {
+      if (i + 1 >= argc) UsageError(std::string("option ") + row->name + " needs a value");
+      value = argv[++i];
+    }
+    if (!row->set(&args, value))
+      UsageError(std::string("bad value '") + value + "' for option " + row->name);
+  }
+  RootOptions& o = args.options;
+  if (o.root.empty()) UsageError("option --root is required");
+  if (args.seedGiven && o.demoImages < 0) UsageError("option --seed goes with --demo");
+  if (o.master.empty()) o.master = HostName();
+  if (o.emmServer.empty()) o.emmServer = HostName();
+  if (o.shareDir.empty()) o.shareDir = DefaultShareDir();
+
+  std::string error;
+  if (!LayOutRoot(o, &error)) {
+    fprintf(stderr, "stashwell-init: %s\n", error.c_str());
+    return 1;
+  }
+  printf("stashwell-init: installation root %s is ready\n", o.root.c_str());
+  return 0;
+}
