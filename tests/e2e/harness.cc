@@ -1,0 +1,319 @@
+// The end-to-end harness: roots laid out by stashwell-init, runs of the real
+// binaries through fork/exec with three pipes and a time limit, SQL through
+// the sqlite3 C API.
+#include "tests/e2e/harness.h"
+
+#include <fcntl.h>
+#include <grp.h>
+#include <poll.h>
+#include <pwd.h>
+#include <signal.h>
+#include <sqlite3.h>
+#include <sys/stat.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <cerrno>
+#include <chrono>
+#include <cstdlib>
+#include <cstring>
+#include <filesystem>
+#include <fstream>
+#include <sstream>
+
+#include "gtest/gtest.h"
+
+namespace fs = std::filesystem;
+
+namespace e2e {
+namespace {
+
+const char* const kPassedVariables[] = {"ASAN_OPTIONS", "UBSAN_OPTIONS", "LSAN_OPTIONS"};
+
+// Closes the descriptors it holds.
+struct Pipe {
+  int fd[2] = {-1, -1};
+  ~Pipe() {
+    for (int f : fd)
+      if (f >= 0) close(f);
+  }
+  void Close(int end) {
+    if (fd[end] >= 0) close(fd[end]);
+    fd[end] = -1;
+  }
+};
+
+std::string BinDir() { return STASHWELL_BIN_DIR; }
+
+void ApplyEnv(std::vector<std::string>* env, const std::string& entry) {
+  std::string key = entry.substr(0, entry.find('='));
+  env->erase(std::remove_if(env->begin(), env->end(),
+                            [&](const std::string& e) { return e.compare(0, key.size() + 1, key + "=") == 0; }),
+             env->end());
+  if (entry.find('=') != std::string::npos) env->push_back(entry);
+}
+
+bool NobodyIds(uid_t* uid, gid_t* gid) {
+  struct passwd* pw = getpwnam("nobody");
+  if (!pw) return false;
+  *uid = pw->pw_uid;
+  *gid = pw->pw_gid;
+  return true;
+}
+
+// The child after fork: standard streams onto the pipes, user switch, exec.
+[[noreturn]] void ExecChild(Pipe& in, Pipe& out, Pipe& err, const std::string& program,
+                            const std::vector<std::string>& argv,
+                            const std::vector<std::string>& environment, bool asNobody) {
+  dup2(in.fd[0], 0);
+  dup2(out.fd[1], 1);
+  dup2(err.fd[1], 2);
+  for (int f : {in.fd[0], in.fd[1], out.fd[0], out.fd[1], err.fd[0], err.fd[1]}) close(f);
+  if (asNobody) {
+    uid_t uid;
+    gid_t gid;
+    if (!NobodyIds(&uid, &gid) || setgroups(0, nullptr) != 0 || setgid(gid) != 0 || setuid(uid) != 0) {
+      perror("harness: cannot switch to nobody");
+      _exit(127);
+    }
+  }
+  std::vector<char*> args, envp;
+  for (const std::string& a : argv) args.push_back(const_cast<char*>(a.c_str()));
+  args.push_back(nullptr);
+  for (const std::string& e : environment) envp.push_back(const_cast<char*>(e.c_str()));
+  envp.push_back(nullptr);
+  execve(program.c_str(), args.data(), envp.data());
+  perror("harness: exec failed");
+  _exit(127);
+}
+
+std::string SqlText(sqlite3_stmt* stmt, int column) {
+  const unsigned char* t = sqlite3_column_text(stmt, column);
+  return t ? reinterpret_cast<const char*>(t) : "";
+}
+
+}  // namespace
+
+bool CanRunAsOtherUser() {
+  uid_t uid;
+  gid_t gid;
+  return geteuid() == 0 && NobodyIds(&uid, &gid);
+}
+
+Result RunProgram(const std::string& program, const std::vector<std::string>& argv,
+                  const std::vector<std::string>& environment, const std::string& stdinText,
+                  bool asNobody, int timeoutSeconds) {
+  Result result{"", "", -1};
+  Pipe in, out, err;
+  if (pipe2(in.fd, O_CLOEXEC) != 0 || pipe2(out.fd, O_CLOEXEC) != 0 || pipe2(err.fd, O_CLOEXEC) != 0) {
+    ADD_FAILURE() << "harness: pipe: " << strerror(errno);
+    return result;
+  }
+  pid_t pid = fork();
+  if (pid < 0) {
+    ADD_FAILURE() << "harness: fork: " << strerror(errno);
+    return result;
+  }
+  if (pid == 0) ExecChild(in, out, err, program, argv, environment, asNobody);
+  in.Close(0);
+  out.Close(1);
+  err.Close(1);
+  fcntl(in.fd[1], F_SETFL, O_NONBLOCK);
+  size_t written = 0;
+  if (stdinText.empty()) in.Close(1);
+
+  auto deadline = std::chrono::steady_clock::now() + std::chrono::seconds(timeoutSeconds);
+  bool timedOut = false;
+  while (out.fd[0] >= 0 || err.fd[0] >= 0) {
+    struct pollfd fds[3];
+    int n = 0;
+    if (out.fd[0] >= 0) fds[n++] = {out.fd[0], POLLIN, 0};
+    if (err.fd[0] >= 0) fds[n++] = {err.fd[0], POLLIN, 0};
+    if (in.fd[1] >= 0) fds[n++] = {in.fd[1], POLLOUT, 0};
+    auto left = std::chrono::duration_cast<std::chrono::milliseconds>(deadline - std::chrono::steady_clock::now());
+    if (left.count() <= 0) {
+      timedOut = true;
+      break;
+    }
+    if (poll(fds, n, static_cast<int>(left.count())) < 0 && errno != EINTR) break;
+    for (int i = 0; i < n; ++i) {
+      if (!fds[i].revents) continue;
+      if (fds[i].fd == in.fd[1]) {
+        ssize_t w = write(in.fd[1], stdinText.data() + written, stdinText.size() - written);
+        if (w > 0) written += static_cast<size_t>(w);
+        if (w < 0 && errno != EAGAIN) in.Close(1);
+        if (written == stdinText.size()) in.Close(1);
+        continue;
+      }
+      char buf[65536];
+      ssize_t r = read(fds[i].fd, buf, sizeof buf);
+      bool isOut = fds[i].fd == out.fd[0];
+      if (r > 0) {
+        (isOut ? result.out : result.err).append(buf, static_cast<size_t>(r));
+      } else if (r == 0 || errno != EINTR) {
+        isOut ? out.Close(0) : err.Close(0);
+      }
+    }
+  }
+  if (timedOut) {
+    kill(pid, SIGKILL);
+    ADD_FAILURE() << "harness: " << program << " did not end within " << timeoutSeconds << " s";
+  }
+  int status = 0;
+  while (waitpid(pid, &status, 0) < 0 && errno == EINTR) {
+  }
+  if (WIFEXITED(status))
+    result.status = WEXITSTATUS(status);
+  else if (WIFSIGNALED(status))
+    result.status = 128 + WTERMSIG(status);
+  return result;
+}
+
+Root::Root(const RootOptions& options) {
+  char tmpl[] = "/tmp/cyclectl-e2e.XXXXXX";
+  if (!mkdtemp(tmpl)) {
+    ADD_FAILURE() << "harness: mkdtemp: " << strerror(errno);
+    return;
+  }
+  dir_ = tmpl;
+  chmod(dir_.c_str(), 0755);
+  path_ = dir_ + "/root";
+  std::vector<std::string> argv = {"stashwell-init", "--root", path_, "--master", options.master,
+                                   "--emm-server", options.emmServer};
+  if (options.adminLog) argv.push_back("--with-admin-log");
+  if (options.demoImages >= 0) {
+    argv.insert(argv.end(), {"--demo", std::to_string(options.demoImages), "--seed",
+                             std::to_string(options.seed)});
+  }
+  std::vector<std::string> env = {"PATH=/usr/bin:/bin", "TZ=UTC", "LC_ALL=C"};
+  Result r = RunProgram(BinDir() + "/stashwell-init", argv, env, "", false, 300);
+  if (r.status != 0) ADD_FAILURE() << "harness: stashwell-init failed (" << r.status << "): " << r.err;
+}
+
+Root::~Root() {
+  if (dir_.empty()) return;
+  std::error_code ec;
+  fs::remove_all(dir_, ec);
+}
+
+void Root::SetConfig(const std::string& key, const std::string& value) {
+  std::istringstream in(ReadFile("etc/stashwell.conf"));
+  std::string line, text;
+  bool replaced = false;
+  while (std::getline(in, line)) {
+    std::string k = line.substr(0, line.find('='));
+    k.erase(k.find_last_not_of(" \t") + 1);
+    k.erase(0, k.find_first_not_of(" \t"));
+    if (k == key && line.find('=') != std::string::npos) {
+      if (replaced) continue;
+      line = key + " = " + value;
+      replaced = true;
+    }
+    text += line + "\n";
+  }
+  if (!replaced) text += key + " = " + value + "\n";
+  WriteFile("etc/stashwell.conf", text);
+}
+
+void Root::RemoveConfig(const std::string& key) {
+  std::istringstream in(ReadFile("etc/stashwell.conf"));
+  std::string line, text;
+  while (std::getline(in, line)) {
+    std::string k = line.substr(0, line.find('='));
+    k.erase(k.find_last_not_of(" \t") + 1);
+    k.erase(0, k.find_first_not_of(" \t"));
+    if (k == key && line.find('=') != std::string::npos) continue;
+    text += line + "\n";
+  }
+  WriteFile("etc/stashwell.conf", text);
+}
+
+void Root::WriteFile(const std::string& relpath, const std::string& text) {
+  fs::path p = fs::path(path_) / relpath;
+  std::error_code ec;
+  fs::create_directories(p.parent_path(), ec);
+  std::ofstream out(p, std::ios::binary | std::ios::trunc);
+  out << text;
+  if (!out) ADD_FAILURE() << "harness: cannot write " << p;
+}
+
+std::string Root::ReadFile(const std::string& relpath) const {
+  std::ifstream in(fs::path(path_) / relpath, std::ios::binary);
+  std::ostringstream text;
+  text << in.rdbuf();
+  return text.str();
+}
+
+void Root::Chmod(const std::string& relpath, int mode) {
+  std::string p = path_ + "/" + relpath;
+  if (chmod(p.c_str(), static_cast<mode_t>(mode)) != 0)
+    ADD_FAILURE() << "harness: chmod " << p << ": " << strerror(errno);
+}
+
+std::string Root::Sql(const std::string& statements) {
+  sqlite3* db = nullptr;
+  std::string file = path_ + "/db/catalog.db";
+  std::string rows;
+  if (sqlite3_open_v2(file.c_str(), &db, SQLITE_OPEN_READWRITE, nullptr) != SQLITE_OK) {
+    ADD_FAILURE() << "harness: cannot open " << file << ": " << sqlite3_errmsg(db);
+    sqlite3_close(db);
+    return rows;
+  }
+  const char* tail = statements.c_str();
+  while (tail && *tail) {
+    sqlite3_stmt* stmt = nullptr;
+    if (sqlite3_prepare_v2(db, tail, -1, &stmt, &tail) != SQLITE_OK) {
+      ADD_FAILURE() << "harness: SQL error: " << sqlite3_errmsg(db) << "\nin: " << statements;
+      break;
+    }
+    if (!stmt) continue;  // blanks or a comment
+    std::string these;
+    int rc;
+    while ((rc = sqlite3_step(stmt)) == SQLITE_ROW) {
+      for (int c = 0; c < sqlite3_column_count(stmt); ++c) these += (c ? "|" : "") + SqlText(stmt, c);
+      these += "\n";
+    }
+    if (rc != SQLITE_DONE) ADD_FAILURE() << "harness: SQL error: " << sqlite3_errmsg(db);
+    if (!these.empty()) rows = these;
+    sqlite3_finalize(stmt);
+  }
+  sqlite3_close(db);
+  return rows;
+}
+
+Result Root::Run(const std::vector<std::string>& args, const std::string& stdinText,
+                 const RunOptions& options) const {
+  std::vector<std::string> env = {"PATH=/usr/bin:/bin", "STASHWELL_ROOT=" + path_, "TZ=UTC", "LC_ALL=C"};
+  for (const char* name : kPassedVariables)
+    if (const char* v = getenv(name)) env.push_back(std::string(name) + "=" + v);
+  for (const std::string& e : options.env) ApplyEnv(&env, e);
+  std::vector<std::string> argv = {options.argv0};
+  argv.insert(argv.end(), args.begin(), args.end());
+  return RunProgram(BinDir() + "/cyclectl", argv, env, stdinText, options.asNobody,
+                    options.timeoutSeconds);
+}
+
+std::string Root::DebugLog() const {
+  std::vector<fs::path> files;
+  std::error_code ec;
+  for (const auto& entry : fs::directory_iterator(fs::path(path_) / "logs" / "admin", ec))
+    if (entry.is_regular_file()) files.push_back(entry.path());
+  std::sort(files.begin(), files.end());
+  std::string text;
+  for (const fs::path& f : files) text += ReadFile(fs::relative(f, path_).string());
+  return text;
+}
+
+std::vector<std::string> Root::DebugLogMessages() const {
+  std::vector<std::string> lines;
+  std::istringstream in(DebugLog());
+  std::string line;
+  while (std::getline(in, line)) {
+    size_t body = line.find("] ");
+    lines.push_back(body == std::string::npos ? line : line.substr(body + 2));
+  }
+  return lines;
+}
+
+}  // namespace e2e

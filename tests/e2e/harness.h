@@ -1,0 +1,101 @@
+// End-to-end test harness: a fresh installation root per test, laid out by
+// stashwell-init in a temporary directory, and runs of the real cyclectl
+// binary in it, capturing standard output, standard error and exit status.
+//
+//   e2e::Root root;                                // root with logs/admin
+//   e2e::Result r = root.Run({"list", "-l"});
+//   EXPECT_EQ(r.err, "");  EXPECT_EQ(r.status, 0);
+//
+// A run gets an environment of its own: PATH, STASHWELL_ROOT=<root>, TZ=UTC,
+// LC_ALL=C (and the sanitizer settings of the test process), plus
+// RunOptions::env. Standard input is always a pipe: the text given, or empty.
+// Failures of the harness itself (stashwell-init, SQL, a run that exceeds its
+// time limit) are reported as gtest failures.
+#ifndef TESTS_E2E_HARNESS_H_
+#define TESTS_E2E_HARNESS_H_
+
+#include <string>
+#include <vector>
+
+namespace e2e {
+
+struct Result {
+  std::string out;  // standard output
+  std::string err;  // standard error
+  int status;       // exit status; 128 + signal for a run killed by a signal
+};
+
+struct RootOptions {
+  bool adminLog = true;             // create logs/admin (the debug log)
+  std::string master = "master1";   // MASTER_SERVER
+  std::string emmServer = "master1";  // EMM_SERVER
+  long demoImages = -1;             // >= 0: stashwell-init --demo N
+  unsigned seed = 1;                // with demoImages: --seed
+};
+
+struct RunOptions {
+  // "KEY=VALUE" sets or replaces a variable, "KEY" removes it:
+  // {"LC_ALL", "LANG=de_DE.UTF-8"} runs with LANG instead of LC_ALL=C.
+  std::vector<std::string> env;
+  // Runs as the user nobody (needs a test process running as root; see
+  // CanRunAsOtherUser). The root is readable by everyone; logs/admin is not
+  // writable by nobody unless a test changes its mode.
+  bool asNobody = false;
+  std::string argv0 = "cyclectl";  // argv[0] as the program sees it
+  int timeoutSeconds = 60;
+};
+
+// True when runs can switch to the user nobody (the tests run as root).
+bool CanRunAsOtherUser();
+
+class Root {
+ public:
+  explicit Root(const RootOptions& options = RootOptions());
+  ~Root();  // removes the whole temporary directory
+  Root(const Root&) = delete;
+  Root& operator=(const Root&) = delete;
+
+  // The installation root (absolute path).
+  const std::string& path() const { return path_; }
+
+  // Sets KEY = VALUE in etc/stashwell.conf, replacing every line of the key
+  // or appending one.
+  void SetConfig(const std::string& key, const std::string& value);
+  // Removes every line of the key from etc/stashwell.conf.
+  void RemoveConfig(const std::string& key);
+
+  // Writes (creating folders) or reads a file under the root.
+  void WriteFile(const std::string& relpath, const std::string& text);
+  std::string ReadFile(const std::string& relpath) const;
+  // Changes the mode of a file or folder under the root.
+  void Chmod(const std::string& relpath, int mode);
+
+  // Runs SQL statements on the catalog database (db/catalog.db) and returns
+  // the rows of the last statement that returned any, one line per row with
+  // the columns separated by '|' (NULL as empty).
+  std::string Sql(const std::string& statements);
+
+  // Runs cyclectl with `args` (argv[1...]).
+  Result Run(const std::vector<std::string>& args, const std::string& stdinText = "",
+             const RunOptions& options = RunOptions()) const;
+
+  // The debug log of the administration commands: every file of logs/admin
+  // concatenated, oldest first; empty when there is none.
+  std::string DebugLog() const;
+  // DebugLog's lines without the time and process id: "<2> cyclectl: text".
+  std::vector<std::string> DebugLogMessages() const;
+
+ private:
+  std::string dir_;   // the temporary directory
+  std::string path_;  // the root inside it
+};
+
+// Runs any program (absolute path) with the argument vector `argv` (argv[0]
+// included) and the given environment; used by Root::Run.
+Result RunProgram(const std::string& program, const std::vector<std::string>& argv,
+                  const std::vector<std::string>& environment, const std::string& stdinText,
+                  bool asNobody, int timeoutSeconds);
+
+}  // namespace e2e
+
+#endif  // TESTS_E2E_HARNESS_H_
