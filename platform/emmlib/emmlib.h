@@ -17,14 +17,29 @@
 
 enum : unsigned {
   EMMLIB_OK = 0,
-  EMMLIB_END_OF_DATA = 2007031,
+  EMMLIB_END_OF_DATA = 2007031,       // nothing (more) to read
+  EMMLIB_NO_SUCH_RECORD = 2007032,    // an update found no copy or image to change
+  EMMLIB_INVALID_ARGUMENT = 2007040,  // null cid, level or mode not supported, ...
+  EMMLIB_INVALID_HANDLE = 2007041,    // no open query with that handle
+  EMMLIB_NOT_CONNECTED = 2007054,     // cid names no open connection
+  EMMLIB_CANNOT_OPEN = 2007060,       // catalog missing, unreadable or not a catalog
+  EMMLIB_BUSY = 2007061,              // catalog locked by a writer past the busy timeout
+  EMMLIB_DB_ERROR = 2007062,          // any other database failure (corrupt file, ...)
+  EMMLIB_NO_MEMORY = 2007063,
 };
 
-// Opens the catalog: `server` and `port` name the catalog server, `catalog`
-// the database (null: the configured one). `log` receives the library's own
-// log lines with `cmdName` as source.
+enum { EMMLIB_READ_ONLY = 1 };  // emmlib_initialize flag: open the catalog read-only
+
+// Opens the catalog: `server` and `port` name the catalog server (recorded in
+// the log), `catalog` the database file (absolute, or relative to the
+// installation root; null or empty: the configured one). `flags` is 0 or
+// EMMLIB_READ_ONLY. `log` receives the library's own log lines with `cmdName`
+// as source. Sets *cid to the new connection identifier (a connection that
+// *cid named before is closed first).
 unsigned emmlib_initialize(int* cid, int flags, const char* server, unsigned short port,
                            const char* catalog, LogFunction log, const char* cmdName);
+// Closes the connection *cid (releasing its open queries) and sets *cid to 0.
+unsigned emmlib_terminate(int* cid);
 
 // Image query over images, copies and fragments. Null filters select all.
 unsigned emmlib_ImageQueryExecute(int* cid, int level, const char* masterServer,

@@ -1,0 +1,178 @@
+// Batch reading of image-copy-fragment rows, flat or as linked records, and
+// the freeing of linked image records.
+#include "platform/emmlib/record_query.h"
+
+#include <cstdlib>
+
+#include "platform/emmlib/connection.h"
+#include "platform/emmlib/emmlib.h"
+#include "platform/emmlib/image_rows.h"
+
+namespace emm {
+namespace {
+
+template <typename T>
+T* Allocate() {
+  return static_cast<T*>(malloc(sizeof(T)));
+}
+
+}  // namespace
+
+unsigned RecordQuery::Start(const std::string& sql, const Params& params) {
+  int rc = stmt_.Prepare(connection()->db(), sql);
+  if (rc == SQLITE_OK) rc = params.BindAll(stmt_.get());
+  return rc == SQLITE_OK ? EMMLIB_OK : connection()->Fail("catalog query", rc);
+}
+
+unsigned RecordQuery::NextRow(bool* row) {
+  if (pending_) {
+    pending_ = false;
+    *row = true;
+    return EMMLIB_OK;
+  }
+  *row = false;
+  if (done_) return EMMLIB_OK;
+  const int rc = sqlite3_step(stmt_.get());
+  if (rc == SQLITE_ROW) {
+    *row = true;
+    return EMMLIB_OK;
+  }
+  done_ = true;
+  return rc == SQLITE_DONE ? EMMLIB_OK : connection()->Fail("catalog fetch", rc);
+}
+
+unsigned RecordQuery::Peek(bool* any) {
+  unsigned status = NextRow(any);
+  pending_ = *any;
+  return status;
+}
+
+unsigned RecordQuery::FetchRaw(unsigned* count, Legacy_ImageView* rows) {
+  sqlite3_stmt* st = stmt_.get();
+  Connection* conn = connection();
+  unsigned n = 0;
+  while (n < *count) {
+    bool row;
+    unsigned status = NextRow(&row);
+    if (status != EMMLIB_OK) {
+      *count = n;
+      return status;
+    }
+    if (!row) break;
+    Legacy_ImageView& r = rows[n++];
+    ReadImage(st, conn, &r.image);
+    ReadCopy(st, r.image, &r.copy);
+    ReadFragment(st, r.image, r.copy.CopyNumber, &r.fragment);
+  }
+  *count = n;
+  return n == 0 && done_ ? EMMLIB_END_OF_DATA : EMMLIB_OK;
+}
+
+unsigned RecordQuery::FetchList(int depth, unsigned* count, EMM_Image** list, bool* atEnd) {
+  sqlite3_stmt* st = stmt_.get();
+  EMM_Image* head = nullptr;
+  EMM_Image* image = nullptr;
+  EMM_ImageCopy* copy = nullptr;
+  EMM_ImageFragment* fragment = nullptr;
+  EMM_ReplicationTarget* target = nullptr;
+  int64_t imageKey = 0;
+  unsigned images = 0;
+  unsigned status = EMMLIB_OK;
+  for (;;) {
+    bool row;
+    status = NextRow(&row);
+    if (status != EMMLIB_OK || !row) break;
+    const int64_t key = RowImageKey(st);
+    if (image == nullptr || key != imageKey) {
+      if (images == *count) {
+        pending_ = true;
+        break;
+      }
+      EMM_Image* next = Allocate<EMM_Image>();
+      if (next == nullptr) {
+        status = EMMLIB_NO_MEMORY;
+        break;
+      }
+      ReadImage(st, connection(), next);
+      (image != nullptr ? image->next : head) = next;
+      image = next;
+      imageKey = key;
+      copy = nullptr;
+      ++images;
+    }
+    if (depth < 2) continue;
+    const uint64_t copyKey = static_cast<uint64_t>(sqlite3_column_int64(st, kCopyFirstColumn));
+    if (copyKey == 0) continue;
+    if (copy == nullptr || copy->CopyKey != copyKey) {
+      EMM_ImageCopy* next = Allocate<EMM_ImageCopy>();
+      if (next == nullptr) {
+        status = EMMLIB_NO_MEMORY;
+        break;
+      }
+      ReadCopy(st, *image, next);
+      (copy != nullptr ? copy->next : image->copies) = next;
+      copy = next;
+      fragment = nullptr;
+      target = nullptr;
+    }
+    if (depth < 3 || sqlite3_column_type(st, kLastGroupFirstColumn) == SQLITE_NULL) continue;
+    if (detail_ == Detail::kFragments) {
+      EMM_ImageFragment* next = Allocate<EMM_ImageFragment>();
+      if (next == nullptr) {
+        status = EMMLIB_NO_MEMORY;
+        break;
+      }
+      ReadFragment(st, *image, copy->CopyNumber, next);
+      (fragment != nullptr ? fragment->next : copy->fragments) = next;
+      fragment = next;
+    } else {
+      EMM_ReplicationTarget* next = Allocate<EMM_ReplicationTarget>();
+      if (next == nullptr) {
+        status = EMMLIB_NO_MEMORY;
+        break;
+      }
+      ReadTarget(st, *image, copy->CopyNumber, next);
+      (target != nullptr ? target->next : copy->replicationTargets) = next;
+      target = next;
+    }
+  }
+  if (status != EMMLIB_OK) {
+    emmlib_FreeImage_List(&head);
+    images = 0;
+  }
+  *list = head;
+  *count = images;
+  *atEnd = done_ && !pending_;
+  return status;
+}
+
+}  // namespace emm
+
+void emmlib_FreeImage_List(EMM_Image** list) {
+  if (list == nullptr) return;
+  EMM_Image* image = *list;
+  while (image != nullptr) {
+    EMM_ImageCopy* copy = image->copies;
+    while (copy != nullptr) {
+      EMM_ImageFragment* fragment = copy->fragments;
+      while (fragment != nullptr) {
+        EMM_ImageFragment* next = fragment->next;
+        free(fragment);
+        fragment = next;
+      }
+      EMM_ReplicationTarget* target = copy->replicationTargets;
+      while (target != nullptr) {
+        EMM_ReplicationTarget* next = target->next;
+        free(target);
+        target = next;
+      }
+      EMM_ImageCopy* next = copy->next;
+      free(copy);
+      copy = next;
+    }
+    EMM_Image* next = image->next;
+    free(image);
+    image = next;
+  }
+  *list = nullptr;
+}

@@ -1,0 +1,136 @@
+// Snapshot records of snapshot copies, in the order of the image query's rows
+// (backup time, backup id, copy number), read in batches of separately
+// allocated records.
+#include <cstdlib>
+#include <memory>
+#include <string>
+
+#include "platform/emmlib/connection.h"
+#include "platform/emmlib/emmlib.h"
+#include "platform/emmlib/query_handles.h"
+#include "platform/emmlib/sqlite_stmt.h"
+
+namespace emm {
+namespace {
+
+class SnapshotQuery : public OpenQuery {
+ public:
+  using OpenQuery::OpenQuery;
+
+  unsigned Start(const std::string& sql, const Params& params) {
+    int rc = stmt_.Prepare(connection()->db(), sql);
+    if (rc == SQLITE_OK) rc = params.BindAll(stmt_.get());
+    return rc == SQLITE_OK ? EMMLIB_OK : connection()->Fail("snapshot query", rc);
+  }
+
+  // Up to *count records; EMMLIB_END_OF_DATA once the result is exhausted
+  // (the last records may come with it).
+  unsigned Fetch(unsigned* count, EMM_SnapshotInfo** list) {
+    sqlite3_stmt* st = stmt_.get();
+    EMM_SnapshotInfo* head = nullptr;
+    EMM_SnapshotInfo* tail = nullptr;
+    unsigned n = 0;
+    unsigned status = EMMLIB_OK;
+    while (n < *count && !done_) {
+      const int rc = sqlite3_step(st);
+      if (rc != SQLITE_ROW) {
+        done_ = true;
+        if (rc != SQLITE_DONE) status = connection()->Fail("snapshot fetch", rc);
+        break;
+      }
+      auto* record = static_cast<EMM_SnapshotInfo*>(malloc(sizeof(EMM_SnapshotInfo)));
+      if (record == nullptr) {
+        status = EMMLIB_NO_MEMORY;
+        break;
+      }
+      CopyColumnText(st, 0, record->BackupID, sizeof record->BackupID);
+      record->CopyNumber = sqlite3_column_int(st, 1);
+      record->BackupTime = sqlite3_column_int64(st, 2);
+      CopyColumnText(st, 3, record->StorageServerName, sizeof record->StorageServerName);
+      CopyColumnText(st, 4, record->StorageServerType, sizeof record->StorageServerType);
+      CopyColumnText(st, 5, record->DiskVolumeName, sizeof record->DiskVolumeName);
+      CopyColumnText(st, 6, record->DiskMediaID, sizeof record->DiskMediaID);
+      CopyColumnText(st, 7, record->SnapshotName, sizeof record->SnapshotName);
+      record->next = nullptr;
+      (tail != nullptr ? tail->next : head) = record;
+      tail = record;
+      ++n;
+    }
+    if (status != EMMLIB_OK) {
+      emmlib_FreeSnapshotInfo_List(&head);
+      n = 0;
+    }
+    *list = head;
+    *count = n;
+    if (status == EMMLIB_OK && done_) status = EMMLIB_END_OF_DATA;
+    return status;
+  }
+
+ private:
+  Statement stmt_;
+  bool done_ = false;
+};
+
+}  // namespace
+}  // namespace emm
+
+unsigned emmlib_QueryActiveSnapshotInfo(int* cid, int level, const char* masterServer,
+                                        int arg4, const char* backupId, int arg6, int arg7,
+                                        uint64_t* handle) {
+  unsigned status;
+  emm::Connection* connection = emm::FindConnection(cid, &status);
+  if (connection == nullptr) return status;
+  if (handle == nullptr || (level != 1 && level != 3) || arg7 < 0) {
+    return EMMLIB_INVALID_ARGUMENT;
+  }
+  emm::Params params;
+  std::string sql =
+      "SELECT i.BackupID, c.CopyNumber, i.BackupTime, s.StorageServerName,"
+      " s.StorageServerType, s.DiskVolumeName, s.DiskMediaID, s.SnapshotName"
+      " FROM DBM_ImageSnapshot s JOIN DBM_ImageCopy c ON c.ImageCopyKey = s.ImageCopyKey"
+      " JOIN DBM_Image i ON i.ImageKey = c.ImageKey WHERE 1 = 1";
+  if (masterServer != nullptr) {
+    int64_t key = connection->MasterServerKey(masterServer, &status);
+    if (status != EMMLIB_OK) return status;
+    params.AddNumber(&sql, " AND i.MasterServerKey = ?", key);
+  }
+  if (level == 1) sql.append(" AND s.IsActive <> 0");
+  if (backupId != nullptr && *backupId != '\0') {
+    params.AddText(&sql, " AND i.BackupID = ?", backupId);
+  }
+  if (arg4 != 0) params.AddNumber(&sql, " AND c.CopyNumber = ?", arg4);
+  if (arg6 != -1) params.AddNumber(&sql, " AND c.CopyType = ?", arg6);
+  sql.append(" ORDER BY i.BackupTime, i.BackupID, c.CopyNumber, s.SnapshotKey");
+  if (arg7 > 0) params.AddNumber(&sql, " LIMIT ?", arg7);
+  auto query = std::make_unique<emm::SnapshotQuery>(connection);
+  status = query->Start(sql, params);
+  if (status != EMMLIB_OK) return status;
+  *handle = emm::AddQuery(std::move(query));
+  return EMMLIB_OK;
+}
+
+unsigned emmlib_FetchSnapshotInfo(int* cid, int level, uint64_t handle, unsigned* count,
+                                  EMM_SnapshotInfo** list) {
+  if (count == nullptr || list == nullptr) return EMMLIB_INVALID_ARGUMENT;
+  *list = nullptr;
+  unsigned status;
+  emm::Connection* connection = emm::FindConnection(cid, &status);
+  if (connection == nullptr) return status;
+  auto* query = dynamic_cast<emm::SnapshotQuery*>(emm::FindQuery(connection, handle));
+  if (query == nullptr) {
+    *count = 0;
+    return EMMLIB_INVALID_HANDLE;
+  }
+  return query->Fetch(count, list);
+}
+
+void emmlib_FreeSnapshotInfo_List(EMM_SnapshotInfo** list) {
+  if (list == nullptr) return;
+  EMM_SnapshotInfo* record = *list;
+  while (record != nullptr) {
+    EMM_SnapshotInfo* next = record->next;
+    free(record);
+    record = next;
+  }
+  *list = nullptr;
+}
