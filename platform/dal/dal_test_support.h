@@ -1,0 +1,104 @@
+// Test support for the data-access layer and its users: a catalog database
+// file in a fresh temporary directory, filled with SQL of the test's choice
+// (or the catalog schema of the source tree), and a connection on it.
+#ifndef PLATFORM_DAL_DAL_TEST_SUPPORT_H_
+#define PLATFORM_DAL_DAL_TEST_SUPPORT_H_
+
+#include <gtest/gtest.h>
+#include <sqlite3.h>
+#include <stdlib.h>
+
+#include <filesystem>
+#include <fstream>
+#include <sstream>
+#include <string>
+
+#include "platform/dal/dal.h"
+
+namespace Corvela {
+namespace Dal {
+
+class TempCatalog {
+ public:
+  TempCatalog() {
+    char dir[] = "/tmp/dal-test-XXXXXX";
+    dir_ = mkdtemp(dir) ? dir : "";
+    path_ = dir_ + "/catalog.db";
+  }
+  ~TempCatalog() {
+    std::error_code ignored;
+    std::filesystem::remove_all(dir_, ignored);
+  }
+  TempCatalog(const TempCatalog&) = delete;
+  TempCatalog& operator=(const TempCatalog&) = delete;
+
+  const std::string& dir() const { return dir_; }
+  const std::string& path() const { return path_; }
+  CatalogLocation location(int busyTimeoutMs = 2000) const {
+    CatalogLocation where;
+    where.path = path_;
+    where.busyTimeoutMs = busyTimeoutMs;
+    return where;
+  }
+
+  // Runs SQLite statements directly (creating the file on first use).
+  void Exec(const std::string& sql) const {
+    sqlite3* db = nullptr;
+    ASSERT_EQ(sqlite3_open(path_.c_str(), &db), SQLITE_OK);
+    char* err = nullptr;
+    const std::string batch = "PRAGMA synchronous = OFF; BEGIN; " + sql + "; COMMIT;";
+    const int rc = sqlite3_exec(db, batch.c_str(), nullptr, nullptr, &err);
+    const std::string message = err ? err : "";
+    sqlite3_free(err);
+    sqlite3_close(db);
+    ASSERT_EQ(rc, SQLITE_OK) << message;
+  }
+
+  // Creates the catalog with the schema of the source tree.
+  void ApplySchema() const {
+    std::ifstream in(STASHWELL_SOURCE_DIR "/platform/emmlib/schema.sql");
+    ASSERT_TRUE(in.good());
+    std::stringstream text;
+    text << in.rdbuf();
+    Exec(text.str());
+  }
+
+ private:
+  std::string dir_;
+  std::string path_;
+};
+
+// A leased connection and a view on a TempCatalog, all released at the end.
+class DalConnectionTest : public ::testing::Test {
+ protected:
+  // Opens the catalog after the test has filled it.
+  void Connect(bool readOnly = false) {
+    const CatalogLocation where = catalog_.location();
+    manager_.reset(new DbConnectionManager(2, 32, 1, 1, 30, 15, 40, USERID_SLP_ADMIN, readOnly,
+                                           &where));
+    ASSERT_TRUE(manager_->isUsable());
+    ASSERT_EQ(manager_->Lease(&connection_), DAL_SUCCESS);
+    int status = -1;
+    view_ = connection_->GetOdbcView(&status);
+    ASSERT_EQ(status, DAL_SUCCESS);
+  }
+
+  void TearDown() override {
+    if (connection_) connection_->ReturnOdbcView(view_);
+    manager_.reset();
+  }
+
+  int Execute(const std::string& sql, const DalBinding* bindings = nullptr) {
+    return connection_->Execute(view_, sql, bindings, LOG_AT_VERBOSITY_5, "test", false, false);
+  }
+
+  TempCatalog catalog_;
+  std::unique_ptr<DbConnectionManager> manager_;
+  MSRDbConnection* connection_ = nullptr;
+  DalOdbcView* view_ = nullptr;
+};
+
+}  // namespace Dal
+}  // namespace Corvela
+
+#endif  // PLATFORM_DAL_DAL_TEST_SUPPORT_H_
