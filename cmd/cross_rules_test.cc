@@ -1,0 +1,83 @@
+// The cross-option rules, each case the first rule a command line breaks.
+#include "cmd/cross_rules.h"
+
+#include <gtest/gtest.h>
+
+#include <string>
+#include <vector>
+
+#include "cmd/parse.h"
+#include "cmd/walk.h"
+
+namespace {
+
+struct RuleCase {
+  std::vector<std::string> args;
+  const char* message;  // "" when every rule holds
+};
+
+const RuleCase kCases[] = {
+    {{"cancel", "-backupid", "b1", "-lifecycle", "s"},
+     "-backupid is not allowed with -lifecycle or -destination"},
+    {{"stlilist", "-backupid", "b1", "-destination", "d"},
+     "-backupid is not allowed with -lifecycle or -destination"},
+    {{"list", "-backupid", "b1", "-lifecycle", ""}, ""},  // an empty text counts as absent
+    {{"active"}, "One of -backupid, -destination, -lifecycle must be provided"},
+    {{"inactive", "-lifecycle", ""}, "One of -backupid, -destination, -lifecycle must be provided"},
+    {{"list"}, ""},
+    {{"inactive", "-backupid", "b1", "-before", "01/02/2024"},
+     "-backupid is not allowed with -before or -after"},
+    {{"inactive", "-backupid", "b1", "-duration", "4"},
+     "You cannot specify -reactivation_time or -duration when specifying -backupid"},
+    {{"inactive", "-backupid", "b1", "-reactivation_time", ""},
+     "You cannot specify -reactivation_time or -duration when specifying -backupid"},
+    {{"inactive", "-lifecycle", "s", "-duration", "4"}, ""},
+    {{"list", "-jobid", "5", "-client", "c"}, "-jobid cannot be used with other selection values"},
+    {{"list", "-jobid", "5", "-mediaid", "m"}, ""},
+    {{"redo", "-slpindex", "2"}, "The -backupid option is required for this operation"},
+    {{"redo", "-backupid", "b1"}, "The '-slpindex' value cannot be 0"},
+    {{"redo", "-backupid", "b1", "-slpindex", "1"}, ""},
+    {{"update_hwm"}, "The -mediaserver option is required for this operation"},
+    {{"update_hwm", "-mediaserver", "a"}, "The -storageserver option is required for this operation"},
+    {{"update_hwm", "-mediaserver", "a", "-storageserver", "b"},
+     "The -stssubtype option is required for this operation"},
+    {{"update_hwm", "-mediaserver", "a", "-storageserver", "b", "-stssubtype", "c"},
+     "The -mediaid option is required for this operation"},
+    {{"update_hwm", "-mediaserver", "a", "-storageserver", "b", "-stssubtype", "c", "-mediaid",
+      "d", "-totalcap", "0"},
+     "The -totalcap option is required for this operation"},
+    {{"update_hwm", "-mediaserver", "a", "-storageserver", "b", "-stssubtype", "c", "-mediaid",
+      "d", "-totalcap", "10"},
+     "The -usedcap option is required for this operation"},
+    {{"update_hwm", "-mediaserver", "a", "-storageserver", "b", "-stssubtype", "c", "-mediaid",
+      "d", "-totalcap", "10", "-usedcap", "1"},
+     ""},
+    {{"list", "-version", "2"}, "The '-version' option requires use of the '-lifecycle' option"},
+    {{"cancel", "-version", "2", "-backupid", "b1"},
+     "-version cannot be used with -backupid or -destination"},
+    {{"cancel", "-version", "2", "-lifecycle", "s", "-destination", "d"},
+     "-version cannot be used with -backupid or -destination"},
+    {{"report", "-version", "0", "-lifecycle", "s"}, ""},
+};
+
+TEST(CrossOptionRulesTest, FirstBrokenRuleIsReported) {
+  InitCommandTables();
+  for (const RuleCase& c : kCases) {
+    std::vector<std::string> args = c.args;
+    args.insert(args.begin(), "cyclectl");
+    std::vector<char*> argv;
+    for (std::string& arg : args) argv.push_back(&arg[0]);
+    ArgumentWalk walk = WalkArguments(static_cast<int>(argv.size()), argv.data());
+    ASSERT_FALSE(walk.errorSeen) << args[1];
+    CommandLine line = KeepAllowedOptions(walk, FindOperationOptions(walk.line.operation));
+
+    testing::internal::CaptureStderr();
+    bool ok = CheckCrossOptionRules(line);
+    std::string err = testing::internal::GetCapturedStderr();
+    std::string expected = *c.message ? std::string(c.message) + "\n" : "";
+    EXPECT_EQ(err, expected) << args[1] << " " << args.size();
+    EXPECT_EQ(ok, expected.empty()) << args[1];
+  }
+}
+
+}  // namespace

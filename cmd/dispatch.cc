@@ -1,0 +1,107 @@
+// The dispatch table, the wrappers that pass each handler its values in its
+// own order, and the dispatcher that walks the table.
+#include "cmd/dispatch.h"
+
+#include <cstdio>
+
+#include "catalog/list.h"
+#include "cmd/confirm.h"
+#include "util/process.h"
+
+namespace {
+
+bool ConfirmCancel(const CommandLine& line) {
+  return line.destination.empty() || ConfirmDestinationCancel();
+}
+
+bool ConfirmDropWG(const CommandLine&) { return ConfirmWorkGroupDrop(); }
+
+bool ConfirmRemoveExp(const CommandLine&) { return ConfirmExpiredFragmentRemoval(); }
+
+int cmd_list(const CommandLine& l) {
+  List(l.outputForm, l.lifecycle.get(), l.destination.get(), l.backupId.get(), l.client.get(),
+       l.mediaId.get(), l.storageServer.get(), l.mediaServer.get(), l.imageState.get(),
+       l.copyState.get(), l.fragState.get(), l.lifecycleOnly, l.version, l.recordTypes,
+       l.copyType.get(), l.jobId, l.policy.get(), l.timeRange, l.time);
+  return 0;
+}
+
+int cmd_remove_all(const CommandLine&) {
+  fputs("This operation has been deprecated and is no longer available.\n", stdout);
+  return 0;
+}
+
+// help and testhook end the run while parsing and have no row.
+const DispatchEntry kDispatchTable[] = {
+    {OP_ACTIVE, nullptr, nullptr, STATUS_FROM_BODY},
+    {OP_ADD_IMPORT_FRAGS, nullptr, nullptr, STATUS_ZERO},
+    {OP_CANCEL, ConfirmCancel, nullptr, STATUS_FROM_BODY},
+    {OP_COMPLETION_REPORT, nullptr, nullptr, STATUS_RESULT},
+    {OP_DELETEDONE, nullptr, nullptr, STATUS_FROM_BODY},
+    {OP_DISKFULL, nullptr, nullptr, STATUS_FROM_BODY},
+    {OP_DISKSPACEINFO, nullptr, nullptr, STATUS_FROM_BODY},
+    {OP_DROPWG, ConfirmDropWG, nullptr, STATUS_RESULT},
+    {OP_DUMP, nullptr, nullptr, STATUS_ZERO},
+    {OP_UPDATE_HWM, nullptr, nullptr, STATUS_ZERO},
+    {OP_INACTIVE, nullptr, nullptr, STATUS_FROM_BODY},
+    {OP_INITIATE_EXP, nullptr, nullptr, STATUS_ZERO},
+    {OP_STLILIST, nullptr, nullptr, STATUS_ZERO},
+    {OP_REPORT, nullptr, nullptr, STATUS_ZERO},
+    {OP_LIST, nullptr, cmd_list, STATUS_ZERO},
+    {OP_LIST_IMPORT_CONF, nullptr, nullptr, STATUS_ZERO},
+    {OP_LIST_IMPORT_FRAGS, nullptr, nullptr, STATUS_ZERO},
+    {OP_PENDIMPLIST, nullptr, nullptr, STATUS_ZERO},
+    {OP_LIST_IMPORT_NOTIFY, nullptr, nullptr, STATUS_ZERO},
+    {OP_REPLLIST, nullptr, nullptr, STATUS_ZERO},
+    {OP_LISTWG, nullptr, nullptr, STATUS_RESULT},
+    {OP_ONE_SESSION, nullptr, nullptr, STATUS_ZERO},
+    {OP_QUERY_EXP, nullptr, nullptr, STATUS_ZERO},
+    {OP_REDO, nullptr, nullptr, STATUS_ZERO},
+    {OP_REMOVE_ALL, nullptr, cmd_remove_all, STATUS_ZERO},
+    {OP_REMOVE_EXP, ConfirmRemoveExp, nullptr, STATUS_ZERO},
+    {OP_REMOVE_REPL, nullptr, nullptr, STATUS_RESULT},
+    {OP_RESUME, nullptr, nullptr, STATUS_ZERO},
+    {OP_SHOWVOL, nullptr, nullptr, STATUS_ZERO},
+    {OP_NEW_SESSION, nullptr, nullptr, STATUS_FROM_BODY},
+    {OP_SUSPEND, nullptr, nullptr, STATUS_ZERO},
+    {OP_UPDATE_PFS, nullptr, nullptr, STATUS_ZERO},
+};
+
+int UnrecognizedOperation(int op) {
+  fprintf(stderr, "%s: unrecognized operation %d\n", CmdName.c_str(), op);
+  return 144;
+}
+
+}  // namespace
+
+int Dispatch(const CommandLine& line) {
+  for (const DispatchEntry& entry : kDispatchTable) {
+    if (entry.op != line.operation) continue;
+    if (entry.confirm != nullptr && !line.noWarn && !entry.confirm(line)) return 0;
+    if (entry.run == nullptr) break;
+    int status = entry.run(line);
+    return entry.status == STATUS_ZERO ? 0 : status;
+  }
+  return UnrecognizedOperation(line.operation);
+}
+
+SubsystemArguments SubsystemSessionArguments(const CommandLine& line) {
+  SubsystemArguments args;
+  args.first = line.arg1.get() != nullptr ? line.arg1.get() : line.policy.get();
+  args.second = line.arg2.get() != nullptr ? line.arg2.get() : line.schedule.get();
+  args.third = line.arg3 != 0 ? line.arg3 : line.schedType;
+  return args;
+}
+
+void ListImportNotifications(const CommandLine& line, NotificationListing incoming,
+                             NotificationListing outgoing) {
+  bool both = line.input == line.output;
+  if (line.input || both) {
+    incoming(line.outputForm, line.notificationType, line.timeRange, line.time,
+             line.client.text(), line.hostname);
+  }
+  if (line.output || both) {
+    outgoing(line.outputForm, line.notificationType, line.timeRange, line.time,
+             line.client.text(), line.hostname);
+  }
+}

@@ -1,0 +1,207 @@
+// The argument walk: how values are kept, which problems are reported in
+// which order, and which values the settled command line keeps.
+#include "cmd/walk.h"
+
+#include <gtest/gtest.h>
+
+#include <cstdlib>
+#include <ctime>
+#include <string>
+#include <vector>
+
+#include "cmd/parse.h"
+
+namespace {
+
+class WalkTest : public ::testing::Test {
+ protected:
+  static void SetUpTestSuite() {
+    InitCommandTables();
+    setenv("TZ", "UTC", 1);
+    tzset();
+  }
+
+  // Walks "cyclectl" followed by `args`; the stderr text lands in err_.
+  ArgumentWalk Walk(std::vector<std::string> args) {
+    args_ = std::move(args);
+    args_.insert(args_.begin(), "cyclectl");
+    argv_.clear();
+    for (std::string& arg : args_) argv_.push_back(&arg[0]);
+    testing::internal::CaptureStderr();
+    ArgumentWalk walk = WalkArguments(static_cast<int>(argv_.size()), argv_.data());
+    err_ = testing::internal::GetCapturedStderr();
+    return walk;
+  }
+
+  std::vector<std::string> args_;
+  std::vector<char*> argv_;
+  std::string err_;
+};
+
+TEST_F(WalkTest, TextsAreKeptAsTextAndAsOptionalValues) {
+  ArgumentWalk walk = Walk({"list", "-lifecycle", "slp1", "-client", "", "-policy", "p"});
+  const CommandLine& l = walk.line;
+  EXPECT_FALSE(walk.errorSeen);
+  EXPECT_STREQ(l.lifecycle.get(), "slp1");
+  EXPECT_STREQ(l.client.get(), "");  // given empty: present but empty
+  EXPECT_TRUE(l.client.empty());
+  EXPECT_EQ(l.backupId.get(), nullptr);
+  EXPECT_TRUE(l.given(OPT_CLIENT));
+  EXPECT_FALSE(l.given(OPT_BACKUPID));
+  EXPECT_EQ(walk.argumentCount, 4);  // an option and its value count once
+}
+
+TEST_F(WalkTest, NumbersFollowStrtolIntoTheirFieldWidths) {
+  const CommandLine l =
+      Walk({"list", "-copy_state", "70000", "-frag_state", "12abc", "-jobid", "x9", "-key",
+            "9000000000", "-days", "4294967296", "-version", "3", "-schedtype", "7"})
+          .line;
+  EXPECT_EQ(*l.copyState.get(), static_cast<short>(70000));
+  EXPECT_EQ(*l.fragState.get(), 12);
+  EXPECT_EQ(l.jobId, 0);
+  EXPECT_EQ(l.key, 9000000000LL);
+  EXPECT_EQ(l.days, 4294967296L);
+  EXPECT_EQ(l.version, 3);
+  ASSERT_NE(l.versionGiven(), nullptr);
+  EXPECT_EQ(*l.versionGiven(), 3);
+  EXPECT_EQ(l.schedType, 7);
+}
+
+TEST_F(WalkTest, DefaultsWhenOptionsAreAbsent) {
+  const CommandLine l = Walk({"list"}).line;
+  EXPECT_EQ(l.days, 30);
+  EXPECT_EQ(l.version, -1);
+  EXPECT_EQ(l.versionGiven(), nullptr);
+  EXPECT_EQ(l.schedType, -1);
+  EXPECT_EQ(l.recordTypes, 7);
+  EXPECT_EQ(l.notificationType, IMPORT_NOTIFICATION_ALL);
+  EXPECT_EQ(l.dumpForm, DUMPFORM_READABLE);
+  EXPECT_EQ(l.subsystem, SUBSYSTEM_ID_NULL);
+  EXPECT_EQ(l.timeRange, TIME_RANGE_NONE);
+  EXPECT_EQ(l.imageState.get(), nullptr);
+  EXPECT_EQ(l.copyType.get(), nullptr);
+  EXPECT_EQ(l.outputForm, OUTPUT_SHORT);
+}
+
+TEST_F(WalkTest, SharedValuesAndLastOccurrenceWin) {
+  CommandLine l = Walk({"list", "-U", "-json", "-image_state", "3", "-image_inactive",
+                        "-client", "a", "-client", "b"})
+                      .line;
+  EXPECT_EQ(l.outputForm, OUTPUT_JSON);
+  EXPECT_EQ(*l.imageState.get(), -2);
+  EXPECT_STREQ(l.client.get(), "b");
+
+  l = Walk({"list", "-copy_incomplete", "-STATE", "4"}).line;
+  EXPECT_EQ(*l.copyState.get(), -1);
+  EXPECT_EQ(*l.fragState.get(), 4);
+  EXPECT_TRUE(l.given(OPT_FRAG_STATE));  // -state is -frag_state
+
+  l = Walk({"list", "-after", "01/02/2024", "-before", "01/03/2024 10:00:00"}).line;
+  EXPECT_EQ(l.timeRange, TIME_RANGE_BEFORE);
+  EXPECT_EQ(l.time, 1704276000L);
+  EXPECT_TRUE(l.given(OPT_AFTER));
+  EXPECT_TRUE(l.given(OPT_BEFORE));
+}
+
+TEST_F(WalkTest, EnumeratedValuesAndTheMasterServer) {
+  const CommandLine l = Walk({"dump", "-df", "J", "-subsys", "expm", "-rt", "s", "-ntype",
+                              "conf", "-copy_type", "Replica", "-m", "other"})
+                            .line;
+  EXPECT_EQ(l.dumpForm, DUMPFORM_JSON);
+  EXPECT_EQ(l.subsystem, SUBSYSTEM_ID_EXPIRATION_MGR);
+  EXPECT_EQ(l.recordTypes, 15);
+  EXPECT_EQ(l.notificationType, IMPORT_NOTIFICATION_CONF);
+  EXPECT_EQ(*l.copyType.get(), 3);
+  EXPECT_STREQ(l.masterServer.get(), "other");
+  EXPECT_TRUE(l.given(OPT_M));
+}
+
+TEST_F(WalkTest, OptionsSelectTheOperationOnlyWhenNoneIsSet) {
+  struct {
+    std::vector<std::string> args;
+    operation_e op;
+    bool admin;
+    bool catalog;
+  } cases[] = {
+      {{"-test_import_frags", "f"}, OP_ADD_IMPORT_FRAGS, true, false},
+      {{"-test_import_frags"}, OP_ADD_IMPORT_FRAGS, true, false},  // before the value
+      {{"-list_import_frags"}, OP_LIST_IMPORT_FRAGS, false, true},
+      {{"-testhook"}, OP_TESTHOOK, true, false},
+      {{"-h"}, OP_HELP, false, false},
+      {{"list", "-testhook", "-help"}, OP_LIST, false, true},
+      {{"nosuch", "-testhook"}, OP_TESTHOOK, true, false},
+  };
+  for (const auto& c : cases) {
+    const CommandLine l = Walk(c.args).line;
+    EXPECT_EQ(l.operation, c.op) << c.args[0];
+    EXPECT_EQ(l.requiresAdmin, c.admin) << c.args[0];
+    EXPECT_EQ(l.requiresCatalog, c.catalog) << c.args[0];
+  }
+  EXPECT_TRUE(Walk({"list", "-HELP"}).line.helpRequested);
+}
+
+TEST_F(WalkTest, EveryProblemIsReportedInArgumentOrder) {
+  ArgumentWalk walk =
+      Walk({"-client", "-U", "bogus", "-lifecyclex", "list", "-rt", "Q", "-subsys", "IM",
+            "-copy_type", "tape", "-ntype", "some", "-df", "z", "-before", "yesterday", "active",
+            "-wait", "-jobid"});
+  EXPECT_TRUE(walk.errorSeen);
+  EXPECT_EQ(err_,
+            "No value supplied for -client option\n"
+            "bogus is not a recognized operation\n"
+            "-lifecyclex is not a recognized option\n"
+            "-rt argument Q not a recognized value\n"
+            "Invalid value supplied for -subsys option\n"
+            "Invalid value supplied for -copy_type option\n"
+            "Invalid value supplied for -ntype option\n"
+            "-df argument z not a recognized value\n"
+            "Invalid value supplied for -before option\n"
+            "multiple operations  specified\n"
+            "option '-wait' is no longer necessary and has been deprecated\n"
+            "No value supplied for -jobid option\n");
+  // A rejected value leaves the option not given; -U after -client was read
+  // as an option of its own.
+  EXPECT_FALSE(walk.line.given(OPT_CLIENT));
+  EXPECT_FALSE(walk.line.given(OPT_RT));
+  EXPECT_TRUE(walk.line.given(OPT_U));
+  EXPECT_EQ(walk.line.operation, OP_LIST);
+}
+
+TEST_F(WalkTest, UnknownWordClearsTheOperation) {
+  ArgumentWalk walk = Walk({"list", "bogus"});
+  EXPECT_EQ(walk.line.operation, OP_NONE);
+  EXPECT_FALSE(walk.line.requiresCatalog);
+  walk = Walk({"new_session", "NS", "new_session"});
+  EXPECT_FALSE(walk.errorSeen);
+  EXPECT_EQ(walk.line.operation, OP_NEW_SESSION);
+  EXPECT_EQ(err_, "");
+}
+
+TEST_F(WalkTest, WaitAloneIsNotAnError) {
+  ArgumentWalk walk = Walk({"-wait"});
+  EXPECT_FALSE(walk.errorSeen);
+  EXPECT_FALSE(walk.line.given(OPT_WAIT));
+  EXPECT_EQ(walk.argumentCount, 1);
+}
+
+TEST_F(WalkTest, SettledLineKeepsOnlyTheOperationsOptions) {
+  ArgumentWalk walk = Walk({"pendimplist", "-U", "-sincetime", "5", "-M", "m2", "-q"});
+  CommandLine settled = KeepAllowedOptions(walk, FindOperationOptions(OP_PENDIMPLIST));
+  EXPECT_EQ(settled.operation, OP_PENDIMPLIST);
+  EXPECT_TRUE(settled.requiresCatalog);
+  EXPECT_EQ(settled.outputForm, OUTPUT_SHORT);
+  EXPECT_EQ(settled.sinceTime, 0);
+  EXPECT_FALSE(settled.given(OPT_U));
+  EXPECT_FALSE(settled.given(OPT_Q));
+  EXPECT_STREQ(settled.masterServer.get(), "m2");
+
+  walk = Walk({"completion_report", "-M", "m2", "-lifecycle", "x", "-version", "2",
+               "-after", "01/02/2024"});
+  settled = KeepAllowedOptions(walk, FindOperationOptions(OP_COMPLETION_REPORT));
+  EXPECT_EQ(settled.masterServer.get(), nullptr);
+  EXPECT_EQ(settled.version, 2);
+  EXPECT_EQ(settled.timeRange, TIME_RANGE_AFTER);
+  EXPECT_EQ(settled.time, 1704153600L);
+}
+
+}  // namespace
