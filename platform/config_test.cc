@@ -1,0 +1,145 @@
+// Tests of the configuration reader: well-formed files, each kind of bad
+// line, and the configuration services on real files under a test root.
+#include "platform/config.h"
+
+#include <cerrno>
+
+#include "gtest/gtest.h"
+#include "platform/test_root.h"
+
+namespace {
+
+TEST(ParseStashwellConfig, ReadsEveryKey) {
+  const std::string text =
+      "# comment\n"
+      "\n"
+      "  EMM_SERVER =  emm1.example.com  \n"
+      "EMM_PORT=2000\r\n"
+      "EMM_CATALOG = /var/cat.db\n"
+      "MASTER_SERVER = m1\n"
+      "MASTER_SERVER = m2\n"
+      "IMPORT_CONF_THRESHOLD = 2 minutes\n"
+      "USE_QZSS = prohibited\n"
+      "VERBOSE = 3\n"
+      "VERBOSE.cyclectl = 5\n"
+      "ADMIN_USER = alice\n"
+      "ADMIN_GROUP = backupadm\n"
+      "ADMIN_GROUP = ops\n"
+      "DAEMON_PORT.cyclesvc = 13724\n"
+      "CATALOG_BUSY_TIMEOUT = 500\n";
+  StashwellConfig c;
+  std::vector<std::string> errors;
+  ASSERT_TRUE(ParseStashwellConfig(text, "f", &c, &errors)) << errors[0];
+  EXPECT_EQ(c.emmServer, "emm1.example.com");
+  EXPECT_EQ(c.emmPort, 2000);
+  EXPECT_EQ(c.emmCatalog, "/var/cat.db");
+  EXPECT_TRUE(c.hasMasterList);
+  EXPECT_EQ(c.masterServers, (std::vector<std::string>{"m1", "m2"}));
+  EXPECT_EQ(c.importConfThresholdValue, 2);
+  EXPECT_EQ(c.importConfThresholdUnits, CONFIG_UNITS_MINUTES);
+  EXPECT_EQ(c.useQzss, USE_QZSS_PROHIBITED);
+  EXPECT_EQ(c.verbose, 3);
+  EXPECT_EQ(c.programVerbose.at("cyclectl"), 5);
+  EXPECT_EQ(c.adminUsers, std::vector<std::string>{"alice"});
+  EXPECT_EQ(c.adminGroups, (std::vector<std::string>{"backupadm", "ops"}));
+  EXPECT_EQ(c.daemonPorts.at("cyclesvc"), 13724);
+  EXPECT_EQ(c.catalogBusyTimeoutMs, 500);
+}
+
+TEST(ParseStashwellConfig, DefaultsAndEmptyMasterName) {
+  StashwellConfig c;
+  std::vector<std::string> errors;
+  ASSERT_TRUE(ParseStashwellConfig("MASTER_SERVER =\nIMPORT_CONF_THRESHOLD = 7\n", "f", &c, &errors));
+  EXPECT_EQ(c.emmServer, "");
+  EXPECT_EQ(c.emmPort, 1556);
+  EXPECT_EQ(c.useQzss, USE_QZSS_AUTOMATIC);
+  EXPECT_EQ(c.catalogBusyTimeoutMs, 30000);
+  // An empty master name is kept for start-up to report.
+  EXPECT_TRUE(c.hasMasterList);
+  EXPECT_EQ(c.masterServers, std::vector<std::string>{""});
+  EXPECT_EQ(c.importConfThresholdUnits, CONFIG_UNITS_SECONDS);
+}
+
+TEST(ParseStashwellConfig, ReportsEveryBadLineWithItsNumber) {
+  struct {
+    const char* line;
+    const char* error;
+  } cases[] = {
+      {"EMM_SERVER", "f:2: expected KEY = VALUE"},
+      {"NOPE = 1", "f:2: unknown key 'NOPE'"},
+      {"emm_server = x", "f:2: unknown key 'emm_server'"},
+      {"VERBOSE. = 1", "f:2: unknown key 'VERBOSE.'"},
+      {"DAEMON_PORT.a/b = 1", "f:2: unknown key 'DAEMON_PORT.a/b'"},
+      {"EMM_PORT = 0", "f:2: EMM_PORT: port must be a number from 1 to 65535"},
+      {"EMM_PORT = 65536", "f:2: EMM_PORT: port must be a number from 1 to 65535"},
+      {"EMM_PORT = 12ab", "f:2: EMM_PORT: port must be a number from 1 to 65535"},
+      {"EMM_PORT = -5", "f:2: EMM_PORT: port must be a number from 1 to 65535"},
+      {"EMM_CATALOG =", "f:2: EMM_CATALOG: value missing"},
+      {"USE_QZSS = sometimes", "f:2: USE_QZSS: expected AUTOMATIC, REQUIRED or PROHIBITED"},
+      {"VERBOSE = 6", "f:2: VERBOSE: verbosity must be a number from 0 to 5"},
+      {"IMPORT_CONF_THRESHOLD = 2 WEEKS",
+       "f:2: IMPORT_CONF_THRESHOLD: unknown unit 'WEEKS' (SECONDS, MINUTES, HOURS or DAYS)"},
+      {"IMPORT_CONF_THRESHOLD = HOURS",
+       "f:2: IMPORT_CONF_THRESHOLD: expected a whole number and a unit (SECONDS, MINUTES, HOURS "
+       "or DAYS)"},
+      {"IMPORT_CONF_THRESHOLD = 1 HOURS extra",
+       "f:2: IMPORT_CONF_THRESHOLD: expected a whole number and a unit (SECONDS, MINUTES, HOURS "
+       "or DAYS)"},
+      {"ADMIN_USER =", "f:2: ADMIN_USER: value missing"},
+      {"EMM_SERVER = again", "f:2: EMM_SERVER given again (first on line 1)"},
+  };
+  for (const auto& c : cases) {
+    StashwellConfig config;
+    config.emmServer = "untouched";
+    std::vector<std::string> errors;
+    EXPECT_FALSE(ParseStashwellConfig(std::string("EMM_SERVER = e\n") + c.line + "\n", "f",
+                                      &config, &errors))
+        << c.line;
+    ASSERT_EQ(errors.size(), 1u) << c.line;
+    EXPECT_EQ(errors[0], c.error);
+    EXPECT_EQ(config.emmServer, "untouched") << "a bad file must not be taken in part";
+  }
+}
+
+TEST(ComputeConfigUnitsBaseValue, ConvertsEachUnit) {
+  EXPECT_EQ(computeConfigUnitsBaseValue(5, CONFIG_UNITS_SECONDS), 5);
+  EXPECT_EQ(computeConfigUnitsBaseValue(5, CONFIG_UNITS_MINUTES), 300);
+  EXPECT_EQ(computeConfigUnitsBaseValue(2, CONFIG_UNITS_HOURS), 7200);
+  EXPECT_EQ(computeConfigUnitsBaseValue(3000000, CONFIG_UNITS_DAYS), 259200000000LL);
+}
+
+TEST(ConfigFile, ServicesReadTheFileUnderTheRoot) {
+  testing_root::Remove("etc");
+  { QbConfReader missing;
+    EXPECT_FALSE(missing.hasData()); }
+  EXPECT_EQ(SW_read_master_config(), ENOENT);
+
+  testing_root::Write("etc/stashwell.conf/x", "");  // a directory where the file should be
+  EXPECT_EQ(SW_read_master_config(), EISDIR);
+  testing_root::Remove("etc");
+
+  testing_root::Write("etc/stashwell.conf",
+                      "EMM_SERVER = e1\nMASTER_SERVER = m1\nEMM_CATALOG = cat/x.db\n"
+                      "IMPORT_CONF_THRESHOLD = 3 HOURS\nDAEMON_PORT.cyclesvc = 4000\n");
+  QbConfReader reader;
+  ASSERT_TRUE(reader.hasData());
+  EXPECT_EQ(reader.getEmmServer(), "e1");
+  EXPECT_EQ(reader.getEmmPort(), 1556);
+  EXPECT_EQ(reader.getEmmCatalog(), "cat/x.db");
+  ASSERT_EQ(SW_read_master_config(), 0);
+  EXPECT_EQ(get_master_config_ptr()->masterServers[0], "m1");
+  EXPECT_EQ(get_master_config_ptr()->importConfThresholdUnits, CONFIG_UNITS_HOURS);
+  EXPECT_EQ(SW_catalog_path(), testing_root::Path() + "/cat/x.db");
+  EXPECT_EQ(SW_daemon_port("cyclesvc"), 4000);
+  EXPECT_EQ(SW_daemon_port("SWDSMFSM"), 0);
+
+  testing_root::Write("etc/stashwell.conf", "EMM_SERVER = e1\nEMM_PORT = x\n");
+  testing::internal::CaptureStderr();
+  EXPECT_EQ(SW_read_master_config(), EINVAL);
+  EXPECT_EQ(testing::internal::GetCapturedStderr(),
+            testing_root::Path() + "/etc/stashwell.conf:2: EMM_PORT: port must be a number from 1 to 65535\n");
+  // The record of the last good read stays.
+  EXPECT_EQ(get_master_config_ptr()->masterServers[0], "m1");
+}
+
+}  // namespace

@@ -1,0 +1,132 @@
+// Tests of the locale names and of the date-time conversion.
+#include "platform/locale.h"
+
+#include <cstdlib>
+#include <ctime>
+
+#include "gtest/gtest.h"
+
+namespace {
+
+const char* const kLocaleVariables[] = {"LC_ALL", "LC_MESSAGES", "LC_TIME", "LC_CTYPE",
+                                        "LC_COLLATE", "LC_NUMERIC", "LANG"};
+
+TEST(ZkGetLocaleEx, FollowsThePosixPrecedence) {
+  struct {
+    std::vector<std::pair<const char*, const char*>> env;
+    const char* messages;
+    const char* time;
+    const char* status;
+  } cases[] = {
+      {{}, "C", "C", "default"},
+      {{{"LANG", "de_DE.UTF-8"}}, "de_DE.UTF-8", "de_DE.UTF-8", "LANG"},
+      {{{"LANG", "de_DE"}, {"LC_TIME", "en_GB"}}, "de_DE", "en_GB", "LANG"},
+      {{{"LANG", "de_DE"}, {"LC_MESSAGES", "fr_FR"}}, "fr_FR", "de_DE", "LC_MESSAGES"},
+      {{{"LC_ALL", "en_US"}, {"LC_MESSAGES", "fr_FR"}, {"LC_TIME", "de_DE"}}, "en_US", "en_US",
+       "LC_ALL"},
+      // Empty variables count as unset; unsafe names fall back to C.
+      {{{"LC_ALL", ""}, {"LANG", "../../etc"}}, "C", "C", "LANG"},
+      {{{"LANG", "de DE"}}, "C", "C", "LANG"},
+  };
+  for (const auto& c : cases) {
+    for (const char* v : kLocaleVariables) unsetenv(v);
+    for (const auto& e : c.env) setenv(e.first, e.second, 1);
+    char messages[256], ctype[256], time[256], collate[256], numeric[256], status[256];
+    EXPECT_EQ(zkgetlocaleEx(messages, 256, ctype, 256, time, 256, collate, 256, numeric, 256, status), 0);
+    EXPECT_STREQ(messages, c.messages);
+    EXPECT_STREQ(time, c.time);
+    EXPECT_STREQ(status, c.status);
+  }
+  for (const char* v : kLocaleVariables) unsetenv(v);
+}
+
+TEST(LocaleCandidates, GoFromSpecificToC) {
+  EXPECT_EQ(LocaleCandidates("de_DE.UTF-8@euro"),
+            (std::vector<std::string>{"de_DE.UTF-8@euro", "de_DE.UTF-8", "de_DE", "de", "C"}));
+  EXPECT_EQ(LocaleCandidates("de"), (std::vector<std::string>{"de", "C"}));
+  EXPECT_EQ(LocaleCandidates("POSIX"), std::vector<std::string>{"C"});
+  EXPECT_EQ(LocaleCandidates(nullptr), std::vector<std::string>{"C"});
+  EXPECT_EQ(LocaleCandidates("a/../b"), std::vector<std::string>{"C"});
+}
+
+const long kFails = 99999;
+
+class DateTest : public testing::Test {
+ protected:
+  void SetUp() override {
+    setenv("TZ", "UTC", 1);
+    tzset();
+  }
+};
+
+TEST_F(DateTest, FormTextsByLocale) {
+  EXPECT_STREQ(getdtstring("C"), "mm/dd/yyyy HH:MM:SS");
+  EXPECT_STREQ(getdtstring("en_US.UTF-8"), "mm/dd/yyyy HH:MM:SS");
+  EXPECT_STREQ(getdtstring("en_GB.UTF-8"), "dd/mm/yyyy HH:MM:SS");
+  EXPECT_STREQ(getdtstring("de_DE"), "dd.mm.yyyy HH:MM:SS");
+  EXPECT_STREQ(getdtstring("xx_YY"), "mm/dd/yyyy HH:MM:SS");
+}
+
+TEST_F(DateTest, ConvertsTheFormsOfEachLocale) {
+  struct {
+    const char* locale;
+    const char* text;
+    int flag;
+    long expected;  // kFails: the text must be refused
+  } cases[] = {
+      {"C", "01/02/2024", 1, 1704153600},
+      {"C", "1/2/2024", 1, 1704153600},
+      {"C", "01/02/2024 13:14:15", 1, 1704201255},
+      {"C", "  01/02/2024   13:14  ", 1, 1704201240},
+      {"POSIX", "12/31/1999 23:59:59", 1, 946684799},
+      {"en_US.UTF-8", "02/29/2024", 1, 1709164800},
+      {"en_GB", "02/01/2024", 1, 1704153600},
+      {"de_DE.UTF-8", "02.01.2024 13:14:15", 1, 1704201255},
+      {"C", "01/01/1970", 1, 0},
+      {"C", "12/31/1969 23:59:59", 1, -1},
+      // The reactivation time (flag 0) needs the time of day.
+      {"C", "01/02/2024 00:00:00", 0, 1704153600},
+      {"C", "01/02/2024", 0, kFails},
+      // Impossible or malformed texts.
+      {"C", "02/29/2023", 1, kFails},
+      {"C", "13/01/2024", 1, kFails},
+      {"C", "00/10/2024", 1, kFails},
+      {"C", "04/31/2024", 1, kFails},
+      {"C", "01/02/24", 1, kFails},
+      {"C", "01/02/2024 24:00:00", 1, kFails},
+      {"C", "01/02/2024 12:60", 1, kFails},
+      {"C", "01/02/2024 12", 1, kFails},
+      {"C", "01/02/2024T12:00", 1, kFails},
+      {"C", "01/02/2024 12:00:00 x", 1, kFails},
+      {"C", "01.02.2024", 1, kFails},
+      {"de_DE", "01/02/2024", 1, kFails},
+      {"C", "", 1, kFails},
+      {"C", "123/02/2024", 1, kFails},
+  };
+  for (const auto& c : cases) {
+    long result = 12345;
+    int ok = convert2unixdatel(c.text, &result, c.flag, c.locale);
+    if (c.expected == kFails) {
+      EXPECT_EQ(ok, 0) << c.locale << " '" << c.text << "' flag " << c.flag;
+      EXPECT_EQ(result, 12345) << "the result is left alone on failure";
+    } else {
+      EXPECT_NE(ok, 0) << c.locale << " '" << c.text << "' flag " << c.flag;
+      EXPECT_EQ(result, c.expected) << c.locale << " '" << c.text << "'";
+    }
+  }
+}
+
+TEST_F(DateTest, LocalTimeZoneAndExplicitFormat) {
+  setenv("TZ", "America/New_York", 1);
+  tzset();
+  long result = 0;
+  ASSERT_NE(convert2unixdatel("07/01/2024 12:00:00", &result, 1, "C"), 0);
+  EXPECT_EQ(result, 1719849600);  // 16:00 UTC in summer time
+  ASSERT_NE(convert2unixdatel("2024-07-01 12:00", &result, 0, "C", "%Y-%m-%d %H:%M"), 0);
+  EXPECT_EQ(result, 1719849600);
+  EXPECT_EQ(convert2unixdatel("2024-02-30 12:00", &result, 0, "C", "%Y-%m-%d %H:%M"), 0);
+  EXPECT_EQ(convert2unixdatel(nullptr, &result, 1, "C"), 0);
+  EXPECT_EQ(convert2unixdatel("01/01/2024", nullptr, 1, "C"), 0);
+}
+
+}  // namespace

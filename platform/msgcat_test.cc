@@ -1,0 +1,137 @@
+// Tests of the message catalogs (lookup, locale fallback, refusal of texts
+// whose printf arguments differ) and of the status texts, on the built
+// catalogs and on a catalog written by the test.
+#include "platform/msgcat.h"
+
+#include <cstdlib>
+#include <sstream>
+
+#include "gtest/gtest.h"
+#include "platform/test_root.h"
+
+namespace {
+
+class MsgCatTest : public testing::Test {
+ protected:
+  static void SetUpTestSuite() {
+    testing_root::InstallData();
+    // A test locale "xx" with a good entry, a mismatched one and a reordered one.
+    testing_root::Write("share/msg/xx/cyclectl.msg",
+                        "$quote \"\n$set 1\n"
+                        "430 \"xx %s unreadable\"\n"
+                        "440 \"xx %d wrong type\"\n"
+                        "120 \"xx second '%2$s' first '%1$s'\"\n"
+                        "$set 2\n30 \"xx %s %s one too many\\n\"\n");
+    std::string dir = testing_root::Path() + "/share/msg/xx";
+    std::string cmd = "gencat --new -o " + dir + "/cyclectl.cat " + dir + "/cyclectl.msg";
+    ASSERT_EQ(system(cmd.c_str()), 0);
+  }
+};
+
+TEST(PrintfArgumentTypes, ClassifiesEachConversion) {
+  struct {
+    const char* format;
+    const char* types;  // nullptr: refused
+  } cases[] = {
+      {"plain %% text", ""},
+      {"%s %d %u %x %c", "siiii"},
+      {"%ld %lu %lld %llx %zu %jd %td %hd %hhu", "llqqzjtii"},
+      {"%f %.3e %Lg %p %ls %lc", "ddDpSw"},
+      {"%-10s|%05d|%+.2f|%*d|%.*s", "sidiiis"},
+      {"%2$s %1$d", "is"},
+      {"%1$s %1$s", "s"},
+      {"%m is fine", ""},
+      {"%n", nullptr},
+      {"%1$s %d", nullptr},
+      {"%2$s", nullptr},
+      {"%1$s %1$d", nullptr},
+      {"%k", nullptr},
+      {"trailing %", nullptr},
+      {"%Ls", nullptr},
+  };
+  for (const auto& c : cases) {
+    std::string types;
+    bool ok = PrintfArgumentTypes(c.format, &types);
+    if (c.types) {
+      EXPECT_TRUE(ok) << c.format;
+      EXPECT_EQ(types, c.types) << c.format;
+    } else {
+      EXPECT_FALSE(ok) << c.format;
+    }
+  }
+}
+
+TEST_F(MsgCatTest, LooksUpTheLocaleThenFallsBack) {
+  const char* const kUnreadable = "%s: unable to read Stashwell configuration";
+  struct {
+    const char* id;
+    const char* locale;
+    const char* defaultFormat;
+    const char* expected;
+    int used;  // 0 catalog, 1 default
+  } cases[] = {
+      {"SmeSlp0430N", "de_DE.UTF-8", kUnreadable,
+       "prog: Stashwell-Konfiguration kann nicht gelesen werden", 0},
+      {"SmeSlp0430N", "de", kUnreadable, "prog: unable to read Stashwell configuration", 0},
+      {"SmeSlp0430N", "fr_FR", kUnreadable, "prog: unable to read Stashwell configuration", 0},
+      {"SmeSlp0430N", "xx", kUnreadable, "xx prog unreadable", 0},
+      // Catalog texts that take other arguments are not used.
+      {"SmeSlp0440N", "xx", "default %s", "default prog", 1},
+      {"SmeCom0030N", "xx", "default %s", "default prog", 1},
+      // Ids unknown to every catalog, and ids of another shape.
+      {"SmeSlp9999N", "de_DE", "default %s", "default prog", 1},
+      {"SmeXyz0430N", "de_DE", "default %s", "default prog", 1},
+      {"bogus", "de_DE", "default %s", "default prog", 1},
+      {nullptr, "de_DE", "default %s", "default prog", 1},
+  };
+  char buf[256];
+  EXPECT_EQ(zkgetmsg("SmeSlp0430N", "C", sizeof buf, buf, nullptr, 0, nullptr, "other %d %s", 0, "p"), 1);
+  EXPECT_STREQ(buf, "other 0 p");
+  for (const auto& c : cases) {
+    int used = zkgetmsg(c.id, c.locale, sizeof buf, buf, nullptr, 0, nullptr, c.defaultFormat, "prog");
+    EXPECT_EQ(used, c.used) << (c.id ? c.id : "null") << " " << c.locale;
+    EXPECT_STREQ(buf, c.expected) << (c.id ? c.id : "null") << " " << c.locale;
+  }
+}
+
+TEST_F(MsgCatTest, ReorderedArgumentsAndTheSecondBuffer) {
+  char user[64], log[64];
+  zkgetmsg("SmeSlp0120N", "xx", sizeof user, user, "C", sizeof log, log, "'%s' needs '%s'", "-a",
+           "-b");
+  EXPECT_STREQ(user, "xx second '-b' first '-a'");
+  // The C catalog holds the text of the sources, not this test's default.
+  EXPECT_STRNE(log, "xx second '-b' first '-a'");
+
+  char small[8];
+  EXPECT_EQ(zkgetmsg("SmeSlp9999N", "C", sizeof small, small, nullptr, 0, nullptr, "%s", "0123456789"), 1);
+  EXPECT_STREQ(small, "0123456");
+}
+
+TEST_F(MsgCatTest, StatusTexts) {
+  EXPECT_EQ(getECmsgl_ts(0, "C").text, "the requested operation was successfully completed");
+  EXPECT_EQ(getECmsgl_ts(0, "de_DE.UTF-8").text,
+            "der angeforderte Vorgang wurde erfolgreich abgeschlossen");
+  EXPECT_EQ(getECmsgl_ts(133, "de_DE").text, "the request is not valid");  // English fallback
+  EXPECT_EQ(getECmsgl_ts(-77, "C").text, "unknown status code -77");
+  std::ostringstream out;
+  out << getECmsgl_ts(227, "C");
+  EXPECT_EQ(out.str(), "no matching entity was found");
+
+  unsetenv("LC_ALL");
+  setenv("LANG", "de_DE", 1);
+  EXPECT_STREQ(getECmsg(227), "kein passendes Objekt gefunden");
+  setenv("LC_ALL", "C", 1);
+  EXPECT_STREQ(getECmsg(227), "no matching entity was found");
+  const char* unknown = getECmsg(424242);
+  EXPECT_STREQ(unknown, "unknown status code 424242");
+  EXPECT_EQ(getECmsg(424242), unknown) << "texts live as long as the process";
+}
+
+TEST_F(MsgCatTest, DamagedCatalogGivesTheDefault) {
+  testing_root::Write("share/msg/yy/cyclectl.cat", std::string("\xde\x12\x04\x95 garbage", 12));
+  char buf[64];
+  EXPECT_EQ(zkgetmsg("SmeSlp0777N", "yy", sizeof buf, buf, nullptr, 0, nullptr, "d %d", 7), 1);
+  EXPECT_STREQ(buf, "d 7");
+}
+
+}  // namespace
