@@ -1,0 +1,99 @@
+// Tests of the debug log: file name and mode, line format, and the silent
+// behaviour of a log that is not open.
+#include "platform/debuglog.h"
+
+#include <sys/stat.h>
+
+#include <cerrno>
+#include <ctime>
+#include <filesystem>
+#include <fstream>
+#include <regex>
+#include <sstream>
+
+#include "gtest/gtest.h"
+#include "platform/config.h"
+#include "platform/test_root.h"
+
+namespace {
+
+std::string TodayFile(const std::string& dir, const char* prog) {
+  time_t now = time(nullptr);
+  struct tm t;
+  localtime_r(&now, &t);
+  char name[64];
+  strftime(name, sizeof name, ".%Y%m%d.log", &t);
+  return dir + "/" + prog + name;
+}
+
+std::string Slurp(const std::string& path) {
+  std::ifstream in(path);
+  std::ostringstream s;
+  s << in.rdbuf();
+  return s.str();
+}
+
+TEST(DebugLog, WritesOneLinePerCallInTodaysFile) {
+  std::string logs = testing_root::Path() + "/logs";
+  std::filesystem::create_directories(logs + "/admin");
+  logmsg(2, "before open", "x");  // dropped: no log yet
+
+  mode_t old = umask(027);
+  int err = -1;
+  ASSERT_GE(open_debug_log(logs.c_str(), "admin", "prog", 0666, &err), 0);
+  umask(old);
+  EXPECT_EQ(err, 0);
+  logmsg(2, "INITIATING: x", "prog");
+  logmsg(16, "two\nlines\n\n", "check_routine");
+  logmsg(2, "trailing blank ", "prog");
+  logmsgv(2, "level %d: %s (%s)", 5, "text", "src");
+  close_debug_log();
+  logmsg(2, "after close", "x");
+
+  std::string file = TodayFile(logs + "/admin", "prog");
+  struct stat st;
+  ASSERT_EQ(stat(file.c_str(), &st), 0);
+  EXPECT_EQ(st.st_mode & 0777, 0640u) << "created with the mode passed, less the umask";
+
+  std::string text = Slurp(file);
+  std::regex line(R"(\d\d:\d\d:\d\d\.\d\d\d \[)" + std::to_string(getpid()) + R"(\] <(\d+)> ([^:]+): (.*))");
+  std::vector<std::string> bodies;
+  std::istringstream in(text);
+  for (std::string l; std::getline(in, l);) {
+    std::smatch m;
+    ASSERT_TRUE(std::regex_match(l, m, line)) << l;
+    bodies.push_back("<" + m[1].str() + "> " + m[2].str() + ": " + m[3].str());
+  }
+  EXPECT_EQ(bodies, (std::vector<std::string>{"<2> prog: INITIATING: x",
+                                              "<16> check_routine: two lines",
+                                              "<2> prog: trailing blank ",
+                                              "<2> prog: level 5: text (src)"}));
+
+  // Appends on the next open.
+  ASSERT_GE(open_debug_log(logs.c_str(), "admin", "prog", 0666, &err), 0);
+  logmsg(2, "again", "prog");
+  close_debug_log();
+  EXPECT_EQ(Slurp(file).compare(0, text.size(), text), 0);
+  EXPECT_NE(Slurp(file).find("<2> prog: again\n"), std::string::npos);
+}
+
+TEST(DebugLog, ReportsWhyItCannotOpen) {
+  std::string logs = testing_root::Path() + "/nologs";
+  int err = 0;
+  EXPECT_LT(open_debug_log(logs.c_str(), "admin", "prog", 0666, &err), 0);
+  EXPECT_EQ(err, ENOENT);
+  logmsg(2, "nowhere", "prog");  // must not fail
+  EXPECT_FALSE(std::filesystem::exists(logs));
+  EXPECT_STRNE(swdlog_root(), "");
+  EXPECT_EQ(std::string(swdlog_root()), testing_root::Path() + "/logs");
+}
+
+TEST(DebugLog, ConfiguredVerbosity) {
+  testing_root::Write("etc/stashwell.conf", "VERBOSE = 2\nVERBOSE.cyclectl = 4\n");
+  ASSERT_EQ(SW_read_master_config(), 0);
+  EXPECT_EQ(get_configured_verbose("cyclectl", "admin"), 4);
+  EXPECT_EQ(get_configured_verbose("other", "admin"), 2);
+  EXPECT_EQ(get_configured_verbose(nullptr, "admin"), 2);
+}
+
+}  // namespace
