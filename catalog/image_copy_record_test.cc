@@ -1,0 +1,124 @@
+// The import-confirmation statement, run through the data-access layer on
+// the catalog schema.
+#include "catalog/image_copy_record.h"
+
+#include <gtest/gtest.h>
+
+#include <string>
+#include <vector>
+
+#include "catalog/database_connection.h"
+#include "platform/dal/dal_test_support.h"
+
+namespace {
+
+using namespace Corvela::Dal;
+
+class ImageCopyQueryTest : public ::testing::Test {
+ protected:
+  void SetUp() override {
+    catalog_.ApplySchema();
+    catalog_.Exec(
+        "INSERT INTO DBM_Image (ImageKey, MasterServerKey, ClientMachineName, BackupTime, "
+        "NumChildren, StorageServiceName, StorageServiceVersionNumber, LastBirthTime, "
+        "CreatedDateTime, SLPOperationsMask, StorageServiceIsInactive) VALUES "
+        "(1, 1, 'parent', 1000, 3, 'slp', 2, 900, '2023-11-14 22:13:20', 4294967295, 1),"
+        "(2, 1, 'child', 2000, 0, 'it''s', 1, 0, '2023-11-14 22:13:21', 0, 0),"
+        "(3, 1, 'other', 3000, 0, 'slp', 2, 0, '2023-11-14 22:13:22', 0, 0);"
+        "UPDATE DBM_Image SET ParentImageKey = 1 WHERE ImageKey = 2;"
+        "INSERT INTO DBM_ImageCopy (ImageCopyKey, ImageKey, CopyNumber, SLPIndex, CopyState, "
+        "LastRetryTime, CopySize, ExpirationCount, Residence, WGKey) VALUES "
+        "(10, 1, 2, 1, 14, 500, 1234, 7, '*Remote*Master*', 4294967295),"
+        "(11, 1, 3, 2, 14, 400, 0, -3, '', 0),"
+        "(12, 2, 2, 1, 14, 600, 0, 0, '', 0),"
+        "(13, 3, 2, 1, 3, 100, 0, 0, '', 0)");
+  }
+
+  // The rows of the statement for `condition`, fetched in batches of 100.
+  std::vector<image_copy_record> Rows(const std::string& condition) {
+    const CatalogLocation where = catalog_.location();
+    DatabaseConnection db(USERID_SLP_ADMIN, &where);
+    EXPECT_TRUE(db.connected);
+    std::vector<image_copy_record> rows;
+    if (!db.connected) return rows;
+    EXPECT_EQ(db.connection->Execute(db.view, ImageCopyStatement(condition), nullptr,
+                                     LOG_AT_VERBOSITY_5, "DbConnection::Execute", false, false),
+              DAL_SUCCESS);
+    std::vector<image_copy_record> batch(100);
+    for (;;) {
+      unsigned int count = 100;
+      const int status = db.connection->Fetch(db.view, batch.data(), sizeof(image_copy_record),
+                                              imageCopyBind, kImageCopyColumns, &count, true, false);
+      if (status != DAL_SUCCESS) {
+        EXPECT_EQ(status, DAL_NO_DATA);
+        break;
+      }
+      rows.insert(rows.end(), batch.begin(), batch.begin() + count);
+    }
+    return rows;
+  }
+
+  TempCatalog catalog_;
+};
+
+TEST_F(ImageCopyQueryTest, ReadsPendingCopiesOldestFirst) {
+  const std::vector<image_copy_record> rows = Rows(ImportPendingCondition(nullptr, true, 0));
+  ASSERT_EQ(rows.size(), 3u);
+  EXPECT_EQ(rows[0].copy.ImageCopyKey, 11u);
+  EXPECT_EQ(rows[1].copy.ImageCopyKey, 10u);
+  EXPECT_EQ(rows[2].copy.ImageCopyKey, 12u);
+
+  const image_copy_record& parent = rows[1];
+  EXPECT_STREQ(parent.image.BackupID, "parent_1000");
+  EXPECT_STREQ(parent.image.ParentBackupID, "");
+  EXPECT_EQ(parent.image.ParentImageKey, 0u);
+  EXPECT_EQ(parent.image.NumSiblings, 0);
+  EXPECT_EQ(parent.image.BirthTime, 900);
+  EXPECT_EQ(parent.image.CreatedDateTime, 1700000000);
+  EXPECT_EQ(parent.image.SLPOperationsMask, 4294967295u);
+  EXPECT_EQ(parent.image.StorageServiceIsInactive, 1);
+  EXPECT_EQ(parent.image.StorageServiceVersionNumber, 2);
+  EXPECT_EQ(parent.copy.ImageKey, 1u);
+  EXPECT_EQ(parent.copy.CopyNumber, 2);
+  EXPECT_EQ(parent.copy.SLPIndex, 1);
+  EXPECT_EQ(parent.copy.LastRetryTime, 500);
+  EXPECT_EQ(parent.copy.CopySize, 1234);
+  EXPECT_EQ(parent.copy.ExpirationCount, 7);
+  EXPECT_EQ(rows[0].copy.ExpirationCount, -3);
+  EXPECT_STREQ(parent.copy.Residence, "*Remote*Master*");
+  EXPECT_EQ(parent.copy.WGKey, 4294967295u);
+
+  const image_copy_record& child = rows[2];
+  EXPECT_STREQ(child.image.ParentBackupID, "parent_1000");
+  EXPECT_EQ(child.image.ParentImageKey, 1u);
+  EXPECT_EQ(child.image.NumSiblings, 2);
+  EXPECT_STREQ(child.image.StorageServiceName, "it's");
+}
+
+TEST_F(ImageCopyQueryTest, ConditionNarrowsBySlpAndRetryTime) {
+  struct Case {
+    const char* slp;
+    bool all;
+    int64_t cutoff;
+    std::vector<uint64_t> copies;
+  };
+  const Case cases[] = {
+      {nullptr, false, 500, {11}},  // strictly before the cutoff
+      {nullptr, false, 501, {11, 10}},
+      {"slp", true, 0, {11, 10}},
+      {"it's", false, 1000, {12}},
+      {"", true, 0, {11, 10, 12}},
+      {"x' OR '1'='1", true, 0, {}},
+  };
+  for (const Case& c : cases) {
+    std::vector<uint64_t> copies;
+    for (const image_copy_record& r : Rows(ImportPendingCondition(c.slp, c.all, c.cutoff))) {
+      copies.push_back(r.copy.ImageCopyKey);
+    }
+    EXPECT_EQ(copies, c.copies) << (c.slp ? c.slp : "(none)") << " " << c.cutoff;
+  }
+  EXPECT_EQ(ImportPendingCondition("a'b", false, 99),
+            " Copy.CopyState = 14 AND Image.StorageServiceName = 'a''b' AND Copy.LastRetryTime < 99");
+}
+
+}  // namespace
