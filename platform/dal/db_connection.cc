@@ -135,8 +135,9 @@ int DbConnection::Execute(DalOdbcView* view, const std::string& sql, const DalBi
   if (status == DAL_SUCCESS) status = BindAll(view, bindings, sql);
   if (status != DAL_SUCCESS) return status;
   if (logParameters) {
-    DalTrace(verbosity, callerName,
-             std::to_string(sqlite3_bind_parameter_count(view->stmt_)) + " parameters bound");
+    char* expanded = sqlite3_expanded_sql(view->stmt_);
+    DalTrace(verbosity, callerName, std::string("with parameters: ") + (expanded ? expanded : ""));
+    sqlite3_free(expanded);
   }
 
   const int rc = sqlite3_step(view->stmt_);

@@ -45,9 +45,9 @@ class DbConnection {
   // parameter list ended by its terminator entry, or null for none; their
   // number must match the statement's '?' marks. A query is positioned
   // before its first row for Fetch. A searched UPDATE or DELETE that touches
-  // no row returns DAL_NO_DATA unless `allowNoData`. With `logParameters`
-  // the trace line also shows the parameter count. The statement is traced
-  // at `verbosity` under `callerName`.
+  // no row returns DAL_NO_DATA unless `allowNoData`. The statement is
+  // traced at `verbosity` under `callerName`; with `logParameters` also as
+  // SQLite runs it, with the parameter values in place of the marks.
   int Execute(DalOdbcView* view, const std::string& sql, const DalBinding* bindings,
               LOG_AT_VERBOSITY verbosity, const char* callerName, bool allowNoData,
               bool logParameters);
