@@ -1,7 +1,8 @@
 // cyclectl's entry point: the start-up order of a run. It fills the tables,
 // reads the configuration and the master configuration, learns the locale,
 // opens the debug log and logs the start, checks the master server name,
-// then hands the parsed command line to run_builtin and logs the exit status.
+// selects the record log, then hands the parsed command line to run_builtin
+// and logs the exit status.
 #include <sys/stat.h>
 
 #include <cerrno>
@@ -17,6 +18,7 @@
 #include "platform/locale.h"
 #include "remote/orb_startup.h"
 #include "util/cmd_exit.h"
+#include "util/cmn.h"
 #include "util/message.h"
 #include "util/process.h"
 
@@ -119,6 +121,9 @@ int main(int argc, char** argv) {
   MasterServer = master->masterServers[0];
 
   CommandLine cmd = ParseCommandLine(argc, argv);
+  // The record log goes to the legacy debug log for whatever the operation
+  // does; run_builtin sets up the rest (administrator check, catalog, ORB).
+  DBData::UseLegacyLogs();
   int status = run_builtin(cmd);
 
   std::string exiting = "EXITING, status = " + std::to_string(status);
