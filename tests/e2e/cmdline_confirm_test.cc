@@ -1,0 +1,86 @@
+// Confirmation prompts of the real binary, answered on standard input.
+// Only the answers that stop an operation are followed to the end of the
+// run: what happens after a yes is the business of the operation.
+#include <gtest/gtest.h>
+
+#include <string>
+
+#include "tests/e2e/harness.h"
+
+namespace {
+
+const char kDestinationPrompt[] =
+    "This operation will also cancel other destinations if they are using the specified "
+    "destination as source. Do you wish to proceed? (y/n): ";
+const char kWorkGroupPrompt[] =
+    "This operation will remove work group information in the database.  This will increase "
+    "the time taken for SLP processing and may impact ongoing SLP operations.  Do you wish to "
+    "proceed ? (y/n):";
+const char kExpiredPrompt[] =
+    "This operation will remove all expired image fragment entries in the database.  Any files "
+    "containing backup images corresponding to these entries must be deleted manually.  Do you "
+    "wish to proceed? (y/n) >";
+
+struct Declined {
+  std::vector<std::string> args;
+  std::string input;
+  std::string out;
+};
+
+TEST(CmdlineConfirmTest, DeclinedOperationsEndWithStatusZero) {
+  e2e::Root root;
+  const std::string noEntries = "No entries removed\n";
+  const std::string noDestinations = "No destinations cancelled\n";
+  const Declined cases[] = {
+      {{"dropwg"}, "n\n", kWorkGroupPrompt + noEntries},
+      {{"dropwg"}, "", kWorkGroupPrompt + noEntries},  // end of input
+      {{"dropwg"}, "  x y\n", kWorkGroupPrompt + noEntries},
+      {{"remove_exp"}, "no\n", kExpiredPrompt + noEntries},
+      {{"remove_exp"}, "", kExpiredPrompt + noEntries},
+      {{"cancel", "-lifecycle", "s", "-destination", "d"}, "Yes\n",
+       kDestinationPrompt + noDestinations},
+      {{"cancel", "-destination", "d"}, "yes-please\n", kDestinationPrompt + noDestinations},
+      {{"cancel", "-destination", "d"}, "", kDestinationPrompt + noDestinations},
+  };
+  for (const Declined& c : cases) {
+    e2e::Result r = root.Run(c.args, c.input);
+    EXPECT_EQ(r.out, c.out) << c.args[0] << " [" << c.input << "]";
+    EXPECT_EQ(r.err, "") << c.args[0] << " [" << c.input << "]";
+    EXPECT_EQ(r.status, 0) << c.args[0] << " [" << c.input << "]";
+  }
+}
+
+TEST(CmdlineConfirmTest, AcceptedPromptsGoOnToTheOperation) {
+  e2e::Root root;
+  struct {
+    std::vector<std::string> args;
+    std::string input;
+    std::string prompt;
+  } cases[] = {
+      {{"dropwg"}, "Y\n", kWorkGroupPrompt},
+      {{"dropwg"}, "\n yes\n", kWorkGroupPrompt},
+      {{"remove_exp"}, "y", kExpiredPrompt},
+      {{"cancel", "-destination", "d"}, "YES\n", kDestinationPrompt},
+      {{"cancel", "-destination", "d"}, "y\n", kDestinationPrompt},
+  };
+  for (const auto& c : cases) {
+    e2e::Result r = root.Run(c.args, c.input);
+    // The prompt is all the front end writes; no refusal follows it.
+    EXPECT_EQ(r.out.substr(0, c.prompt.size()), c.prompt) << c.args[0];
+    EXPECT_EQ(r.out.find("No entries removed"), std::string::npos) << c.args[0];
+    EXPECT_EQ(r.out.find("No destinations cancelled"), std::string::npos) << c.args[0];
+  }
+}
+
+TEST(CmdlineConfirmTest, NoPromptWithNowarnOrWithoutADestination) {
+  e2e::Root root;
+  for (const std::vector<std::string>& args :
+       {std::vector<std::string>{"dropwg", "-nowarn"}, {"remove_exp", "-NOWARN"},
+        {"cancel", "-destination", "d", "-nowarn"}, {"cancel", "-lifecycle", "s"}}) {
+    e2e::Result r = root.Run(args, "n\n");
+    EXPECT_EQ(r.out.find("(y/n)"), std::string::npos) << args[0];
+    EXPECT_EQ(r.out.find("No entries removed"), std::string::npos) << args[0];
+  }
+}
+
+}  // namespace

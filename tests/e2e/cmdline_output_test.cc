@@ -1,0 +1,20 @@
+// A run whose standard output cannot be written says so and fails.
+#include <gtest/gtest.h>
+
+#include <string>
+
+#include "tests/e2e/harness.h"
+
+namespace {
+
+TEST(CmdlineOutputTest, LostStandardOutputFailsTheRun) {
+  e2e::Root root;
+  std::string command = std::string("exec '") + STASHWELL_BIN_DIR + "/cyclectl' remove_all >/dev/full";
+  e2e::Result r = e2e::RunProgram("/bin/sh", {"sh", "-c", command},
+                                  {"STASHWELL_ROOT=" + root.path(), "TZ=UTC", "LC_ALL=C"}, "",
+                                  false, 60);
+  EXPECT_EQ(r.err, "cyclectl: cannot write standard output: No space left on device\n");
+  EXPECT_EQ(r.status, 74);
+}
+
+}  // namespace
