@@ -1,4 +1,4 @@
-// beginOfDay in time zones with daylight-saving changes, and StrOrNull.
+// beginOfDay in time zones with daylight-saving changes.
 #include "catalog/catalog_util.h"
 
 #include <gtest/gtest.h>
@@ -73,12 +73,6 @@ TEST(BeginOfDayTest, MidnightInsideTheGap) {
   EXPECT_EQ(beginOfDay(1541340000), 1541300400);
   // 2018-11-03 23:59:59 -03 belongs to the day before.
   EXPECT_EQ(beginOfDay(1541300399), 1541300399 - 86399);
-}
-
-TEST(StrOrNullTest, MarksEmptyTexts) {
-  EXPECT_STREQ(StrOrNull(""), "*NULL*");
-  EXPECT_STREQ(StrOrNull(nullptr), "*NULL*");
-  EXPECT_STREQ(StrOrNull("x"), "x");
 }
 
 }  // namespace

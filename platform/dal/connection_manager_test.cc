@@ -107,18 +107,12 @@ TEST(ConnectionManagerTest, MissingOrDamagedCatalogsGiveStatuses) {
   connection->ReturnOdbcView(view);
 }
 
-TEST(ConnectionManagerTest, ReadOnlyManagerCannotWrite) {
-  TempCatalog catalog;
-  catalog.Exec("CREATE TABLE t (x)");
-  const CatalogLocation where = catalog.location();
-  DbConnectionManager manager(2, 32, 1, 1, 30, 15, 40, USERID_DBM_ADMIN, true, &where);
-  MSRDbConnection* connection = nullptr;
-  MSRGuard guard(&manager, connection);
-  ASSERT_EQ(guard.status(), DAL_SUCCESS);
-  DalOdbcView* view = connection->GetOdbcView(nullptr);
-  EXPECT_EQ(connection->Execute(view, "INSERT INTO t VALUES (1)", nullptr, LOG_AT_VERBOSITY_5, "t",
-                                false, false),
-            DAL_READ_ONLY);
+class ReadOnlyManagerTest : public DalConnectionTest {};
+
+TEST_F(ReadOnlyManagerTest, CannotWrite) {
+  catalog_.Exec("CREATE TABLE t (x)");
+  Connect(true);
+  EXPECT_EQ(Execute("INSERT INTO t VALUES (1)"), DAL_READ_ONLY);
 }
 
 // Another process's write lock: the layer waits for it up to the busy

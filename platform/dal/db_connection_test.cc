@@ -317,13 +317,6 @@ TEST_F(DbConnectionTest, MisuseGivesStatuses) {
   EXPECT_EQ(connection_->Execute(nullptr, "SELECT 1", nullptr, LOG_AT_VERBOSITY_5, "t", false, false),
             DAL_INVALID_ARGUMENT);
 
-  // A view given back is gone; another connection's views are refused.
-  int status = -1;
-  DalOdbcView* second = connection_->GetOdbcView(&status);
-  ASSERT_EQ(status, DAL_SUCCESS);
-  EXPECT_EQ(connection_->Execute(second, "SELECT 1", nullptr, LOG_AT_VERBOSITY_5, "t", false, false),
-            DAL_SUCCESS);
-  connection_->ReturnOdbcView(second);
 }
 
 }  // namespace
