@@ -245,6 +245,12 @@ std::string Root::ReadFile(const std::string& relpath) const {
   return text.str();
 }
 
+void Root::Remove(const std::string& relpath) {
+  std::error_code ec;
+  fs::remove_all(fs::path(path_) / relpath, ec);
+  if (ec) ADD_FAILURE() << "harness: cannot remove " << relpath << ": " << ec.message();
+}
+
 void Root::Chmod(const std::string& relpath, int mode) {
   std::string p = path_ + "/" + relpath;
   if (chmod(p.c_str(), static_cast<mode_t>(mode)) != 0)

@@ -67,6 +67,8 @@ class Root {
   // Writes (creating folders) or reads a file under the root.
   void WriteFile(const std::string& relpath, const std::string& text);
   std::string ReadFile(const std::string& relpath) const;
+  // Removes a file or folder (with its contents) under the root.
+  void Remove(const std::string& relpath);
   // Changes the mode of a file or folder under the root.
   void Chmod(const std::string& relpath, int mode);
 

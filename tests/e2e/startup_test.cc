@@ -1,0 +1,236 @@
+// Start-up of the real binary: configuration failures with their messages
+// and statuses, the debug log's INITIATING and EXITING lines, runs with and
+// without the admin log, the administrator check for the superuser and for
+// another user under each certificate mode, and the second-language catalog.
+// remove_all (administrator check, no catalog) and -testhook (no check)
+// stand in for operations that get past the command line.
+#include <gtest/gtest.h>
+
+#include <string>
+#include <vector>
+
+#include "tests/e2e/harness.h"
+
+namespace {
+
+const char kNotice[] = "This operation has been deprecated and is no longer available.\n";
+const char kCheck[] = "check_if_local_swu_admin_for_secure_command";
+
+bool Contains(const std::vector<std::string>& lines, const std::string& line) {
+  for (const std::string& l : lines)
+    if (l == line) return true;
+  return false;
+}
+
+std::string Joined(const std::vector<std::string>& lines) {
+  std::string text;
+  for (const std::string& l : lines) text += l + "\n";
+  return text;
+}
+
+TEST(StartupTest, ConfigurationFailures) {
+  struct Case {
+    const char* name;
+    void (*edit)(e2e::Root&);
+    std::string err;  // "<root>" stands for the root's path
+    int status;
+  } cases[] = {
+      {"missing file", [](e2e::Root& r) { r.Remove("etc/stashwell.conf"); },
+       "cyclectl: unable to read Stashwell configuration\n", 1},
+      {"malformed line",
+       [](e2e::Root& r) { r.WriteFile("etc/stashwell.conf", "EMM_SERVER = e\nMASTER_SERVER m\n"); },
+       "<root>/etc/stashwell.conf:2: expected KEY = VALUE\n"
+       "cyclectl: unable to read Stashwell configuration\n",
+       1},
+      {"a folder instead of the file",
+       [](e2e::Root& r) {
+         r.Remove("etc/stashwell.conf");
+         r.WriteFile("etc/stashwell.conf/x", "");
+       },
+       "cyclectl: unable to read Stashwell configuration\n", 1},
+      {"no catalog server", [](e2e::Root& r) { r.RemoveConfig("EMM_SERVER"); },
+       "cyclectl: invalid Stashwell configuration: EMM Server is not defined\n", 1},
+      {"empty catalog server", [](e2e::Root& r) { r.SetConfig("EMM_SERVER", ""); },
+       "cyclectl: invalid Stashwell configuration: EMM Server is not defined\n", 1},
+      {"no master list", [](e2e::Root& r) { r.RemoveConfig("MASTER_SERVER"); },
+       "cyclectl: no master server record found\n", 1},
+      {"empty first master",
+       [](e2e::Root& r) {
+         r.RemoveConfig("MASTER_SERVER");
+         r.WriteFile("etc/stashwell.conf", r.ReadFile("etc/stashwell.conf") +
+                                               "MASTER_SERVER =\nMASTER_SERVER = m2\n");
+       },
+       "cyclectl: no master server name found\n", 1},
+  };
+  for (const Case& c : cases) {
+    e2e::Root root;
+    c.edit(root);
+    std::string err = c.err;
+    size_t at = err.find("<root>");
+    if (at != std::string::npos) err.replace(at, 6, root.path());
+    // The command line is not read before these checks: -M changes nothing.
+    e2e::Result r = root.Run({"list", "-M", "other"});
+    EXPECT_EQ(r.err, err) << c.name;
+    EXPECT_EQ(r.out, "") << c.name;
+    EXPECT_EQ(r.status, c.status) << c.name;
+  }
+}
+
+TEST(StartupTest, ProgramNameComesFromTheLastComponentOfArgv0) {
+  e2e::Root root;
+  root.RemoveConfig("EMM_SERVER");
+  e2e::RunOptions path;
+  path.argv0 = "/opt/tools/slpadm";
+  EXPECT_EQ(root.Run({"list"}, "", path).err,
+            "slpadm: invalid Stashwell configuration: EMM Server is not defined\n");
+
+  e2e::Root good;
+  e2e::RunOptions empty;
+  empty.argv0 = "";
+  e2e::Result r = good.Run({"list"}, "", empty);
+  EXPECT_EQ(r.err, "cannot malloc progname\n");
+  EXPECT_EQ(r.status, 36);
+}
+
+TEST(StartupTest, DebugLogOfANormalRunAndOfAnEarlyEnd) {
+  e2e::Root root;
+  e2e::Result r = root.Run({"remove_all"});
+  EXPECT_EQ(r.out, kNotice);
+  EXPECT_EQ(r.err, "");
+  EXPECT_EQ(r.status, 0);
+  std::vector<std::string> log = root.DebugLogMessages();
+  ASSERT_GE(log.size(), 4u) << Joined(log);
+  EXPECT_EQ(log[0], "<2> cyclectl: INITIATING: Stashwell 9.1.0.1 created: 0");
+  EXPECT_EQ(log[1], "<2> cyclectl: cyclectl remove_all ");
+  EXPECT_TRUE(Contains(log, "<2> cyclectl: VERBOSE = 0")) << Joined(log);
+  EXPECT_EQ(log.back(), "<2> cyclectl: EXITING, status = 0");
+
+  root.SetConfig("VERBOSE.cyclectl", "4");
+  root.Run({"lists"});
+  log = root.DebugLogMessages();
+  EXPECT_EQ(log.back(), "<2> cyclectl: EXITING, status= 1");
+  EXPECT_EQ(log[log.size() - 2], "<2> cyclectl: cyclectl lists ");
+
+  // A run that ends at the master check has logged its start.
+  root.RemoveConfig("MASTER_SERVER");
+  root.Run({"-testhook"});
+  log = root.DebugLogMessages();
+  EXPECT_EQ(log[log.size() - 3], "<2> cyclectl: INITIATING: Stashwell 9.1.0.1 created: 0");
+  EXPECT_EQ(log.back(), "<2> cyclectl: EXITING, status= 1");
+}
+
+TEST(StartupTest, WithoutTheAdminLogDirectoryTheRunLogsNothing) {
+  e2e::RootOptions options;
+  options.adminLog = false;
+  e2e::Root root(options);
+  e2e::Result r = root.Run({"remove_all"});
+  EXPECT_EQ(r.out, kNotice);
+  EXPECT_EQ(r.err, "");
+  EXPECT_EQ(r.status, 0);
+  EXPECT_EQ(root.DebugLog(), "");
+}
+
+TEST(StartupTest, AnAdministratorStopsWhenTheLogCannotBeOpened) {
+  e2e::RootOptions options;
+  options.adminLog = false;
+  e2e::Root root(options);
+  root.WriteFile("logs/admin", "a file where the log directory should be");
+  e2e::Result r = root.Run({"-testhook"});
+  EXPECT_EQ(r.err, "cyclectl: terminating - cannot open debug file: Not a directory (20)\n");
+  EXPECT_EQ(r.out, "");
+  EXPECT_EQ(r.status, 12);
+}
+
+TEST(StartupTest, AnotherUserRunsWithoutALogItCannotOpen) {
+  if (!e2e::CanRunAsOtherUser()) GTEST_SKIP() << "needs root to run as nobody";
+  e2e::Root root;
+  root.Chmod("logs/admin", 0755);
+  e2e::RunOptions nobody;
+  nobody.asNobody = true;
+  e2e::Result r = root.Run({"-testhook"}, "", nobody);
+  EXPECT_EQ(r.err, "");
+  EXPECT_EQ(r.out, "SLP_WINDOWS_VERSION=1\n");
+  EXPECT_EQ(r.status, 0);
+  EXPECT_EQ(root.DebugLog(), "");
+}
+
+TEST(StartupTest, AdministratorCheck) {
+  if (!e2e::CanRunAsOtherUser()) GTEST_SKIP() << "needs root to run as nobody";
+  const std::string refused = "cyclectl: must be superuser to execute\n";
+  struct Case {
+    const char* mode;
+    const char* credential;  // etc/credentials/nobody, or nullptr
+    const char* adminUser;   // ADMIN_USER, or nullptr
+    bool passes;
+    const char* logLine;  // a line the check logs
+  } cases[] = {
+      {"AUTOMATIC", nullptr, nullptr, false, "vnet_qzss_check_user_cred failed: 2"},
+      {"AUTOMATIC", "cert\n", nullptr, true, "use_qzss == USE_QZSS_AUTOMATIC"},
+      {"REQUIRED", nullptr, nullptr, true, "use_qzss == USE_QZSS_REQUIRED"},
+      {"PROHIBITED", nullptr, nullptr, false, "use_qzss == USE_QZSS_PROHIBITED"},
+      {"PROHIBITED", "cert\n", nullptr, false, "use_qzss == USE_QZSS_PROHIBITED"},
+      {"PROHIBITED", nullptr, "nobody", true, nullptr},
+      {"AUTOMATIC", nullptr, "somebody", false, "vnet_qzss_check_user_cred failed: 2"},
+  };
+  e2e::RunOptions nobody;
+  nobody.asNobody = true;
+  for (const Case& c : cases) {
+    e2e::Root root;
+    root.Chmod("logs/admin", 0777);
+    root.SetConfig("USE_QZSS", c.mode);
+    if (c.credential) root.WriteFile("etc/credentials/nobody", c.credential);
+    if (c.adminUser) root.SetConfig("ADMIN_USER", c.adminUser);
+    std::string what = std::string(c.mode) + (c.credential ? " with credential" : "") +
+                       (c.adminUser ? std::string(" ADMIN_USER ") + c.adminUser : "");
+
+    e2e::Result r = root.Run({"remove_all"}, "", nobody);
+    EXPECT_EQ(r.err, c.passes ? "" : refused) << what;
+    EXPECT_EQ(r.out, c.passes ? kNotice : "") << what;
+    EXPECT_EQ(r.status, c.passes ? 0 : 140) << what;
+    std::vector<std::string> log = root.DebugLogMessages();
+    EXPECT_TRUE(Contains(log, "<2> cyclectl: VERBOSE = 0")) << what << "\n" << Joined(log);
+    if (c.logLine)
+      EXPECT_TRUE(Contains(log, std::string("<2> ") + kCheck + ": " + c.logLine)) << what << "\n" << Joined(log);
+    if (!c.passes) {
+      EXPECT_TRUE(Contains(log, std::string("<16> ") + kCheck + ": cyclectl: must be superuser to execute"))
+          << what << "\n" << Joined(log);
+      EXPECT_EQ(log.back(), "<2> cyclectl: EXITING, status= 140") << what;
+    }
+  }
+
+  // The superuser passes in every mode.
+  for (const char* mode : {"AUTOMATIC", "PROHIBITED", "REQUIRED"}) {
+    e2e::Root root;
+    root.SetConfig("USE_QZSS", mode);
+    e2e::Result r = root.Run({"remove_all"});
+    EXPECT_EQ(r.status, 0) << mode;
+    EXPECT_EQ(r.err, "") << mode;
+  }
+}
+
+TEST(StartupTest, SecondLanguageCatalog) {
+  e2e::Root root;
+  root.RemoveConfig("MASTER_SERVER");
+  e2e::RunOptions german;
+  german.env = {"LC_ALL=de_DE.UTF-8"};
+  EXPECT_EQ(root.Run({"list"}, "", german).err, "cyclectl: kein Eintrag für den Master-Server gefunden\n");
+  // Through LANG as well; an id the catalog lacks prints its English text.
+  root.WriteFile("etc/stashwell.conf", root.ReadFile("etc/stashwell.conf") + "MASTER_SERVER =\n");
+  e2e::RunOptions lang;
+  lang.env = {"LC_ALL", "LANG=de_DE"};
+  EXPECT_EQ(root.Run({"list"}, "", lang).err, "cyclectl: no master server name found\n");
+
+  if (!e2e::CanRunAsOtherUser()) return;
+  // The user reads the refusal in German; the log keeps the English text.
+  e2e::Root admin;
+  admin.Chmod("logs/admin", 0777);
+  german.asNobody = true;
+  e2e::Result r = admin.Run({"remove_all"}, "", german);
+  EXPECT_EQ(r.err, "cyclectl: nur als Superuser ausführbar\n");
+  EXPECT_EQ(r.status, 140);
+  EXPECT_TRUE(Contains(admin.DebugLogMessages(),
+                       std::string("<16> ") + kCheck + ": cyclectl: must be superuser to execute"))
+      << admin.DebugLog();
+}
+
+}  // namespace
