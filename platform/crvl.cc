@@ -40,31 +40,35 @@ int Convert(crvlLisAny_t* any, const char* text, bool utf8) {
   } else if (!*text) {
     status = CRVL_LIS_EMPTY_TEXT;
   } else {
-    bool control = false, replaced = false, truncated = false;
+    bool bom = false, control = false, replaced = false, truncated = false;
+    if (utf8 && strncmp(text, "\xEF\xBB\xBF", 3) == 0) {
+      text += 3;
+      bom = true;
+    }
     const unsigned char* p = reinterpret_cast<const unsigned char*>(text);
     size_t left = strlen(text);
     while (left > 0) {
       size_t n = utf8 ? Utf8Length(p, left) : 1;
-      if (out.size() + (n ? n : 1) > CRVL_LIS_MAX_ARG) {
+      if (n == 0) return CRVL_LIS_BAD_UTF8;
+      if (out.size() + n > CRVL_LIS_MAX_ARG) {
         truncated = true;
         break;
       }
       if (*p < 0x20 || *p == 0x7F) {
         out += '?';
         control = true;
-        n = 1;
-      } else if (n == 0 || (!utf8 && *p >= 0x80)) {
+      } else if (!utf8 && *p >= 0x80) {
         out += '?';
         replaced = true;
-        n = 1;
       } else {
         out.append(reinterpret_cast<const char*>(p), n);
       }
       p += n;
       left -= n;
     }
-    status = replaced ? (utf8 ? CRVL_LIS_BAD_UTF8_REPLACED : CRVL_LIS_NON_ASCII_REPLACED)
+    status = replaced  ? CRVL_LIS_NON_ASCII_REPLACED
              : control ? CRVL_LIS_CONTROL_REPLACED
+             : bom     ? CRVL_LIS_BOM_DROPPED
              : truncated ? CRVL_LIS_TRUNCATED
                          : CRVL_LIS_OK;
   }

@@ -7,12 +7,12 @@
 // the severity in the severity field.
 //
 // Statuses of the argument conversions (crvlLisAny_string,
-// crvlLisAny_utf8string): 0 converted; 1 converted but cut to
-// CRVL_LIS_MAX_ARG bytes; -1 a null text, converted as empty; -2 an empty
-// text; -4 control characters replaced by '?'; -5 bytes that are not UTF-8
-// replaced by '?' (UTF-8 mode); -6 non-ASCII bytes replaced by '?' (plain
-// mode, for a log that is not UTF-8). These seven are usable results. Errors:
-// -3 out of memory, -7 a null holder.
+// crvlLisAny_utf8string), usable results first: 1 converted but cut to
+// CRVL_LIS_MAX_ARG bytes; 0 converted; -1 a null text, converted as empty;
+// -2 an empty text; -4 control characters replaced by '?'; -5 a leading
+// UTF-8 byte-order mark dropped (UTF-8 mode); -6 non-ASCII bytes replaced by
+// '?' (plain mode). Errors: -3 out of memory, -7 a null holder, -8 a text
+// that is not valid UTF-8 (UTF-8 mode).
 #ifndef PLATFORM_CRVL_H_
 #define PLATFORM_CRVL_H_
 
@@ -47,9 +47,10 @@ enum {
   CRVL_LIS_EMPTY_TEXT = -2,
   CRVL_LIS_NO_MEMORY = -3,
   CRVL_LIS_CONTROL_REPLACED = -4,
-  CRVL_LIS_BAD_UTF8_REPLACED = -5,
+  CRVL_LIS_BOM_DROPPED = -5,
   CRVL_LIS_NON_ASCII_REPLACED = -6,
   CRVL_LIS_NO_HOLDER = -7,
+  CRVL_LIS_BAD_UTF8 = -8,
 };
 #define CRVL_LIS_MAX_ARG 4096
 
