@@ -33,8 +33,8 @@ void ReportCannotConnect(int status) {
 }  // namespace
 
 DatabaseConnection::DatabaseConnection(USERID_TYPES userIdType, const CatalogLocation* catalog) {
-  manager.reset(new (std::nothrow) DbConnectionManager(2, 32, 1, 1, 30, 15, 40, userIdType,
-                                                       false, catalog));
+  manager.reset(new (std::nothrow)
+                    DbConnectionManager(2, 32, 1, 1, 30, 15, 40, userIdType, false, catalog));
   if (!manager || !manager->isUsable()) {
     ReportCannotCreateManager();
     return;
@@ -77,9 +77,8 @@ int DatabaseConnection::GetMasterServerKey(unsigned int* key, const std::string&
   ParameterBinder binder;
   binder.bindInputString(machineName.c_str(), DAL_NTS, false);
   uint32_t value = 0;
-  const int status = connection->ULongReturningQuery(view, sql, binder.getBindings(), &value,
-                                                     LOG_AT_VERBOSITY_3, "ULongReturningQuery",
-                                                     "ULong");
+  const int status = connection->ULongReturningQuery(
+      view, sql, binder.getBindings(), &value, LOG_AT_VERBOSITY_3, "ULongReturningQuery", "ULong");
   if (status != DAL_SUCCESS) return kKeyNotFound;
   masterServerKey = value;
   *key = value;

@@ -20,7 +20,8 @@ class MasterServerKeyTest : public ::testing::Test {
     catalog_.ApplySchema();
     catalog_.Exec(
         "INSERT INTO EMM_Machine (MachineKey, ParentKey, MachinePrimaryName, MachineSwuType) "
-        "VALUES (1, 1, 'master1', 3), (2, 1, 'media1', 1), (5, 5, 'cluster', 5), (9, 9, 'target', 12);"
+        "VALUES (1, 1, 'master1', 3), (2, 1, 'media1', 1), (5, 5, 'cluster', 5),"
+        "(9, 9, 'target', 12);"
         "INSERT INTO EMM_MachineAlias (MachineKey, MachineAliasName, MachineSwuType) VALUES "
         "(1, 'Master1.Example.COM', 3), (2, 'media1', 1), (5, 'vcluster', 5), (9, 'target', 12)");
     where_ = catalog_.location();
@@ -39,8 +40,8 @@ TEST_F(MasterServerKeyTest, MatchesMasterAliasesWithoutRegardToCase) {
   const Case cases[] = {
       {"master1.example.com", 0, 1},
       {"VCLUSTER", 0, 5},
-      {"media1", 13, 0},   // a media server's alias
-      {"target", 13, 0},   // a replication target's
+      {"media1", 13, 0},  // a media server's alias
+      {"target", 13, 0},  // a replication target's
       {"nobody", 13, 0},
       {"", 13, 0},
   };
@@ -72,7 +73,8 @@ TEST(DatabaseConnectionTest, ReportsWhyItCannotConnect) {
     testing::internal::CaptureStderr();
     DatabaseConnection db(USERID_DBM_ADMIN, &where);
     EXPECT_FALSE(db.connected);
-    EXPECT_EQ(testing::internal::GetCapturedStderr(), "cannot connect to database, status = 2007002\n");
+    EXPECT_EQ(testing::internal::GetCapturedStderr(),
+              "cannot connect to database, status = 2007002\n");
     unsigned int key = 9;
     EXPECT_EQ(db.GetMasterServerKey(&key, "master1"), 13);
     EXPECT_EQ(key, 0u);

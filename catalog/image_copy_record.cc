@@ -6,13 +6,13 @@
 #include <cstddef>
 #include <cstring>
 
-using Corvela::Dal::DalResultColumn;
 using Corvela::Dal::DAL_VT_CHAR;
 using Corvela::Dal::DAL_VT_SBIGINT;
 using Corvela::Dal::DAL_VT_SHORT;
 using Corvela::Dal::DAL_VT_SLONG;
 using Corvela::Dal::DAL_VT_UBIGINT;
 using Corvela::Dal::DAL_VT_ULONG;
+using Corvela::Dal::DalResultColumn;
 
 #define IMAGE_COLUMN(n, field, type)                                                  \
   DalResultColumn(n, "image." #field, type, offsetof(image_copy_record, image.field), \

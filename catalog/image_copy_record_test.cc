@@ -47,8 +47,9 @@ class ImageCopyQueryTest : public ::testing::Test {
     std::vector<image_copy_record> batch(100);
     for (;;) {
       unsigned int count = 100;
-      const int status = db.connection->Fetch(db.view, batch.data(), sizeof(image_copy_record),
-                                              imageCopyBind, kImageCopyColumns, &count, true, false);
+      const int status =
+          db.connection->Fetch(db.view, batch.data(), sizeof(image_copy_record), imageCopyBind,
+                               kImageCopyColumns, &count, true, false);
       if (status != DAL_SUCCESS) {
         EXPECT_EQ(status, DAL_NO_DATA);
         break;
@@ -105,10 +106,10 @@ TEST_F(ImageCopyQueryTest, ConditionNarrowsBySlpAndRetryTime) {
   const Case cases[] = {
       {nullptr, false, 500, {11}},  // strictly before the cutoff
       {nullptr, false, 501, {11, 10}},
-      {"slp", true, 0, {11, 10}},
+      {"slp", true, 0, {11, 10}},  // image 3's copy is not pending
       {"it's", false, 1000, {12}},
-      {"", true, 0, {11, 10, 12}},
-      {"x' OR '1'='1", true, 0, {}},
+      {"", true, 0, {11, 10, 12}},    // an empty name selects every SLP
+      {"x' OR '1'='1", true, 0, {}},  // stays one text literal
   };
   for (const Case& c : cases) {
     std::vector<uint64_t> copies;
@@ -117,8 +118,9 @@ TEST_F(ImageCopyQueryTest, ConditionNarrowsBySlpAndRetryTime) {
     }
     EXPECT_EQ(copies, c.copies) << (c.slp ? c.slp : "(none)") << " " << c.cutoff;
   }
-  EXPECT_EQ(ImportPendingCondition("a'b", false, 99),
-            " Copy.CopyState = 14 AND Image.StorageServiceName = 'a''b' AND Copy.LastRetryTime < 99");
+  EXPECT_EQ(
+      ImportPendingCondition("a'b", false, 99),
+      " Copy.CopyState = 14 AND Image.StorageServiceName = 'a''b' AND Copy.LastRetryTime < 99");
 }
 
 }  // namespace

@@ -49,9 +49,9 @@ DbConnectionManager::DbConnectionManager(unsigned int minConnections, unsigned i
       translations_(statementCacheSize) {
   const char* account = AccountNameOf(userIdType);
   const std::string settings =
-      "account " + std::to_string(userIdType) + ", connections " +
-      std::to_string(minConnections) + ".." + std::to_string(maxConnections) + ", attempts " +
-      std::to_string(openAttempts_) + ", timeouts " + std::to_string(loginTimeoutSeconds) + "/" +
+      "account " + std::to_string(userIdType) + ", connections " + std::to_string(minConnections) +
+      ".." + std::to_string(maxConnections) + ", attempts " + std::to_string(openAttempts_) +
+      ", timeouts " + std::to_string(loginTimeoutSeconds) + "/" +
       std::to_string(idleTimeoutSeconds) + " s, cache " + std::to_string(statementCacheSize) +
       (readOnly ? ", read-only" : "") + ", catalog " + catalog_.path;
   if (account == nullptr) {
@@ -83,7 +83,7 @@ int DbConnectionManager::OpenConnection(MSRDbConnection** out) {
     if (attempt < openAttempts_) sleep(openRetryDelaySeconds_);
   }
   DalError(kSource, "cannot open the catalog: " + why + " (status " + std::to_string(status) +
-           ", " + DalStatusText(status) + ")");
+                        ", " + DalStatusText(status) + ")");
   return status;
 }
 

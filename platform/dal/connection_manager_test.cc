@@ -30,9 +30,12 @@ TEST(ConnectionManagerTest, UsableOnlyForKnownAccountsAndLimits) {
   TempCatalog catalog;
   catalog.Exec("CREATE TABLE t (x)");
   const CatalogLocation where = catalog.location();
-  EXPECT_TRUE(DbConnectionManager(2, 32, 1, 1, 30, 15, 40, USERID_SLP_ADMIN, false, &where).isUsable());
-  EXPECT_FALSE(DbConnectionManager(2, 32, 1, 1, 30, 15, 40, USERID_TYPES(7), false, &where).isUsable());
-  EXPECT_FALSE(DbConnectionManager(4, 2, 1, 1, 30, 15, 40, USERID_DBM_ADMIN, false, &where).isUsable());
+  EXPECT_TRUE(
+      DbConnectionManager(2, 32, 1, 1, 30, 15, 40, USERID_SLP_ADMIN, false, &where).isUsable());
+  EXPECT_FALSE(
+      DbConnectionManager(2, 32, 1, 1, 30, 15, 40, USERID_TYPES(7), false, &where).isUsable());
+  EXPECT_FALSE(
+      DbConnectionManager(4, 2, 1, 1, 30, 15, 40, USERID_DBM_ADMIN, false, &where).isUsable());
 
   DbConnectionManager unusable(2, 32, 1, 1, 30, 15, 40, USERID_TYPES(0), false, &where);
   MSRDbConnection* connection = nullptr;
@@ -56,7 +59,8 @@ TEST(ConnectionManagerTest, LeasesAreLimitedAndGivenBack) {
   // The connection outlives its lease and is handed out again.
   int status = -1;
   DalOdbcView* view = first->GetOdbcView(&status);
-  EXPECT_EQ(first->Execute(view, "INSERT INTO t VALUES (1)", nullptr, LOG_AT_VERBOSITY_5, "t", false, false),
+  EXPECT_EQ(first->Execute(view, "INSERT INTO t VALUES (1)", nullptr, LOG_AT_VERBOSITY_5, "t",
+                           false, false),
             DAL_SUCCESS);
   first->ReturnOdbcView(view);
   MSRDbConnection* again = nullptr;
@@ -86,8 +90,9 @@ TEST(ConnectionManagerTest, MissingOrDamagedCatalogsGiveStatuses) {
 
   // A damaged page shows when a statement reads it.
   std::remove(catalog.path().c_str());
-  catalog.Exec("CREATE TABLE t (x); WITH RECURSIVE c(k) AS (SELECT 1 UNION ALL SELECT k + 1 "
-               "FROM c WHERE k < 2000) INSERT INTO t SELECT randomblob(100) FROM c");
+  catalog.Exec(
+      "CREATE TABLE t (x); WITH RECURSIVE c(k) AS (SELECT 1 UNION ALL SELECT k + 1 "
+      "FROM c WHERE k < 2000) INSERT INTO t SELECT randomblob(100) FROM c");
   {
     std::fstream f(catalog.path(), std::ios::in | std::ios::out | std::ios::binary);
     f.seekp(4096 * 3);
@@ -140,7 +145,8 @@ class LockedCatalogTest : public ::testing::Test {
       status = connection->ULongReturningQuery(view, "SELECT count(*) FROM t", nullptr, &count,
                                                LOG_AT_VERBOSITY_3, "q", "ULong");
     }
-    *took = std::chrono::duration_cast<std::chrono::milliseconds>(std::chrono::steady_clock::now() - start);
+    *took = std::chrono::duration_cast<std::chrono::milliseconds>(std::chrono::steady_clock::now() -
+                                                                  start);
     return status;
   }
 

@@ -26,10 +26,10 @@ enum : int {
   DAL_POOL_EXHAUSTED = 2007014,      // every connection the manager allows is leased
   DAL_MANAGER_UNUSABLE = 2007015,    // lease from a manager whose creation failed
   DAL_OUT_OF_MEMORY = 2007016,
-  DAL_IO_ERROR = 2007017,            // the operating system failed a read or write
-  DAL_EXECUTION_ERROR = 2007018,     // any other failure reported by the database engine
-  DAL_NO_DATA = 2007031,             // end of data, no row
-  DAL_NOT_CONNECTED = 2007054,       // a database call made without a connection
+  DAL_IO_ERROR = 2007017,         // the operating system failed a read or write
+  DAL_EXECUTION_ERROR = 2007018,  // any other failure reported by the database engine
+  DAL_NO_DATA = 2007031,          // end of data, no row
+  DAL_NOT_CONNECTED = 2007054,    // a database call made without a connection
 };
 
 // A short English description of `status` for the log ("unknown status" for

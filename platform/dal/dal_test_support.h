@@ -74,8 +74,8 @@ class DalConnectionTest : public ::testing::Test {
   // Opens the catalog after the test has filled it.
   void Connect(bool readOnly = false) {
     const CatalogLocation where = catalog_.location();
-    manager_.reset(new DbConnectionManager(2, 32, 1, 1, 30, 15, 40, USERID_SLP_ADMIN, readOnly,
-                                           &where));
+    manager_.reset(
+        new DbConnectionManager(2, 32, 1, 1, 30, 15, 40, USERID_SLP_ADMIN, readOnly, &where));
     ASSERT_TRUE(manager_->isUsable());
     ASSERT_EQ(manager_->Lease(&connection_), DAL_SUCCESS);
     int status = -1;

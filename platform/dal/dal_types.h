@@ -70,10 +70,11 @@ constexpr DalBinding DalResultColumn(uint16_t column, const char* name, uint16_t
 }
 
 // An input-parameter entry reading the value at `address` (not owned).
-inline DalBinding DalInputParameter(uint16_t valueType, uint16_t parameterType,
-                                    int64_t length, const void* address, int64_t size) {
-  return DalBinding{0, "ptr", DAL_INPUT_PARAMETER, valueType, parameterType, length, 0,
-                    reinterpret_cast<uintptr_t>(address), size, 0, 0};
+inline DalBinding DalInputParameter(uint16_t valueType, uint16_t parameterType, int64_t length,
+                                    const void* address, int64_t size) {
+  const uintptr_t target = reinterpret_cast<uintptr_t>(address);
+  return DalBinding{
+      0, "ptr", DAL_INPUT_PARAMETER, valueType, parameterType, length, 0, target, size, 0, 0};
 }
 
 // The entry that ends a parameter list.

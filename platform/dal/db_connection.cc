@@ -91,8 +91,8 @@ int DbConnection::Prepare(DalOdbcView* view, const std::string& sql, const char*
   const int rc = sqlite3_prepare_v2(db_.get(), translated.c_str(),
                                     static_cast<int>(translated.size()), &view->stmt_, &tail);
   if (rc != SQLITE_OK) {
-    return Fail(view, DalStatusFromSqlite(rc), std::string("prepare failed: ") +
-                sqlite3_errmsg(db_.get()), sql);
+    return Fail(view, DalStatusFromSqlite(rc),
+                std::string("prepare failed: ") + sqlite3_errmsg(db_.get()), sql);
   }
   if (view->stmt_ == nullptr) return Fail(view, DAL_SQL_ERROR, "empty statement", sql);
   if (!OnlySeparatorsLeft(tail)) {
@@ -129,7 +129,8 @@ int DbConnection::BindAll(DalOdbcView* view, const DalBinding* bindings, const s
 int DbConnection::Execute(DalOdbcView* view, const std::string& sql, const DalBinding* bindings,
                           LOG_AT_VERBOSITY verbosity, const char* callerName, bool allowNoData,
                           bool logParameters) {
-  if (!Owns(view)) return Fail(nullptr, DAL_INVALID_ARGUMENT, "Execute without a view of this connection", sql);
+  if (!Owns(view))
+    return Fail(nullptr, DAL_INVALID_ARGUMENT, "Execute without a view of this connection", sql);
   DalTrace(verbosity, callerName, "executing: " + sql);
   int status = Prepare(view, sql, callerName);
   if (status == DAL_SUCCESS) status = BindAll(view, bindings, sql);
@@ -147,8 +148,8 @@ int DbConnection::Execute(DalOdbcView* view, const std::string& sql, const DalBi
     view->exhausted_ = true;
     sqlite3_reset(view->stmt_);
   } else {
-    return Fail(view, DalStatusFromSqlite(rc), std::string("execute failed: ") +
-                sqlite3_errmsg(db_.get()), sql);
+    return Fail(view, DalStatusFromSqlite(rc),
+                std::string("execute failed: ") + sqlite3_errmsg(db_.get()), sql);
   }
   if (!view->isQuery_) {
     view->rowCount_ = sqlite3_changes64(db_.get());
@@ -164,7 +165,8 @@ int DbConnection::Execute(DalOdbcView* view, const std::string& sql, const DalBi
 int DbConnection::Fetch(DalOdbcView* view, void* rowBuffer, size_t rowSize,
                         const DalBinding* bindingTable, unsigned int bindingCount,
                         unsigned int* rows, bool nullsAsZero, bool failOnTruncation) {
-  if (!Owns(view)) return Fail(nullptr, DAL_INVALID_ARGUMENT, "Fetch without a view of this connection", "");
+  if (!Owns(view))
+    return Fail(nullptr, DAL_INVALID_ARGUMENT, "Fetch without a view of this connection", "");
   if (rowBuffer == nullptr || rows == nullptr || *rows == 0 || rowSize == 0 ||
       (bindingTable == nullptr && bindingCount > 0)) {
     if (rows) *rows = 0;
@@ -179,7 +181,7 @@ int DbConnection::Fetch(DalOdbcView* view, void* rowBuffer, size_t rowSize,
   for (unsigned int i = 0; i < bindingCount; ++i) {
     if (CheckResultBinding(bindingTable[i], rowSize, columns) != DAL_SUCCESS) {
       DalError(view->caller_.c_str(), "Fetch: result binding " + std::to_string(i + 1) +
-               " does not fit the row or the statement");
+                                          " does not fit the row or the statement");
       return DAL_INVALID_ARGUMENT;
     }
   }
@@ -197,7 +199,7 @@ int DbConnection::Fetch(DalOdbcView* view, void* rowBuffer, size_t rowSize,
       if (rc != SQLITE_ROW) {
         const int status = DalStatusFromSqlite(rc);
         DalError(view->caller_.c_str(), std::string("fetch failed: ") + Describe(status) + ": " +
-                 sqlite3_errmsg(db_.get()));
+                                            sqlite3_errmsg(db_.get()));
         view->exhausted_ = true;
         sqlite3_reset(view->stmt_);
         return status;
@@ -211,7 +213,8 @@ int DbConnection::Fetch(DalOdbcView* view, void* rowBuffer, size_t rowSize,
                                      nullsAsZero, failOnTruncation);
       if (status != DAL_SUCCESS) {
         DalError(view->caller_.c_str(), "fetch: column " +
-                 std::to_string(bindingTable[i].columnNumber) + ": " + Describe(status));
+                                            std::to_string(bindingTable[i].columnNumber) + ": " +
+                                            Describe(status));
         return status;
       }
     }
@@ -224,7 +227,8 @@ int DbConnection::ULongReturningQuery(DalOdbcView* view, const std::string& sql,
                                       const DalBinding* bindings, uint32_t* value,
                                       LOG_AT_VERBOSITY verbosity, const char* functionName,
                                       const char* typeName) {
-  if (value == nullptr) return Fail(nullptr, DAL_INVALID_ARGUMENT, "ULongReturningQuery without a value", sql);
+  if (value == nullptr)
+    return Fail(nullptr, DAL_INVALID_ARGUMENT, "ULongReturningQuery without a value", sql);
   int status = Execute(view, sql, bindings, verbosity, functionName, true, false);
   if (status != DAL_SUCCESS) return status;
   if (!view->isQuery_) return Fail(view, DAL_NO_RESULT_SET, "statement returns no value", sql);

@@ -61,23 +61,21 @@ class DbConnection {
   // leave their fields alone; a text longer than its field is cut and, with
   // `failOnTruncation`, reported as DAL_DATA_TRUNCATED.
   int Fetch(DalOdbcView* view, void* rowBuffer, size_t rowSize, const DalBinding* bindingTable,
-            unsigned int bindingCount, unsigned int* rows, bool nullsAsZero,
-            bool failOnTruncation);
+            unsigned int bindingCount, unsigned int* rows, bool nullsAsZero, bool failOnTruncation);
 
   // Runs `sql` and stores the first column of its first row, an unsigned
   // 32-bit number (NULL reads as 0), in *value. Returns 0, DAL_NO_DATA when
   // the query yields no row, or a status. Traced at `verbosity` under
   // `functionName`; `typeName` names the value in the log.
   int ULongReturningQuery(DalOdbcView* view, const std::string& sql, const DalBinding* bindings,
-                          uint32_t* value, LOG_AT_VERBOSITY verbosity,
-                          const char* functionName, const char* typeName);
+                          uint32_t* value, LOG_AT_VERBOSITY verbosity, const char* functionName,
+                          const char* typeName);
 
   // Reads the next row of the view's query and stores its first column as a
   // NUL-terminated text of at most size - 1 bytes in `buffer` (NULL reads as
   // an empty text). Returns 0 when a row was read, DAL_NO_DATA at the end.
-  int StringReturningFetch(DalOdbcView* view, char* buffer, size_t size,
-                           LOG_AT_VERBOSITY verbosity, const char* functionName,
-                           const char* typeName);
+  int StringReturningFetch(DalOdbcView* view, char* buffer, size_t size, LOG_AT_VERBOSITY verbosity,
+                           const char* functionName, const char* typeName);
 
  protected:
   // Takes over `db`; statements are translated through `translations`,

@@ -47,13 +47,13 @@ struct NumberCase {
 };
 
 const NumberCase kNumbers[] = {
-    {DAL_VT_USHORT, 2, 65535},
-    {DAL_VT_SHORT, 2, -32768},
-    {DAL_VT_SSHORT, 2, 32767},
-    {DAL_VT_ULONG, 4, 4294967295},
-    {DAL_VT_SLONG, 4, -2147483648LL},
-    {DAL_VT_UBIGINT, 8, -1},  // 18446744073709551615
-    {DAL_VT_SBIGINT, 8, INT64_MIN},
+    {DAL_VT_USHORT, 2, 65535},         // 991
+    {DAL_VT_SHORT, 2, -32768},         // 994
+    {DAL_VT_SSHORT, 2, 32767},         // 1007
+    {DAL_VT_ULONG, 4, 4294967295},     // 992
+    {DAL_VT_SLONG, 4, -2147483648LL},  // 995
+    {DAL_VT_UBIGINT, 8, -1},           // 996: 18446744073709551615
+    {DAL_VT_SBIGINT, 8, INT64_MIN},    // 997
 };
 
 TEST_F(DbConnectionTest, NumbersRoundTripThroughEveryValueType) {
@@ -62,9 +62,10 @@ TEST_F(DbConnectionTest, NumbersRoundTripThroughEveryValueType) {
     // In: the caller's variable of the type's width.
     unsigned char in[8];
     memcpy(in, &c.value, c.width);  // little-endian: the low bytes
-    const DalBinding params[] = {DalInputParameter(c.valueType, DAL_PT_BIGINT, c.width, in, c.width),
-                                 DalTerminator()};
-    ASSERT_EQ(connection_->Execute(view_, "DELETE FROM v", nullptr, LOG_AT_VERBOSITY_5, "test", true, false),
+    const DalBinding params[] = {
+        DalInputParameter(c.valueType, DAL_PT_BIGINT, c.width, in, c.width), DalTerminator()};
+    ASSERT_EQ(connection_->Execute(view_, "DELETE FROM v", nullptr, LOG_AT_VERBOSITY_5, "test",
+                                   true, false),
               DAL_SUCCESS);
     ASSERT_EQ(Execute("INSERT INTO v VALUES (?)", params), DAL_SUCCESS);
     unsigned char row[40];
@@ -123,8 +124,7 @@ TEST_F(DbConnectionTest, TextsGuidsAndNulls) {
       DalInputParameter(DAL_VT_CHAR, DAL_PT_VARCHAR, DAL_NTS, text, DAL_NTS),
       DalInputParameter(DAL_VT_GUID, DAL_PT_GUID, 16, guid, 16),
       DalInputParameter(DAL_VT_CHAR, DAL_PT_VARCHAR, 3, text, 3),
-      DalInputParameter(DAL_VT_CHAR, DAL_PT_VARCHAR, DAL_NTS, nullptr, DAL_NTS),
-      DalTerminator()};
+      DalInputParameter(DAL_VT_CHAR, DAL_PT_VARCHAR, DAL_NTS, nullptr, DAL_NTS), DalTerminator()};
   ASSERT_EQ(Execute("INSERT INTO v VALUES (?), (?), (?), (?)", params), DAL_SUCCESS);
 
   unsigned char row[40];
@@ -259,7 +259,8 @@ TEST_F(DbConnectionTest, ParameterBinderTerminatorAndCopies) {
   EXPECT_EQ(key, 3u);
 
   // The list must match the statement's marks.
-  EXPECT_EQ(Execute("SELECT k FROM n WHERE name = ?", combined.getBindings()), DAL_PARAMETER_MISMATCH);
+  EXPECT_EQ(Execute("SELECT k FROM n WHERE name = ?", combined.getBindings()),
+            DAL_PARAMETER_MISMATCH);
   EXPECT_EQ(Execute("SELECT k FROM n WHERE name = ? AND k = ? AND k = ?", combined.getBindings()),
             DAL_PARAMETER_MISMATCH);
   EXPECT_EQ(Execute("SELECT k FROM n WHERE name = ?"), DAL_PARAMETER_MISMATCH);
@@ -298,25 +299,26 @@ TEST_F(DbConnectionTest, MisuseGivesStatuses) {
   unsigned int rows = 1;
   const DalBinding column = DalResultColumn(1, "n.k", DAL_VT_SLONG, 0, 4);
   // Nothing executed, or a statement without rows.
-  EXPECT_EQ(connection_->Fetch(view_, row, sizeof row, &column, 1, &rows, true, false), DAL_NO_RESULT_SET);
+  EXPECT_EQ(connection_->Fetch(view_, row, sizeof row, &column, 1, &rows, true, false),
+            DAL_NO_RESULT_SET);
   // Bindings outside the row or the statement.
   ASSERT_EQ(Execute("SELECT k FROM n"), DAL_SUCCESS);
-  const DalBinding outside[] = {DalResultColumn(1, "n.k", DAL_VT_SLONG, 38, 4),
-                                DalResultColumn(2, "n.k", DAL_VT_SLONG, 0, 4),
-                                DalResultColumn(1, "n.k", 4711, 0, 4),
-                                DalResultColumn(1, "n.k", DAL_VT_CHAR, 0, 0)};
+  const DalBinding outside[] = {
+      DalResultColumn(1, "n.k", DAL_VT_SLONG, 38, 4), DalResultColumn(2, "n.k", DAL_VT_SLONG, 0, 4),
+      DalResultColumn(1, "n.k", 4711, 0, 4), DalResultColumn(1, "n.k", DAL_VT_CHAR, 0, 0)};
   for (const DalBinding& b : outside) {
     rows = 1;
-    EXPECT_EQ(connection_->Fetch(view_, row, sizeof row, &b, 1, &rows, true, false), DAL_INVALID_ARGUMENT);
+    EXPECT_EQ(connection_->Fetch(view_, row, sizeof row, &b, 1, &rows, true, false),
+              DAL_INVALID_ARGUMENT);
   }
   EXPECT_EQ(Execute("SELEC k FROM n"), DAL_SQL_ERROR);
   EXPECT_EQ(Execute("SELECT k FROM missing_table"), DAL_SQL_ERROR);
   EXPECT_EQ(Execute("DELETE FROM n; DROP TABLE n"), DAL_SQL_ERROR);
   EXPECT_EQ(Execute("   "), DAL_SQL_ERROR);
   EXPECT_EQ(Execute("INSERT INTO n VALUES (1, 'dup')"), DAL_CONSTRAINT_VIOLATION);
-  EXPECT_EQ(connection_->Execute(nullptr, "SELECT 1", nullptr, LOG_AT_VERBOSITY_5, "t", false, false),
-            DAL_INVALID_ARGUMENT);
-
+  EXPECT_EQ(
+      connection_->Execute(nullptr, "SELECT 1", nullptr, LOG_AT_VERBOSITY_5, "t", false, false),
+      DAL_INVALID_ARGUMENT);
 }
 
 }  // namespace

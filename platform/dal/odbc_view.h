@@ -44,7 +44,7 @@ class DalOdbcStatement {
   bool rowPending_ = false;       // a stepped row not yet handed out
   bool exhausted_ = false;        // the query has no further rows
   int64_t rowCount_ = 0;
-  std::string caller_;            // log source of the statement's calls
+  std::string caller_;  // log source of the statement's calls
 };
 
 class DalOdbcView : public DalOdbcStatement {

@@ -48,7 +48,8 @@ void ParameterBinder::appendParameters(const ParameterBinder& other) {
       if (reinterpret_cast<uintptr_t>(c.get()) == entry.target) owned = true;
     }
     if (owned) {
-      bindInputString(reinterpret_cast<const char*>(entry.target), entry.parameterLength > 0 ? entry.parameterLength : DAL_NTS, true);
+      bindInputString(reinterpret_cast<const char*>(entry.target),
+                      entry.parameterLength > 0 ? entry.parameterLength : DAL_NTS, true);
     } else {
       append(entry);
     }

@@ -127,7 +127,8 @@ class Translator {
         continue;
       }
       std::string part;
-      for (char c : At(p + 2).text) part += static_cast<char>(toupper(static_cast<unsigned char>(c)));
+      for (char c : At(p + 2).text)
+        part += static_cast<char>(toupper(static_cast<unsigned char>(c)));
       Out(p + 2) = "'" + part + "'";
     }
   }

@@ -39,14 +39,17 @@ const TranslationCase kTranslations[] = {
      "CASE WHEN (P.ImageKey IS NULL) THEN '' ELSE STRING(P.a, '_', P.b) END AS Id"},
     {"IF a THEN IF b THEN 1 ELSE 2 ENDIF ELSEIF c THEN 3 ELSE 4 ENDIF",
      "CASE WHEN a THEN CASE WHEN b THEN 1 ELSE 2 END WHEN c THEN 3 ELSE 4 END"},
-    {"CREATE TABLE IF NOT EXISTS t (endif INTEGER)", "CREATE TABLE IF NOT EXISTS t (endif INTEGER)"},
+    {"CREATE TABLE IF NOT EXISTS t (endif INTEGER)",
+     "CREATE TABLE IF NOT EXISTS t (endif INTEGER)"},
     {"DROP INDEX IF EXISTS i", "DROP INDEX IF EXISTS i"},
     // Parenthesized operands of compound selects; other sub-selects stay.
     {"SELECT a FROM t EXCEPT (SELECT a FROM u WHERE (b = 1))",
      "SELECT a FROM t EXCEPT  SELECT a FROM u WHERE (b = 1) "},
     {"SELECT a FROM t UNION ALL (SELECT a FROM u)", "SELECT a FROM t UNION ALL  SELECT a FROM u "},
-    {"(SELECT a FROM t) INTERSECT (SELECT a FROM u)", " SELECT a FROM t  INTERSECT  SELECT a FROM u "},
-    {"SELECT a FROM t WHERE a IN (SELECT b FROM u)", "SELECT a FROM t WHERE a IN (SELECT b FROM u)"},
+    {"(SELECT a FROM t) INTERSECT (SELECT a FROM u)",
+     " SELECT a FROM t  INTERSECT  SELECT a FROM u "},
+    {"SELECT a FROM t WHERE a IN (SELECT b FROM u)",
+     "SELECT a FROM t WHERE a IN (SELECT b FROM u)"},
     // Comments and literals are never rewritten.
     {"SELECT 1 -- DBM_Main.x ISNULL(a) IF\n", "SELECT 1 -- DBM_Main.x ISNULL(a) IF\n"},
     {"SELECT 'it''s ISNULL(x)' /* ENDIF */", "SELECT 'it''s ISNULL(x)' /* ENDIF */"},
@@ -57,11 +60,13 @@ const TranslationCase kTranslations[] = {
     {"WHERE Copy.LastRetryTime < 1700000000 ORDER BY Copy.LastRetryTime",
      "WHERE DATEDIFF('SECOND', '1970-01-01 00:00:00', Copy.LastRetryTime) < 1700000000 "
      "ORDER BY Copy.LastRetryTime"},
-    {"WHERE ? >= Wg.CreatedDateTime", "WHERE ? >= DATEDIFF('SECOND', '1970-01-01 00:00:00', Wg.CreatedDateTime)"},
+    {"WHERE ? >= Wg.CreatedDateTime",
+     "WHERE ? >= DATEDIFF('SECOND', '1970-01-01 00:00:00', Wg.CreatedDateTime)"},
     {"WHERE CreatedDateTime BETWEEN ? AND ?",
      "WHERE DATEDIFF('SECOND', '1970-01-01 00:00:00', CreatedDateTime) BETWEEN ? AND ?"},
     {"UPDATE t SET LastRetryTime = 5 WHERE CreatedDateTime <> -7",
-     "UPDATE t SET LastRetryTime = 5 WHERE DATEDIFF('SECOND', '1970-01-01 00:00:00', CreatedDateTime) <> -7"},
+     "UPDATE t SET LastRetryTime = 5 WHERE DATEDIFF('SECOND', '1970-01-01 00:00:00', "
+     "CreatedDateTime) <> -7"},
     {"WHERE CreatedDateTime > OtherDateTime", "WHERE CreatedDateTime > OtherDateTime"},
 };
 
@@ -72,8 +77,9 @@ TEST(SqlDialectTest, TranslatesTokenByToken) {
 }
 
 TEST(SqlDialectTest, TokensJoinBackToTheInput) {
-  const char* const inputs[] = {"SELECT 'unterminated", "x /* open comment", "[a b].\"c\"\"d\" 1.5e3 0x1F ?",
-                                "a<>b||c", "\xc3\xa9t\xc3\xa9 = 'x'"};
+  const char* const inputs[] = {"SELECT 'unterminated", "x /* open comment",
+                                "[a b].\"c\"\"d\" 1.5e3 0x1F ?", "a<>b||c",
+                                "\xc3\xa9t\xc3\xa9 = 'x'"};
   for (const char* in : inputs) {
     std::string joined;
     for (const SqlToken& t : TokenizeSql(in)) joined += t.text;
@@ -120,9 +126,12 @@ class DialectOnCatalogTest : public DalConnectionTest {
     catalog_.Exec(
         "INSERT INTO DBM_Image (ImageKey, MasterServerKey, ClientMachineName, BackupTime, "
         "StorageServiceState, CreatedDateTime) VALUES "
-        "(1, 7, 'alpha', 100, 3, '2023-11-14 22:13:20'), (2, 7, 'beta', 110, 3, '2023-11-14 22:13:21'),"
-        "(3, 7, 'beta', 120, 2, '2023-11-14 22:13:22'), (4, 7, 'gamma', 130, 1, '2023-11-14 22:13:23'),"
-        "(5, 7, 'delta', 140, 0, '2023-11-14 22:13:24'), (6, 8, 'alpha', 150, 2, '2023-11-14 22:13:25');"
+        "(1, 7, 'alpha', 100, 3, '2023-11-14 22:13:20'),"
+        "(2, 7, 'beta', 110, 3, '2023-11-14 22:13:21'),"
+        "(3, 7, 'beta', 120, 2, '2023-11-14 22:13:22'),"
+        "(4, 7, 'gamma', 130, 1, '2023-11-14 22:13:23'),"
+        "(5, 7, 'delta', 140, 0, '2023-11-14 22:13:24'),"
+        "(6, 8, 'alpha', 150, 2, '2023-11-14 22:13:25');"
         "INSERT INTO SLP_InNotifications (ClientMachineName, CreatedDateTime) VALUES "
         "('old', '2020-01-01 00:00:00'), ('new', '2024-01-01 00:00:00');");
     Connect();
@@ -157,11 +166,13 @@ TEST_F(DialectOnCatalogTest, FunctionsOfTheNativeDialect) {
   EXPECT_EQ(Column("SELECT STRING(Image.ClientMachineName, '_', Image.BackupTime) AS BackupID "
                    "FROM DBM_Main.DBM_Image AS Image WHERE Image.ImageKey = 2"),
             "beta_110");
-  EXPECT_EQ(Column("SELECT IF (PImage.ImageKey IS NULL) THEN 'none' ELSE STRING(PImage.ClientMachineName, "
-                   "'_', PImage.BackupTime) ENDIF FROM DBM_Main.DBM_Image Image LEFT OUTER JOIN "
-                   "DBM_Main.DBM_Image PImage ON Image.ParentImageKey = PImage.ImageKey "
-                   "WHERE Image.ImageKey = 1"),
-            "none");
+  EXPECT_EQ(
+      Column(
+          "SELECT IF (PImage.ImageKey IS NULL) THEN 'none' ELSE STRING(PImage.ClientMachineName, "
+          "'_', PImage.BackupTime) ENDIF FROM DBM_Main.DBM_Image Image LEFT OUTER JOIN "
+          "DBM_Main.DBM_Image PImage ON Image.ParentImageKey = PImage.ImageKey "
+          "WHERE Image.ImageKey = 1"),
+      "none");
   EXPECT_EQ(Column("SELECT ISNULL(NULL, NULL, 'x')"), "x");
   EXPECT_EQ(Column("SELECT STRING(NULL, 5, 'a', 1.5)"), "5a1.5");
   EXPECT_EQ(Column("SELECT STRING(NULL, NULL) IS NULL"), "1");
@@ -182,12 +193,14 @@ TEST_F(DialectOnCatalogTest, DateTimeColumnComparedWithSeconds) {
   int64_t after = 1700000000;  // 2023-11-14
   ParameterBinder binder;
   binder.bindInputInt64(&after);
-  EXPECT_EQ(Column("SELECT ClientMachineName FROM SLP_MAIN.SLP_InNotifications WHERE CreatedDateTime > ?",
-                   binder.getBindings()),
-            "new");
-  EXPECT_EQ(Column("SELECT ClientMachineName FROM SLP_MAIN.SLP_InNotifications WHERE CreatedDateTime < ?",
-                   binder.getBindings()),
-            "old");
+  EXPECT_EQ(
+      Column("SELECT ClientMachineName FROM SLP_MAIN.SLP_InNotifications WHERE CreatedDateTime > ?",
+             binder.getBindings()),
+      "new");
+  EXPECT_EQ(
+      Column("SELECT ClientMachineName FROM SLP_MAIN.SLP_InNotifications WHERE CreatedDateTime < ?",
+             binder.getBindings()),
+      "old");
 }
 
 TEST_F(DialectOnCatalogTest, DateAddStoresADateTimeText) {

@@ -20,9 +20,8 @@ struct DatePart {
   int64_t seconds;
 };
 const DatePart kDateParts[] = {
-    {"SECOND", 1}, {"SS", 1},     {"S", 1},      {"MINUTE", 60}, {"MI", 60},
-    {"N", 60},     {"HOUR", 3600}, {"HH", 3600}, {"DAY", 86400}, {"DD", 86400},
-    {"D", 86400},
+    {"SECOND", 1},  {"SS", 1},    {"S", 1},       {"MINUTE", 60}, {"MI", 60},   {"N", 60},
+    {"HOUR", 3600}, {"HH", 3600}, {"DAY", 86400}, {"DD", 86400},  {"D", 86400},
 };
 
 int64_t DatePartSeconds(sqlite3_value* v) {
@@ -131,7 +130,8 @@ void DateAdd(sqlite3_context* ctx, int, sqlite3_value** argv) {
   }
   if (isNull) return sqlite3_result_null(ctx);
   int64_t offset = 0, result = 0;
-  if (__builtin_mul_overflow(amount, part, &offset) || __builtin_add_overflow(base, offset, &result)) {
+  if (__builtin_mul_overflow(amount, part, &offset) ||
+      __builtin_add_overflow(base, offset, &result)) {
     return sqlite3_result_error(ctx, "DATEADD: result out of range", -1);
   }
   if (sqlite3_value_type(argv[2]) != SQLITE_TEXT) return sqlite3_result_int64(ctx, result);
@@ -199,16 +199,17 @@ std::string FormatDateTime(int64_t seconds) {
   int64_t y, m, d;
   CivilFromDays(days, &y, &m, &d);
   char buf[128];
-  snprintf(buf, sizeof buf, "%04" PRId64 "-%02" PRId64 "-%02" PRId64 " %02" PRId64 ":%02" PRId64
-           ":%02" PRId64, y, m, d, rest / 3600, rest / 60 % 60, rest % 60);
+  snprintf(buf, sizeof buf,
+           "%04" PRId64 "-%02" PRId64 "-%02" PRId64 " %02" PRId64 ":%02" PRId64 ":%02" PRId64, y, m,
+           d, rest / 3600, rest / 60 % 60, rest % 60);
   return buf;
 }
 
 int RegisterDialectFunctions(sqlite3* db) {
   for (const FunctionEntry& f : kFunctions) {
-    const int rc = sqlite3_create_function_v2(db, f.name, f.argc,
-                                              SQLITE_UTF8 | SQLITE_DETERMINISTIC, nullptr, f.fn,
-                                              nullptr, nullptr, nullptr);
+    const int rc =
+        sqlite3_create_function_v2(db, f.name, f.argc, SQLITE_UTF8 | SQLITE_DETERMINISTIC, nullptr,
+                                   f.fn, nullptr, nullptr, nullptr);
     if (rc != SQLITE_OK) return rc;
   }
   return SQLITE_OK;

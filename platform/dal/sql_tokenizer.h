@@ -32,7 +32,9 @@ struct SqlToken {
   }
   // True for a word equal to `upperWord` without regard to ASCII case.
   bool IsWord(std::string_view upperWord) const;
-  bool IsPunct(char c) const { return kind == SqlTokenKind::kPunct && text.size() == 1 && text[0] == c; }
+  bool IsPunct(char c) const {
+    return kind == SqlTokenKind::kPunct && text.size() == 1 && text[0] == c;
+  }
   // An identifier's name: a word as written, a quoted identifier without its
   // quotes (doubled quotes are left as they are).
   std::string_view IdentifierName() const;

@@ -124,10 +124,24 @@ bool FitsWidth(int64_t v, ValueKind kind, int width) {
 
 void WriteInteger(char* field, int64_t v, int width) {
   switch (width) {
-    case 1: { const int8_t x = static_cast<int8_t>(v); memcpy(field, &x, 1); break; }
-    case 2: { const int16_t x = static_cast<int16_t>(v); memcpy(field, &x, 2); break; }
-    case 4: { const int32_t x = static_cast<int32_t>(v); memcpy(field, &x, 4); break; }
-    default: memcpy(field, &v, 8); break;
+    case 1: {
+      const int8_t x = static_cast<int8_t>(v);
+      memcpy(field, &x, 1);
+      break;
+    }
+    case 2: {
+      const int16_t x = static_cast<int16_t>(v);
+      memcpy(field, &x, 2);
+      break;
+    }
+    case 4: {
+      const int32_t x = static_cast<int32_t>(v);
+      memcpy(field, &x, 4);
+      break;
+    }
+    default:
+      memcpy(field, &v, 8);
+      break;
   }
 }
 
@@ -202,7 +216,8 @@ int StoreColumn(sqlite3_stmt* stmt, const DalBinding& b, char* row, bool nullsAs
     default: {
       const int width = NumericWidth(*t, b.size);
       int64_t v = 0;
-      const int status = ColumnInteger(stmt, col, t->kind == ValueKind::kUnsigned && width == 8, &v);
+      const int status =
+          ColumnInteger(stmt, col, t->kind == ValueKind::kUnsigned && width == 8, &v);
       if (status != DAL_SUCCESS) return status;
       if (!FitsWidth(v, t->kind, width)) return DAL_VALUE_OUT_OF_RANGE;
       WriteInteger(field, v, width);
@@ -220,9 +235,10 @@ int BindParameter(sqlite3_stmt* stmt, int index, const DalBinding& b) {
     rc = sqlite3_bind_null(stmt, index);
   } else if (t->kind == ValueKind::kText) {
     const char* text = static_cast<const char*>(value);
-    const size_t n = b.parameterLength == DAL_NTS
-                         ? strlen(text)
-                         : strnlen(text, static_cast<size_t>(b.parameterLength < 0 ? 0 : b.parameterLength));
+    const size_t n =
+        b.parameterLength == DAL_NTS
+            ? strlen(text)
+            : strnlen(text, static_cast<size_t>(b.parameterLength < 0 ? 0 : b.parameterLength));
     rc = sqlite3_bind_text(stmt, index, text, static_cast<int>(n), SQLITE_TRANSIENT);
   } else if (t->kind == ValueKind::kGuid) {
     rc = sqlite3_bind_blob(stmt, index, value, static_cast<int>(kGuidBytes), SQLITE_TRANSIENT);
