@@ -2,6 +2,7 @@
 // on the significant tokens, then join the tokens again.
 #include "platform/dal/sql_dialect.h"
 
+#include <cctype>
 #include <string>
 #include <vector>
 
