@@ -6,6 +6,7 @@
 
 #include "cmd/cross_rules.h"
 #include "cmd/operations.h"
+#include "cmd/output_check.h"
 #include "cmd/usage.h"
 #include "cmd/walk.h"
 #include "util/cmd_exit.h"
@@ -69,12 +70,12 @@ CommandLine ParseCommandLine(int argc, char** argv) {
 
   if (line.helpRequested) {
     CmdUsage(std::cout, line.usageForm, line.operation);
-    CmdExit(0);
+    CmdExit(CheckStandardOutput(0));
   }
 
   if (line.operation == OP_TESTHOOK) {
     printf("SLP_WINDOWS_VERSION=%s\n", SLP_WINDOWS_VERSION);
-    CmdExit(0);
+    CmdExit(CheckStandardOutput(0));
   }
 
   ExitIfGroupViolated(line);

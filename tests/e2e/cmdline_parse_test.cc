@@ -17,7 +17,7 @@ struct Case {
   std::vector<std::string> args;
   const char* err;
   int status;
-  const char* out;  // standard output; nullptr: empty
+  const char* out = nullptr;  // standard output; nullptr: empty
 };
 
 std::string Trace(const std::vector<std::string>& args) {
