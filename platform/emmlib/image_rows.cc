@@ -70,9 +70,57 @@ void ReadImage(sqlite3_stmt* st, Connection* connection, EMM_Image* image) {
   image->next = nullptr;
 }
 
-uint64_t ReadCopy(sqlite3_stmt* st, const EMM_Image& image, EMM_ImageCopy* copy) {
+void CopyImage(const EMM_Image& from, EMM_Image* to) {
+  CopyFrom(to->MasterServer, sizeof to->MasterServer, from.MasterServer);
+  CopyFrom(to->BackupID, sizeof to->BackupID, from.BackupID);
+  CopyFrom(to->ClientName, sizeof to->ClientName, from.ClientName);
+  to->BackupTime = from.BackupTime;
+  CopyFrom(to->PolicyName, sizeof to->PolicyName, from.PolicyName);
+  to->ClientType = from.ClientType;
+  to->ScheduleType = from.ScheduleType;
+  CopyFrom(to->SLPName, sizeof to->SLPName, from.SLPName);
+  to->SLPState = from.SLPState;
+  to->TimeInProcess = from.TimeInProcess;
+  CopyFrom(to->DataClassificationID, sizeof to->DataClassificationID, from.DataClassificationID);
+  to->SLPVersion = from.SLPVersion;
+  CopyFrom(to->OriginMasterServer, sizeof to->OriginMasterServer, from.OriginMasterServer);
+  memcpy(to->OriginMasterServerID, from.OriginMasterServerID, sizeof to->OriginMasterServerID);
+  to->ImportFromReplicaTime = from.ImportFromReplicaTime;
+  to->RequiredExpirationDate = from.RequiredExpirationDate;
+  to->CreatedDateTime = from.CreatedDateTime;
+  to->copies = nullptr;
+  to->next = nullptr;
+}
+
+void CopyCopy(const EMM_ImageCopy& from, EMM_ImageCopy* to) {
+  to->CopyKey = from.CopyKey;
+  CopyFrom(to->MasterServer, sizeof to->MasterServer, from.MasterServer);
+  CopyFrom(to->BackupID, sizeof to->BackupID, from.BackupID);
+  to->CopyNumber = from.CopyNumber;
+  to->SLPIndex = from.SLPIndex;
+  to->SLPSourceIndex = from.SLPSourceIndex;
+  to->CopyType = from.CopyType;
+  to->ExpireTime = from.ExpireTime;
+  to->ExpireLCTime = from.ExpireLCTime;
+  to->TryToKeepTime = from.TryToKeepTime;
+  CopyFrom(to->Residence, sizeof to->Residence, from.Residence);
+  to->CopyState = from.CopyState;
+  to->JobID = from.JobID;
+  to->RetentionType = from.RetentionType;
+  to->MPXState = from.MPXState;
+  to->RetryCount = from.RetryCount;
+  to->LastRetryTime = from.LastRetryTime;
+  CopyFrom(to->DestinationID, sizeof to->DestinationID, from.DestinationID);
+  to->Source = from.Source;
+  to->Replica = from.Replica;
+  to->DataFormat = from.DataFormat;
+  to->fragments = nullptr;
+  to->replicationTargets = nullptr;
+  to->next = nullptr;
+}
+
+uint64_t ReadCopy(sqlite3_stmt* st, uint64_t key, const EMM_Image& image, EMM_ImageCopy* copy) {
   const int b = kCopyFirstColumn;
-  const uint64_t key = static_cast<uint64_t>(Int64(st, b));
   copy->CopyKey = key;
   CopyFrom(copy->MasterServer, sizeof copy->MasterServer, image.MasterServer);
   CopyFrom(copy->BackupID, sizeof copy->BackupID, image.BackupID);

@@ -41,10 +41,28 @@ inline int64_t RowImageKey(sqlite3_stmt* stmt) { return sqlite3_column_int64(stm
 // connection's cache of machine names.
 void ReadImage(sqlite3_stmt* stmt, Connection* connection, EMM_Image* image);
 
-// Reads the copy columns; returns the copy key (0 when the row has no copy,
-// the record then holds zeros and empty texts). Master server and backup id
-// are taken from `image`.
-uint64_t ReadCopy(sqlite3_stmt* stmt, const EMM_Image& image, EMM_ImageCopy* copy);
+// Copies an image record of the same result (every field but the list
+// links), texts by their length; cheaper than reading the columns again for
+// the next row of one image.
+void CopyImage(const EMM_Image& from, EMM_Image* to);
+
+// The copy key of the current row (0: no copy).
+inline uint64_t RowCopyKey(sqlite3_stmt* stmt) {
+  return static_cast<uint64_t>(sqlite3_column_int64(stmt, kCopyFirstColumn));
+}
+
+// Reads the copy columns after the key, which the caller has read; returns
+// the copy key (0 when the row has no copy, the record then holds zeros and
+// empty texts). Master server and backup id are taken from `image`.
+uint64_t ReadCopy(sqlite3_stmt* stmt, uint64_t key, const EMM_Image& image,
+                  EMM_ImageCopy* copy);
+
+// Copies a copy record of the same result for the next row of one copy.
+void CopyCopy(const EMM_ImageCopy& from, EMM_ImageCopy* to);
+
+inline uint64_t ReadCopy(sqlite3_stmt* stmt, const EMM_Image& image, EMM_ImageCopy* copy) {
+  return ReadCopy(stmt, RowCopyKey(stmt), image, copy);
+}
 
 // Reads the fragment columns that follow the copy columns; returns the
 // fragment key (0: no fragment, zeros and empty texts).

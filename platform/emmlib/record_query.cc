@@ -59,10 +59,26 @@ unsigned RecordQuery::FetchRaw(unsigned* count, Legacy_ImageView* rows) {
       return status;
     }
     if (!row) break;
-    Legacy_ImageView& r = rows[n++];
-    ReadImage(st, conn, &r.image);
-    ReadCopy(st, r.image, &r.copy);
+    // The next row of the image (and copy) just written takes those parts
+    // from the row before it instead of reading their columns again.
+    Legacy_ImageView& r = rows[n];
+    const Legacy_ImageView* previous = n > 0 ? &rows[n - 1] : nullptr;
+    const int64_t imageKey = RowImageKey(st);
+    const uint64_t copyKey = RowCopyKey(st);
+    if (previous != nullptr && imageKey == lastImageKey_) {
+      CopyImage(previous->image, &r.image);
+      if (copyKey == previous->copy.CopyKey && copyKey != 0) {
+        CopyCopy(previous->copy, &r.copy);
+      } else {
+        ReadCopy(st, copyKey, r.image, &r.copy);
+      }
+    } else {
+      ReadImage(st, conn, &r.image);
+      ReadCopy(st, copyKey, r.image, &r.copy);
+    }
     ReadFragment(st, r.image, r.copy.CopyNumber, &r.fragment);
+    lastImageKey_ = imageKey;
+    ++n;
   }
   *count = n;
   return n == 0 && done_ ? EMMLIB_END_OF_DATA : EMMLIB_OK;

@@ -7,6 +7,7 @@
 #ifndef PLATFORM_EMMLIB_RECORD_QUERY_H_
 #define PLATFORM_EMMLIB_RECORD_QUERY_H_
 
+#include <cstdint>
 #include <string>
 
 #include "platform/emmlib/emm_records.h"
@@ -49,6 +50,7 @@ class RecordQuery : public OpenQuery {
   Statement stmt_;
   bool pending_ = false;  // the statement stands on a row not yet returned
   bool done_ = false;
+  int64_t lastImageKey_ = 0;  // image of the last flat row returned
 };
 
 }  // namespace emm

@@ -76,9 +76,11 @@ class Params {
 
 // Copies a text column into `dst` (capacity `size`, at least 1), cut to
 // size - 1 bytes and NUL-terminated; NULL gives the empty text. Returns the
-// length copied. Only the text's own bytes are written.
+// length copied. Only the text's own bytes are written. The bytes are taken
+// as a blob: SQLite then hands out the record's bytes as they are, where
+// asking for text would first give them a terminating NUL.
 inline size_t CopyColumnText(sqlite3_stmt* stmt, int col, char* dst, size_t size) {
-  const unsigned char* text = sqlite3_column_text(stmt, col);
+  const void* text = sqlite3_column_blob(stmt, col);
   if (text == nullptr) {
     dst[0] = '\0';
     return 0;

@@ -1,12 +1,31 @@
-// Catalog creation for stashwell-init. (Placeholder until the schema lands.)
+// Creation of an empty catalog database for stashwell-init: the schema, this
+// master server as a machine of the media manager with the names it answers
+// to, and the catalog-wide settings.
 #include "tools/stashwell-init/catalog_setup.h"
 
-bool CreateCatalogDatabase(const std::string&, const std::string&, std::string*) {
-  return true;
-}
+#include <sqlite3.h>
 
-bool FillDemoCatalog(const std::string&, const std::string&, long, unsigned,
-                     std::string* error) {
-  *error = "demo data is not available yet";
-  return false;
+#include "platform/emmlib/catalog_schema.h"
+#include "tools/stashwell-init/sqlite_file.h"
+
+bool CreateCatalogDatabase(const std::string& path, const std::string& master,
+                           std::string* error) {
+  SqliteFile db;
+  if (!db.Open(path, /*create=*/true, error)) return false;
+  // The master is its own parent; it answers to its configured name and,
+  // when that is a qualified host name, to the short name as well.
+  std::string machines =
+      "INSERT INTO EMM_Machine (MachineKey, ParentKey, MachinePrimaryName, MachineSwuType)"
+      " VALUES (1, 1, " + SqliteFile::Quote(master) + ", 3);"
+      "INSERT INTO EMM_MachineAlias (MachineKey, MachineAliasName, MachineSwuType)"
+      " VALUES (1, " + SqliteFile::Quote(master) + ", 3);";
+  const std::string::size_type dot = master.find('.');
+  if (dot != std::string::npos && dot > 0) {
+    machines += "INSERT INTO EMM_MachineAlias (MachineKey, MachineAliasName, MachineSwuType)"
+                " VALUES (1, " + SqliteFile::Quote(master.substr(0, dot)) + ", 3);";
+  }
+  return db.Exec(std::string("BEGIN;") + kCatalogSchemaSql + machines +
+                     "INSERT INTO EMM_Parameter (Name, Value) VALUES ('PolicyCategory', 0);"
+                     "COMMIT;",
+                 error);
 }

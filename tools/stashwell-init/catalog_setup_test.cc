@@ -1,0 +1,164 @@
+// Tests of the catalog creation and the demo data of stashwell-init.
+#include "tools/stashwell-init/catalog_setup.h"
+
+#include <gtest/gtest.h>
+#include <sqlite3.h>
+#include <unistd.h>
+
+#include <cstdint>
+#include <map>
+#include <string>
+
+#include "platform/emmlib/emmlib.h"
+
+namespace {
+
+// A directory of catalogs for one test, removed afterwards.
+class TempDir {
+ public:
+  TempDir() {
+    char tmpl[] = "/tmp/catalog-setup-XXXXXX";
+    dir_ = mkdtemp(tmpl);
+  }
+  ~TempDir() {
+    for (const std::string& f : files_) unlink(f.c_str());
+    rmdir(dir_.c_str());
+  }
+  std::string File(const std::string& name) {
+    files_.push_back(dir_ + "/" + name);
+    return files_.back();
+  }
+
+ private:
+  std::string dir_;
+  std::vector<std::string> files_;
+};
+
+// Runs a query returning rows of (text, number) into a map.
+std::map<std::string, int64_t> Counts(sqlite3* db, const std::string& sql) {
+  std::map<std::string, int64_t> out;
+  sqlite3_stmt* st = nullptr;
+  EXPECT_EQ(SQLITE_OK, sqlite3_prepare_v2(db, sql.c_str(), -1, &st, nullptr)) << sql;
+  while (sqlite3_step(st) == SQLITE_ROW) {
+    const unsigned char* key = sqlite3_column_text(st, 0);
+    out[key ? reinterpret_cast<const char*>(key) : ""] = sqlite3_column_int64(st, 1);
+  }
+  sqlite3_finalize(st);
+  return out;
+}
+
+// A checksum of every row of every table (FNV-1a over the rows' texts).
+uint64_t Checksum(const std::string& path) {
+  sqlite3* db = nullptr;
+  EXPECT_EQ(SQLITE_OK, sqlite3_open(path.c_str(), &db));
+  uint64_t hash = 1469598103934665603ull;
+  for (const auto& table : Counts(db, "SELECT name, 0 FROM sqlite_master WHERE type = 'table'")) {
+    sqlite3_stmt* st = nullptr;
+    const std::string sql = "SELECT * FROM " + table.first + " ORDER BY 1";
+    EXPECT_EQ(SQLITE_OK, sqlite3_prepare_v2(db, sql.c_str(), -1, &st, nullptr));
+    while (sqlite3_step(st) == SQLITE_ROW) {
+      for (int c = 0; c < sqlite3_column_count(st); ++c) {
+        const unsigned char* text = sqlite3_column_text(st, c);
+        for (const unsigned char* p = text; p != nullptr && *p != '\0'; ++p) {
+          hash = (hash ^ *p) * 1099511628211ull;
+        }
+        hash = (hash ^ '|') * 1099511628211ull;
+      }
+    }
+    sqlite3_finalize(st);
+  }
+  sqlite3_close(db);
+  return hash;
+}
+
+TEST(CatalogSetup, CreatesSchemaAndThisMaster) {
+  TempDir dir;
+  const std::string path = dir.File("catalog.db");
+  std::string error;
+  ASSERT_TRUE(CreateCatalogDatabase(path, "master1.example.com", &error)) << error;
+  EXPECT_FALSE(CreateCatalogDatabase(path, "master1.example.com", &error));
+  EXPECT_NE(std::string::npos, error.find(path)) << error;
+
+  // The catalog library opens it and finds this master by either name.
+  int cid = 0;
+  ASSERT_EQ(0u, emmlib_initialize(&cid, 0, "master1", 1556, path.c_str(), nullptr, "t"));
+  for (const char* name : {"master1.example.com", "MASTER1"}) {
+    uint64_t handle = 0;
+    EXPECT_EQ(EMMLIB_END_OF_DATA, emmlib_QueryReplicaImageCopies(&cid, 3, name, 0, &handle));
+  }
+  EXPECT_EQ(0, db_get_Policy_Category());
+  emmlib_terminate(&cid);
+
+  EXPECT_FALSE(CreateCatalogDatabase(dir.File("missing/dir/catalog.db"), "m", &error));
+}
+
+TEST(DemoCatalog, SameSeedSameCatalog) {
+  TempDir dir;
+  std::string error;
+  uint64_t sums[3];
+  const unsigned seeds[3] = {7, 7, 8};
+  for (int i = 0; i < 3; ++i) {
+    const std::string path = dir.File("c" + std::to_string(i) + ".db");
+    ASSERT_TRUE(CreateCatalogDatabase(path, "master1.example.com", &error)) << error;
+    ASSERT_TRUE(FillDemoCatalog(path, "master1.example.com", 1500, seeds[i], &error)) << error;
+    sums[i] = Checksum(path);
+  }
+  EXPECT_EQ(sums[0], sums[1]);
+  EXPECT_NE(sums[0], sums[2]);
+}
+
+TEST(DemoCatalog, CoversWhatTheReportsShow) {
+  TempDir dir;
+  const std::string path = dir.File("catalog.db");
+  std::string error;
+  ASSERT_TRUE(CreateCatalogDatabase(path, "master1.example.com", &error)) << error;
+  EXPECT_FALSE(FillDemoCatalog(path, "nobody.example.com", 10, 1, &error));
+  EXPECT_NE(std::string::npos, error.find("nobody.example.com")) << error;
+  ASSERT_TRUE(FillDemoCatalog(path, "master1.example.com", 3000, 1, &error)) << error;
+
+  sqlite3* db = nullptr;
+  ASSERT_EQ(SQLITE_OK, sqlite3_open(path.c_str(), &db));
+  auto count = [&](const std::string& sql) { return Counts(db, "SELECT 'n', (" + sql + ")")["n"]; };
+  EXPECT_EQ(3000, count("SELECT COUNT(*) FROM DBM_Image"));
+  // Every SLP state, inactive ones too, and unmanaged images.
+  auto states = Counts(db, "SELECT StorageServiceState || '/' || StorageServiceIsInactive, COUNT(*)"
+                           " FROM DBM_Image GROUP BY 1");
+  for (const char* s : {"0/0", "1/0", "1/1", "2/0", "2/1", "3/0", "4/0"}) {
+    EXPECT_GT(states[s], 0) << s;
+  }
+  EXPECT_GE(count("SELECT COUNT(DISTINCT CopyType) FROM DBM_ImageCopy"), 10);
+  EXPECT_GE(count("SELECT COUNT(DISTINCT CopyState) FROM DBM_ImageCopy"), 14);
+  EXPECT_GE(count("SELECT COUNT(DISTINCT MediaSubType) FROM DBM_ImageFragment"), 5);
+  EXPECT_GT(count("SELECT COUNT(*) FROM DBM_ImageFragment WHERE MediaType = 2"), 0);
+  EXPECT_GE(count("SELECT COUNT(DISTINCT FragmentState) FROM DBM_ImageFragment"), 5);
+  EXPECT_GT(count("SELECT COUNT(*) FROM DBM_ImageFragment f JOIN DBM_ImageCopy c"
+                  " ON c.ImageCopyKey = f.ImageCopyKey GROUP BY f.ImageCopyKey"
+                  " ORDER BY COUNT(*) DESC LIMIT 1"), 2);
+  EXPECT_GT(count("SELECT COUNT(*) FROM DBM_ImageSnapshot"), 0);
+  EXPECT_GT(count("SELECT COUNT(*) FROM DBM_ImageReplicationDestination d JOIN EMM_Machine m"
+                  " ON m.MachineKey = d.TargetMachineKey WHERE m.MachineSwuType = 12"), 0);
+  EXPECT_GT(count("SELECT COUNT(*) FROM DBM_Image WHERE OriginMasterServer <> ''"
+                  " AND ImportFromReplicaTime = 0"), 0);
+  EXPECT_GT(count("SELECT COUNT(*) FROM DBM_ImageCopy WHERE CopyState = 14 AND CopyType = 3"), 0);
+  EXPECT_EQ(4, count("SELECT COUNT(*) FROM EMM_DataClassification"));
+  EXPECT_GT(count("SELECT MAX(VersionNumber) FROM SLP_StorageService"), 1);
+  EXPECT_GT(count("SELECT COUNT(*) FROM SLP_StorageService WHERE Flags = 8"), 0);
+  EXPECT_GT(count("SELECT COUNT(*) FROM SLP_StorageServiceOperation WHERE TargetDomain <> ''"), 0);
+  EXPECT_GT(count("SELECT COUNT(*) FROM SLP_InNotifications WHERE NotificationType = 3"), 0);
+  EXPECT_GT(count("SELECT COUNT(*) FROM SLP_OutNotifications WHERE RetryCount > 0"), 0);
+  EXPECT_EQ(1, count("SELECT COUNT(*) FROM SLP_WorkGroup w WHERE NOT EXISTS (SELECT 1 FROM"
+                     " SLP_TargetCopyInfo t WHERE t.WorkGroupKey = w.WorkGroupKey)"));
+  EXPECT_GT(count("SELECT COUNT(*) FROM SLP_TargetCopyInfo"), 0);
+  EXPECT_GT(count("SELECT COUNT(*) FROM DBM_DeletedFragment"), 0);
+  EXPECT_GT(count("SELECT COUNT(*) FROM SLP_PendingImport"), 0);
+  // Images are stored in listing order, so a listing reads the file in order.
+  EXPECT_EQ(0, count("SELECT COUNT(*) FROM DBM_Image a JOIN DBM_Image b ON b.ImageKey ="
+                     " a.ImageKey + 1 WHERE b.BackupTime < a.BackupTime OR (b.BackupTime ="
+                     " a.BackupTime AND b.BackupID < a.BackupID)"));
+  // The indexes dropped for the bulk load are back.
+  EXPECT_EQ(count("SELECT COUNT(*) FROM sqlite_master WHERE type = 'index' AND sql IS NOT NULL"),
+            18);
+  sqlite3_close(db);
+}
+
+}  // namespace

@@ -1,0 +1,332 @@
+// FillDemoCatalog and the demo records other than images: machines,
+// classifications, SLP definitions, work groups, notifications, the
+// deleted-fragment list and the pending-import queue.
+#include <ctime>
+#include <string>
+#include <vector>
+
+#include "tools/stashwell-init/catalog_setup.h"
+#include "tools/stashwell-init/demo_writer.h"
+#include "tools/stashwell-init/sqlite_file.h"
+
+namespace demo {
+
+void Insert::Prepare(const char* table, const char* columns) {
+  std::string sql = std::string("INSERT INTO ") + table + " (" + columns + ") VALUES (?";
+  for (const char* c = columns; *c != '\0'; ++c) {
+    if (*c == ',') sql += ", ?";
+  }
+  sql += ")";
+  if (stmt_.Prepare(db_, sql) != SQLITE_OK && error_->empty()) {
+    *error_ = std::string(table) + ": " + sqlite3_errmsg(db_);
+  }
+}
+
+Insert& Insert::Int(int64_t value) {
+  sqlite3_bind_int64(stmt_.get(), next_++, value);
+  return *this;
+}
+
+Insert& Insert::Text(const std::string& value) {
+  sqlite3_bind_text(stmt_.get(), next_++, value.data(), static_cast<int>(value.size()),
+                    SQLITE_TRANSIENT);
+  return *this;
+}
+
+Insert& Insert::Blob(const void* data, int size) {
+  sqlite3_bind_blob(stmt_.get(), next_++, data, size, SQLITE_TRANSIENT);
+  return *this;
+}
+
+void Insert::Run() {
+  next_ = 1;
+  if (!error_->empty() || !stmt_) return;
+  if (sqlite3_step(stmt_.get()) != SQLITE_DONE) *error_ = sqlite3_errmsg(db_);
+  sqlite3_reset(stmt_.get());
+}
+
+DemoWriter::DemoWriter(sqlite3* db, int64_t masterKey, long images, unsigned seed)
+    : db_(db),
+      masterKey_(masterKey),
+      images_(images),
+      random_(seed),
+      image_(db, &error_),
+      copy_(db, &error_),
+      fragment_(db, &error_),
+      snapshot_(db, &error_),
+      target_(db, &error_) {
+  for (int k = 0; k < kClientKindCount; ++k) {
+    for (int h = 1; h <= kClientKinds[k].hosts; ++h) {
+      char name[64];
+      snprintf(name, sizeof name, "%s%03d.example.com", kClientKinds[k].prefix, h);
+      clients_.push_back({name, &kClientKinds[k]});
+    }
+  }
+  workGroups_ = 12 + static_cast<int>(images / 20000);
+}
+
+bool DemoWriter::Write(std::string* error) {
+  WriteMachines();
+  WriteDefinitions();
+  WriteWorkGroups();
+  WriteImages();
+  WriteNotifications();
+  WriteDeletedFragments();
+  WritePendingImports();
+  if (!error_.empty()) *error = "demo data: " + error_;
+  return error_.empty();
+}
+
+void DemoWriter::WriteMachines() {
+  Insert machine(db_, &error_);
+  machine.Prepare("EMM_Machine", "ParentKey, MachinePrimaryName, MachineSwuType");
+  for (int i = 0; i < kMachineCount; ++i) {
+    const Machine& m = kMachines[i];
+    // A remote master is its own parent: its key is the one being assigned.
+    int64_t parent = masterKey_;
+    if (m.parent != nullptr) {
+      auto it = machineKeys_.find(m.parent);
+      parent = it != machineKeys_.end() ? it->second : 0;
+    }
+    machine.Int(parent).Text(m.name).Int(m.type).Run();
+    machineKeys_[m.name] = machine.LastKey();
+    if (parent == 0) {
+      sqlite3_exec(db_, ("UPDATE EMM_Machine SET ParentKey = MachineKey WHERE MachineKey = " +
+                         std::to_string(machine.LastKey())).c_str(),
+                   nullptr, nullptr, nullptr);
+    }
+  }
+}
+
+void DemoWriter::WriteDefinitions() {
+  Insert classification(db_, &error_);
+  classification.Prepare("EMM_DataClassification", "ClassificationID, Name, Rank, Description");
+  for (int i = 0; i < kClassificationCount; ++i) {
+    const Classification& c = kClassifications[i];
+    classification.Text(c.id).Text(c.name).Int(c.rank)
+        .Text(std::string(c.name) + " protection level").Run();
+  }
+  Insert slp(db_, &error_);
+  slp.Prepare("SLP_StorageService",
+              "StorageServiceName, VersionNumber, Flags, ClassificationID, CreatedDateTime");
+  Insert operation(db_, &error_);
+  operation.Prepare("SLP_StorageServiceOperation",
+                    "StorageServiceKey, OperationIndex, SourceIndex, CopyType, Destination,"
+                    " TargetDomain, RetentionType, RetentionLevel");
+  std::vector<const Slp*> all;
+  for (int i = 0; i < kSlpCount; ++i) all.push_back(&kSlps[i]);
+  all.push_back(&kImportSlp);
+  for (const Slp* s : all) {
+    for (int v = 1; v <= s->versions; ++v) {
+      const int flags = (s->inactiveVersions & (1 << v)) != 0 ? 8 : 0;
+      const int64_t created = kWindowEnd - kWindowSeconds - (s->versions - v + 1) * 30 * kDay;
+      slp.Text(s->name).Int(v).Int(flags).Text(s->classification).Text(DateTime(created)).Run();
+      const int64_t key = slp.LastKey();
+      for (int o = 0; o < s->operationCount; ++o) {
+        const Operation& op = s->operations[o];
+        operation.Int(key).Int(o + 1).Int(o == 0 ? 0 : 1).Int(op.copyType).Text(op.destination)
+            .Text(op.targetDomain).Int(op.retentionType).Int(op.retentionDays / 30).Run();
+      }
+    }
+  }
+}
+
+void DemoWriter::WriteWorkGroups() {
+  Insert group(db_, &error_);
+  group.Prepare("SLP_WorkGroup",
+                "WorkGroupID, HasSingleSLPImages, SLPName, SLPVersionNumber, PrimaryCopyNumber,"
+                " IsFrozen, SrcCopyNumber, SrcMediaType, SrcMediaSubType, SrcAltReadHost,"
+                " SrcServerType, SrcStorageServer, SrcParentID, SrcMediaId, IsTargetPreserveMPX,"
+                " IsTargetMirror, TargetPriority, TargetNumberCopies, PolicyName, SchedName,"
+                " SchedType, WindowCloseOptions, TargetMasterServer, TargetStorageServer,"
+                " TargetVolume, TargetImportSLP, ImageBlockSize, CreatedDateTime");
+  Insert target(db_, &error_);
+  target.Prepare("SLP_TargetCopyInfo",
+                 "WorkGroupKey, CopyNumber, SLPIndex, Flags, RetentionLevel, Residence,"
+                 " VolumePool, ServerGroup, DestTag");
+  static const char* const kWindowOptions[] = {"", "SUSPEND", "CANCEL"};
+  for (int i = 0; i < workGroups_; ++i) {
+    const Slp& slp = kSlps[i % kSlpCount];
+    const int id = 1 + i % 14;
+    const bool crossMaster = id >= 4 && id <= 6;  // the O.X.R. kinds
+    const StorageUnit* source = FindStorageUnit(slp.operations[0].destination);
+    const Client& client = clients_[random_.Below(static_cast<int64_t>(clients_.size()))];
+    const char* remote = kRemoteMasters[i % kRemoteMasterCount];
+    group.Int(id).Int(random_.Below(2)).Text(slp.name).Int(1 + random_.Below(slp.versions)).Int(1)
+        .Int(random_.Percent(10) ? 1 : 0).Int(1).Int(source->mediaType).Int(source->mediaSubType)
+        .Text(random_.Percent(30) ? "ms2.example.com" : "")
+        .Text(source->mediaType == 0 ? "PureDisk" : "")
+        .Text(source->storageServer).Text("").Text(source->mediaPrefix)
+        .Int(random_.Below(2)).Int(0).Int(random_.Below(100)).Int(1 + random_.Below(2))
+        .Text(client.kind->policy).Text(random_.Percent(25) ? "Full" : "Incr")
+        .Int(random_.Percent(25) ? 0 : 1).Text(kWindowOptions[random_.Below(3)])
+        .Text(crossMaster ? remote : "").Text(crossMaster ? "remote1-dd.example.com" : "")
+        .Text(crossMaster ? "remote_pool_vol1" : "")
+        .Text(crossMaster ? kImportSlp.name : "").Int(262144)
+        .Text(DateTime(kWindowEnd - random_.Below(7 * kDay))).Run();
+    const int64_t key = group.LastKey();
+    // The first work group has no target copy, the second has three.
+    const int targets = i == 0 ? 0 : i == 1 ? 3 : static_cast<int>(random_.Between(1, 2));
+    for (int t = 0; t < targets; ++t) {
+      const Operation& op = slp.operations[(t + 1) % slp.operationCount];
+      target.Int(key).Int(2 + t).Int(2 + t).Int(random_.Below(8)).Int(random_.Below(25))
+          .Text(op.destination).Text(random_.Percent(50) ? "NetBackup" : "DataStore")
+          .Text(random_.Percent(30) ? "ms_group1" : "").Text(random_.Percent(20) ? "dr-tag" : "")
+          .Run();
+    }
+  }
+}
+
+void DemoWriter::WriteNotifications() {
+  Insert in(db_, &error_);
+  in.Prepare("SLP_InNotifications",
+             "ClientMachineName, BackupTime, SourceImageKey, NotificationType, FromHostName,"
+             " FromHostMachineId, FromHostSWVersion, ErrorCode, ErrorString, CreatedDateTime");
+  Insert out(db_, &error_);
+  out.Prepare("SLP_OutNotifications",
+              "ClientMachineName, BackupTime, SourceImageKey, NotificationType,"
+              " DestinationHostName, ErrorCode, ErrorString, RetryCount, LastRetryTime,"
+              " CreatedDateTime");
+  static const struct {
+    int code;
+    const char* text;
+  } kErrors[] = {{191, "image import failed on the target master"},
+                 {2074, "disk volume is down"},
+                 {227, "no entity was found"}};
+  const int count = 6 + static_cast<int>(images_ / 1000);
+  for (int i = 0; i < count; ++i) {
+    const int type = 1 + i % 3;  // 1 announced, 2 confirmation, 3 error
+    const int remote = i % kRemoteMasterCount;
+    const auto& err = kErrors[random_.Below(3)];
+    const int64_t backupTime = kWindowEnd - random_.Below(kWindowSeconds);
+    const std::string guid = MasterGuid(remote);
+    in.Text(clients_[random_.Below(static_cast<int64_t>(clients_.size()))].name)
+        .Int(backupTime).Int(1 + random_.Below(5000000)).Int(type).Text(kRemoteMasters[remote])
+        .Blob(guid.data(), 16).Int(910000).Int(type == 3 ? err.code : 0)
+        .Text(type == 3 ? err.text : "").Text(DateTime(backupTime + random_.Between(600, 7200)))
+        .Run();
+  }
+  for (int i = 0; i < count; ++i) {
+    const int type = 1 + i % 3;
+    const auto& err = kErrors[random_.Below(3)];
+    const int64_t backupTime = kWindowEnd - random_.Below(kWindowSeconds);
+    const int retries = static_cast<int>(random_.Below(6));
+    const int64_t created = backupTime + random_.Between(600, 7200);
+    out.Text(clients_[random_.Below(static_cast<int64_t>(clients_.size()))].name)
+        .Int(backupTime).Int(1 + random_.Below(5000000)).Int(type)
+        .Text(kRemoteMasters[i % kRemoteMasterCount]).Int(type == 3 ? err.code : 0)
+        .Text(type == 3 ? err.text : "").Int(retries)
+        .Text(DateTime(created + retries * 1800)).Text(DateTime(created)).Run();
+  }
+}
+
+void DemoWriter::WriteDeletedFragments() {
+  Insert deleted(db_, &error_);
+  deleted.Prepare("DBM_DeletedFragment",
+                  "MasterServerKey, BackupID, CopyNumber, FragmentNumber, MediaID, MediaServer,"
+                  " StorageServer, MediaType, MediaSubType, FragmentSize, CreatedDateTime");
+  const int count = 3 + static_cast<int>(images_ / 200);
+  for (int i = 0; i < count; ++i) {
+    const StorageUnit& unit = kStorageUnits[random_.Below(3)];  // the disk units
+    deleted.Int(masterKey_).Text(RandomBackupId()).Int(1 + random_.Below(2))
+        .Int(1 + random_.Below(2)).Text(unit.mediaPrefix).Text(unit.mediaServer)
+        .Text(unit.storageServer).Int(unit.mediaType).Int(unit.mediaSubType)
+        .Int(random_.Between(1 << 20, 1ll << 36))
+        .Text(DateTime(kWindowEnd - random_.Below(kWindowSeconds))).Run();
+  }
+}
+
+void DemoWriter::WritePendingImports() {
+  Insert pending(db_, &error_);
+  pending.Prepare("SLP_PendingImport",
+                  "BackupID, CopyNumber, MediaServer, LSUName, StorageServerName,"
+                  " StorageServerType, MediaID, FragmentDescription, OriginMasterServer,"
+                  " SLPName, ImportStatus, CreatedDateTime");
+  const int count = 4 + static_cast<int>(images_ / 1000);
+  for (int i = 0; i < count; ++i) {
+    const std::string backupId = RandomBackupId();
+    pending.Text(backupId).Int(1).Text("ms1.example.com").Text("remote_import_lsu1")
+        .Text("dd1.example.com").Text("PureDisk").Text("dd1_pool1_vol1")
+        .Text(backupId + "_C1_F1").Text(kRemoteMasters[i % kRemoteMasterCount])
+        .Text(kImportSlp.name).Int(i % 6)
+        .Text(DateTime(kWindowEnd - random_.Below(kWindowSeconds))).Run();
+  }
+}
+
+std::string DemoWriter::RandomBackupId() {
+  return clients_[random_.Below(static_cast<int64_t>(clients_.size()))].name + "_" +
+         std::to_string(kWindowEnd - random_.Below(kWindowSeconds));
+}
+
+std::string DemoWriter::DateTime(int64_t t) {
+  const time_t seconds = static_cast<time_t>(t);
+  struct tm tm;
+  gmtime_r(&seconds, &tm);
+  char text[32];
+  strftime(text, sizeof text, "%Y-%m-%d %H:%M:%S", &tm);
+  return text;
+}
+
+std::string DemoWriter::MasterGuid(int remote) {
+  std::string guid(16, '\0');
+  for (int i = 0; i < 16; ++i) guid[i] = static_cast<char>(0x10 * (remote + 1) + i);
+  return guid;
+}
+
+}  // namespace demo
+
+namespace {
+
+// The indexes of the bulk tables, dropped while the demo images are written
+// and created again afterwards, which is much faster than keeping them.
+const char kBulkIndexes[] =
+    "SELECT name, sql FROM sqlite_master WHERE type = 'index' AND sql IS NOT NULL AND tbl_name IN"
+    " ('DBM_Image', 'DBM_ImageCopy', 'DBM_ImageFragment', 'DBM_ImageSnapshot',"
+    " 'DBM_ImageReplicationDestination')";
+
+}  // namespace
+
+bool FillDemoCatalog(const std::string& path, const std::string& master, long images,
+                     unsigned seed, std::string* error) {
+  if (images < 0) {
+    *error = "the number of demo images must not be negative";
+    return false;
+  }
+  SqliteFile db;
+  if (!db.Open(path, /*create=*/false, error)) return false;
+  emm::Statement lookup;
+  int64_t masterKey = -1;
+  if (lookup.Prepare(db.get(),
+                     "SELECT MachineKey FROM EMM_MachineAlias WHERE MachineSwuType IN (3, 5)"
+                     " AND UPPER(MachineAliasName) = UPPER(?)") == SQLITE_OK) {
+    sqlite3_bind_text(lookup.get(), 1, master.c_str(), -1, SQLITE_TRANSIENT);
+    if (sqlite3_step(lookup.get()) == SQLITE_ROW) masterKey = sqlite3_column_int64(lookup.get(), 0);
+    sqlite3_reset(lookup.get());
+  }
+  if (masterKey < 0) {
+    *error = "catalog database " + path + ": master server " + master + " is not recorded";
+    return false;
+  }
+  if (!db.Exec("PRAGMA synchronous = OFF; PRAGMA cache_size = -131072; BEGIN IMMEDIATE", error)) {
+    return false;
+  }
+  std::string drop, create;
+  {
+    emm::Statement indexes;
+    if (indexes.Prepare(db.get(), kBulkIndexes) == SQLITE_OK) {
+      while (sqlite3_step(indexes.get()) == SQLITE_ROW) {
+        drop += std::string("DROP INDEX \"") +
+                reinterpret_cast<const char*>(sqlite3_column_text(indexes.get(), 0)) + "\";";
+        create += std::string(reinterpret_cast<const char*>(sqlite3_column_text(indexes.get(), 1))) +
+                  ";";
+      }
+    }
+  }
+  if (!db.Exec(drop, error)) return false;
+  demo::DemoWriter writer(db.get(), masterKey, images, seed);
+  if (!writer.Write(error)) {
+    sqlite3_exec(db.get(), "ROLLBACK", nullptr, nullptr, nullptr);
+    return false;
+  }
+  return db.Exec(create + "COMMIT", error);
+}
