@@ -33,13 +33,6 @@ TEST(DispatchTest, OperationWithoutHandlerFallsToTheDefaultRow) {
   EXPECT_EQ(testing::internal::GetCapturedStderr(), "cyclectl: unrecognized operation 10\n");
 }
 
-TEST(DispatchTest, RemoveAllOnlyPrintsItsNotice) {
-  testing::internal::CaptureStdout();
-  EXPECT_EQ(Dispatch(Settle({"remove_all"})), 0);
-  EXPECT_EQ(testing::internal::GetCapturedStdout(),
-            "This operation has been deprecated and is no longer available.\n");
-}
-
 TEST(DispatchTest, SubsystemArgumentsFallBack) {
   struct {
     std::vector<std::string> args;

@@ -137,27 +137,6 @@ TEST_F(CommandTablesTest, NamesComeFromTheFirstRowOfAnId) {
   EXPECT_STREQ(OperationName(99), "");
 }
 
-TEST_F(CommandTablesTest, OptionNamesAreNumberedAndUnique) {
-  EXPECT_STREQ(optNames[0], "");
-  EXPECT_STREQ(optNames[1], "-after");
-  EXPECT_STREQ(optNames[39], "-M");
-  EXPECT_STREQ(optNames[57], "-T");
-  EXPECT_STREQ(optNames[64], "-U");
-  EXPECT_STREQ(optNames[69], "-wait");
-  // Every name in the allowed lists above occurs in optNames exactly once.
-  std::set<std::string> names;
-  for (int i = 1; i < OPT_END; ++i) EXPECT_TRUE(names.insert(optNames[i]).second) << optNames[i];
-}
-
-TEST_F(CommandTablesTest, OptionsInNoListAreNeverAllowed) {
-  for (const OperationCase& c : kOperations) {
-    const option_e* list = FindOperationOptions(c.id);
-    for (option_e option : {OPT_HELP, OPT_Q, OPT_WAIT, OPT_TESTHOOK}) {
-      EXPECT_FALSE(IsOptionAllowed(list, option)) << c.word << " " << optNames[option];
-    }
-  }
-}
-
 TEST_F(CommandTablesTest, ExclusiveGroupTextsInCheckingOrder) {
   const char* expected[] = {
       "-lifecycle, -lifecycle_only",
