@@ -55,18 +55,22 @@ unsigned emmlib_ImageQueryCopyTypeAndFormatExecute(
     int arg10, const short* fragState, int arg12, int arg13, const int* imageState,
     const int* copyType, int arg16, int arg17, const char* slpName, uint64_t* handle);
 
-// Next images as a linked list (with their copies and fragments). `count`:
-// in, how many images are wanted; out, how many were returned.
+// Next images as a linked list (with their copies and fragments; `level` 1
+// images only, 2 with copies). `count`: in, how many images are wanted; out,
+// how many were returned. Returns 0 also at the end (count 0, empty list).
 unsigned emmlib_ImageQueryFetch(int* cid, int level, uint64_t handle, unsigned* count,
                                 EMM_Image** list);
-// Next flat rows into the caller's buffer of at least *count rows.
+// Next flat rows into the caller's buffer of at least *count rows (level 3).
+// Returns 0 with every batch that holds rows, EMMLIB_END_OF_DATA (count 0)
+// once the rows are exhausted.
 unsigned emmlib_ImageQueryFetchRaw(int* cid, int level, uint64_t handle, unsigned* count,
                                    Legacy_ImageView* rows);
 void emmlib_FreeImage_List(EMM_Image** list);
 unsigned emmlib_ReleaseImageResultHandle(int* cid, uint64_t handle);
 
 // Active snapshots of one image (backupId) or of all images (null), in the
-// order of the image query's rows: backup time, backup id, copy number.
+// order of the image query's rows: backup time, backup id, copy number. The
+// fetch returns EMMLIB_END_OF_DATA with the last records.
 unsigned emmlib_QueryActiveSnapshotInfo(int* cid, int level, const char* masterServer,
                                         int arg4, const char* backupId, int arg6, int arg7,
                                         uint64_t* handle);
@@ -74,19 +78,21 @@ unsigned emmlib_FetchSnapshotInfo(int* cid, int level, uint64_t handle, unsigned
                                   EMM_SnapshotInfo** list);
 void emmlib_FreeSnapshotInfo_List(EMM_SnapshotInfo** list);
 
-// Images with replica copies and their replication targets.
+// Images with replica copies and their replication targets. The query returns
+// EMMLIB_END_OF_DATA when nothing matches, the fetch with the last batch.
 unsigned emmlib_QueryReplicaImageCopies(int* cid, int level, const char* masterServer,
                                         int64_t sinceTime, uint64_t* handle);
 unsigned emmlib_FetchReplicaImageCopies(int* cid, int level, uint64_t handle,
                                         unsigned* count, EMM_Image** list);
 
-// Images pending import.
+// Images pending import (same end-of-data rule as the replica query).
 unsigned emmlib_QueryPendingImportImages(int* cid, int level, const char* masterServer,
                                          int64_t sinceTime, uint64_t* handle);
 unsigned emmlib_FetchPendingImportImages(int* cid, int level, uint64_t handle,
                                          unsigned* count, EMM_Image** list);
 
-// Copy update.
+// Copy update: the copy is found by master server, backup id and SLP index;
+// EMMLIB_NO_SUCH_RECORD when there is none.
 unsigned emmlib_InitImageCopyExt(EMM_ImageCopyExt** copy);
 unsigned emmlib_UpdateImageCopy(int* cid, int mode, const EMM_ImageCopyExt* copy);
 void emmlib_FreeImageCopyExt(EMM_ImageCopyExt** copy);

@@ -126,8 +126,8 @@ TEST(DemoCatalog, CoversWhatTheReportsShow) {
   for (const char* s : {"0/0", "1/0", "1/1", "2/0", "2/1", "3/0", "4/0"}) {
     EXPECT_GT(states[s], 0) << s;
   }
-  EXPECT_GE(count("SELECT COUNT(DISTINCT CopyType) FROM DBM_ImageCopy"), 10);
-  EXPECT_GE(count("SELECT COUNT(DISTINCT CopyState) FROM DBM_ImageCopy"), 14);
+  EXPECT_EQ(10, count("SELECT COUNT(DISTINCT CopyType) FROM DBM_ImageCopy"));
+  EXPECT_EQ(16, count("SELECT COUNT(DISTINCT CopyState) FROM DBM_ImageCopy"));
   EXPECT_GE(count("SELECT COUNT(DISTINCT MediaSubType) FROM DBM_ImageFragment"), 5);
   EXPECT_GT(count("SELECT COUNT(*) FROM DBM_ImageFragment WHERE MediaType = 2"), 0);
   EXPECT_GE(count("SELECT COUNT(DISTINCT FragmentState) FROM DBM_ImageFragment"), 5);

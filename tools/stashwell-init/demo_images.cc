@@ -147,8 +147,10 @@ void DemoWriter::WriteImage(int64_t backupTime, const Client& client) {
         break;
       case ImageKind::kComplete:
       case ImageKind::kDeleted:
-      case ImageKind::kImported:
         states[k] = first && random_.Percent(30) ? 3 : 5;
+        break;
+      case ImageKind::kImported:
+        states[k] = random_.Percent(40) ? 12 : 5;
         break;
       case ImageKind::kInProcess:
         states[k] = first ? 3
