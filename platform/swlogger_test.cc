@@ -9,16 +9,6 @@
 
 namespace {
 
-std::vector<std::string> Lines(const std::string& relDir) {
-  std::vector<std::string> lines;
-  std::error_code ec;
-  for (const auto& e : std::filesystem::directory_iterator(testing_root::Path() + "/" + relDir, ec)) {
-    std::ifstream in(e.path());
-    for (std::string l; std::getline(in, l);) lines.push_back(l.substr(l.find("] ") + 2));
-  }
-  return lines;
-}
-
 void Traced(SWLogger* logger) { Tracer t(logger, nullptr, "Traced", "remote/x.cc", 12); }
 
 TEST(SWLogger, WritesLinesAndTracesAtItsVerbosity) {
@@ -33,7 +23,7 @@ TEST(SWLogger, WritesLinesAndTracesAtItsVerbosity) {
     Traced(&loud);
     Traced(nullptr);
   }
-  EXPECT_EQ(Lines("logs/ul"), (std::vector<std::string>{"<1> ParseBackupId: bad id",
+  EXPECT_EQ(testing_root::LogLines("logs/ul"), (std::vector<std::string>{"<1> ParseBackupId: bad id",
                                                         "<5> Traced: Entering Traced [(nil)] (x.cc:12)",
                                                         "<5> Traced: Leaving Traced [(nil)]"}));
 

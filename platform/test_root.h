@@ -10,6 +10,7 @@
 #include <filesystem>
 #include <fstream>
 #include <string>
+#include <vector>
 
 namespace testing_root {
 
@@ -50,6 +51,18 @@ inline void InstallData() {
   for (const char* d : {"msg", "status"})
     fs::copy(fs::path(STASHWELL_SHARE_DIR) / d, fs::path(Path()) / "share" / d,
              fs::copy_options::recursive | fs::copy_options::overwrite_existing);
+}
+
+// Every line of every log file in a folder under the root, without the time
+// and process id: "<2> source: text".
+inline std::vector<std::string> LogLines(const std::string& relDir) {
+  std::vector<std::string> lines;
+  std::error_code ec;
+  for (const auto& e : std::filesystem::directory_iterator(Path() + "/" + relDir, ec)) {
+    std::ifstream in(e.path());
+    for (std::string l; std::getline(in, l);) lines.push_back(l.substr(l.find("] ") + 2));
+  }
+  return lines;
 }
 
 }  // namespace testing_root

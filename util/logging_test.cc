@@ -18,17 +18,6 @@
 
 namespace {
 
-// Every line of every file in a log folder, without time and process id.
-std::vector<std::string> Lines(const std::string& relDir) {
-  std::vector<std::string> lines;
-  std::error_code ec;
-  for (const auto& e : std::filesystem::directory_iterator(testing_root::Path() + "/" + relDir, ec)) {
-    std::ifstream in(e.path());
-    for (std::string l; std::getline(in, l);) lines.push_back(l.substr(l.find("] ") + 2));
-  }
-  return lines;
-}
-
 TEST(SwdlogBasename, TakesThePartAfterTheLastSlash) {
   EXPECT_STREQ(swdlog_basename("a/b/c"), "c");
   EXPECT_STREQ(swdlog_basename("c"), "c");
@@ -46,13 +35,13 @@ TEST(RecordLog, EachMethod) {
 
   EXPECT_EQ(DBData::GetLoggingMethod(), DBData::LOG_METHOD_NONE);
   DBData::LogMessage(5, "DBData::Insert", "nothing %d", 1);
-  EXPECT_TRUE(Lines("logs/admin").empty());
+  EXPECT_TRUE(testing_root::LogLines("logs/admin").empty());
 
   DBData::UseLegacyLogs();
   EXPECT_EQ(DBData::GetLoggingMethod(), DBData::LOG_METHOD_LEGACY);
   DBData::LogMessage(5, "DBData::Insert", "record %s", "r1");
   DBData::LogMessage(0, "DBData::Delete", "failed %d", 7);
-  EXPECT_EQ(Lines("logs/admin"), (std::vector<std::string>{
+  EXPECT_EQ(testing_root::LogLines("logs/admin"), (std::vector<std::string>{
                                      "<2> prog: level 5: record r1 (DBData::Insert)",
                                      "<16> prog: level 0: failed 7 (DBData::Delete)"}));
   close_debug_log();
@@ -67,7 +56,7 @@ TEST(RecordLog, EachMethod) {
   DBData::LogMessage(7, "src", "level %d", 7);
   DBData::LogMessage(-1, "src", "negative");
   SWLogger::s_default = nullptr;
-  std::vector<std::string> lines = Lines("logs/unified");
+  std::vector<std::string> lines = testing_root::LogLines("logs/unified");
   ASSERT_EQ(lines.size(), 3u);
   std::regex origin(R"(<(\d)> src: (.*)\(cmn\.cc:\d+\))");
   std::smatch m;
@@ -93,9 +82,9 @@ TEST(AppLog, WriteAppMsgStatusesAndTheSecondarySink) {
   text << "v1" << "srv";
   EXPECT_EQ(log.WriteAppMsg(0, CRVL_SEV_ERROR, text), 0);
   EXPECT_EQ(log.WriteAppMsg(CRVL_LOG_FLAG_SECONDARY, CRVL_SEV_WARNING, text), 0);
-  EXPECT_EQ(Lines("logs/dsm"), (std::vector<std::string>{"<3> SmeSlp0010N: volume v1 on srv, 100%",
+  EXPECT_EQ(testing_root::LogLines("logs/dsm"), (std::vector<std::string>{"<3> SmeSlp0010N: volume v1 on srv, 100%",
                                                          "<2> SmeSlp0010N: volume v1 on srv, 100%"}));
-  EXPECT_EQ(Lines("logs/sink"), std::vector<std::string>{"<2> SmeSlp0010N: volume v1 on srv, 100%"});
+  EXPECT_EQ(testing_root::LogLines("logs/sink"), std::vector<std::string>{"<2> SmeSlp0010N: volume v1 on srv, 100%"});
 
   log.set_disabled(true);
   EXPECT_EQ(log.WriteAppMsg(0, CRVL_SEV_ERROR, text), 1);
