@@ -10,6 +10,8 @@
 #include <new>
 #include <sstream>
 
+#include "platform/swlogger.h"
+#include "remote/app_error_log.h"
 #include "remote/idl/NumericMessageItem.hh"
 #include "remote/idl/StringMessageItem.hh"
 
@@ -138,15 +140,25 @@ void FillDetails(Framework::ServiceExceptionDetails& details, const char* except
   details.exceptionClassName(exceptionClass);
   details.message(message);
   message->_remove_ref();  // the setter took its own reference
-  details.originatingHost(host);
+  details.originatingHost(static_cast<const char*>(host));  // the char* setter would adopt it
   details.originatingClass(className != nullptr ? className : "");
   details.originatingMethod(method != nullptr ? method : "");
   details.timeStamp(now);
+
+  std::string messageNumber = std::to_string(DiskServiceHelper::mapError2Message(domain, code));
+  std::string domainText = std::to_string(domain);
+  std::string codeText = std::to_string(code);
+  std::string lineText = std::to_string(line);
+  LogAppError(messageNumber.c_str(), "%s %s::%s: %s (domain %s, code %s, line %s)",
+              {exceptionClass, details.originatingClass(), details.originatingMethod(),
+               text != nullptr ? text : "", domainText.c_str(), codeText.c_str(),
+               lineText.c_str()});
 }
 
 }  // namespace
 
 char* DiskServiceHelper::getPropertyByName(const PropertySeq& properties, const char* name) {
+  Tracer trace(SWLogger::s_default, nullptr, "DiskServiceHelper::getPropertyByName", __FILE__, __LINE__);
   RequireArgument(name, "name", "getPropertyByName", __LINE__);
   long i = FindProperty(properties, name);
   return i < 0 ? nullptr : CORBA::string_dup(properties[i]->value());
@@ -154,6 +166,7 @@ char* DiskServiceHelper::getPropertyByName(const PropertySeq& properties, const 
 
 void DiskServiceHelper::updateProperty(PropertySeq& properties, const char* name,
                                        const char* value, bool add) {
+  Tracer trace(SWLogger::s_default, nullptr, "DiskServiceHelper::updateProperty", __FILE__, __LINE__);
   RequireArgument(name, "name", "updateProperty", __LINE__);
   RequireArgument(value, "value", "updateProperty", __LINE__);
   long i = FindProperty(properties, name);
@@ -166,6 +179,7 @@ void DiskServiceHelper::updateProperty(PropertySeq& properties, const char* name
 
 void DiskServiceHelper::addProperty(PropertySeq& properties, const char* name,
                                     const char* value) {
+  Tracer trace(SWLogger::s_default, nullptr, "DiskServiceHelper::addProperty", __FILE__, __LINE__);
   RequireArgument(name, "name", "addProperty", __LINE__);
   RequireArgument(value, "value", "addProperty", __LINE__);
   CORBA::ULong n = properties.length();
@@ -174,12 +188,14 @@ void DiskServiceHelper::addProperty(PropertySeq& properties, const char* name,
 }
 
 void DiskServiceHelper::deleteProperty(PropertySeq& properties, const char* name) {
+  Tracer trace(SWLogger::s_default, nullptr, "DiskServiceHelper::deleteProperty", __FILE__, __LINE__);
   RequireArgument(name, "name", "deleteProperty", __LINE__);
   long i = FindProperty(properties, name);
   if (i >= 0) properties[i] = buildProperty("", "");
 }
 
 Property* DiskServiceHelper::buildProperty(const char* name, const char* value) {
+  Tracer trace(SWLogger::s_default, nullptr, "DiskServiceHelper::buildProperty", __FILE__, __LINE__);
   OBV_Orvantic::Stashwell::DL::DiskService::Property* p =
       new (std::nothrow) OBV_Orvantic::Stashwell::DL::DiskService::Property();
   if (p == nullptr) {
@@ -197,6 +213,7 @@ namespace {
 // given name, the invalid object id and zero type; raises on failure.
 template <class T>
 T* BuildObject(const char* name, const char* typeName, const char* method, int line) {
+  Tracer trace(SWLogger::s_default, nullptr, method, __FILE__, __LINE__);
   T* object = new (std::nothrow) T();
   if (object == nullptr) {
     std::string text = std::string("cannot create ") + typeName;
@@ -285,6 +302,7 @@ unsigned long long DiskServiceHelper::ptoull(const char* text) {
 short DiskServiceHelper::ptos(const char* text) { return ReadNumber<short>(text); }
 
 char* DiskServiceHelper::ex_str(const Framework::ServiceException& e) {
+  Tracer trace(SWLogger::s_default, nullptr, "DiskServiceHelper::ex_str", __FILE__, __LINE__);
   std::string text = e._name();
   const DiskServiceExceptionDetails* details =
       DiskServiceExceptionDetails::_downcast(e.details.in());
@@ -306,6 +324,7 @@ char* DiskServiceHelper::ex_str(const Framework::ServiceException& e) {
 }
 
 char* DiskServiceHelper::ex_str(const Framework::IllegalArgumentException& e) {
+  Tracer trace(SWLogger::s_default, nullptr, "DiskServiceHelper::ex_str", __FILE__, __LINE__);
   std::string text = e._name();
   const Framework::IllegalArgumentExceptionDetails* details = e.details.in();
   if (details != nullptr) {

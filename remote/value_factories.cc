@@ -3,6 +3,7 @@
 
 #include <exception>
 
+#include "remote/app_error_log.h"
 #include "remote/idl/DiskService.hh"
 #include "remote/idl/ErrorCodeExceptionDetails.hh"
 #include "remote/idl/IllegalArgumentExceptionDetails.hh"
@@ -60,8 +61,7 @@ const ValueFactoryEntry kDiskServiceFactories[] = {
 #undef SW_FACTORY
 
 void LogRegistrationFailure(const char* repositoryId, const char* function) {
-  (void)repositoryId;
-  (void)function;
+  LogAppError("100", "%s: cannot register the value factory of %s", {function, repositoryId});
 }
 
 }  // namespace

@@ -1,0 +1,321 @@
+// DiskServiceHelper: type tables, error mapping, number readers, property
+// lists, builders, exception texts and raising, and the trace ring.
+#include "remote/disk_service_helper.h"
+
+#include <gtest/gtest.h>
+
+#include <cstdio>
+#include <limits>
+#include <set>
+#include <string>
+#include <vector>
+
+#include "remote/idl/IllegalArgumentException.hh"
+#include "remote/idl/ServiceException.hh"
+
+namespace {
+
+using Orvantic::Stashwell::DL::DiskService::DiskServiceHelper;
+namespace DiskService = Orvantic::Stashwell::DL::DiskService;
+namespace Framework = Orvantic::Stashwell::TL::Framework;
+namespace OBVDiskService = OBV_Orvantic::Stashwell::DL::DiskService;
+
+TEST(DiskServiceHelperTest, ServerTypeTables) {
+  const struct {
+    const char* name;
+    short subtype;
+  } subtypes[] = {
+      {"BasicDisk", 1}, {"NearStore", 2}, {"SnapVault", 3}, {"LegacyDisk", 0}, {nullptr, 0},
+      {"SANDisk", 6},   {"basicdisk", 6}, {"", 6},          {"DiskPool", 6},
+  };
+  for (const auto& c : subtypes) {
+    EXPECT_EQ(DiskServiceHelper::identifyStuSubtype(c.name), c.subtype)
+        << (c.name ? c.name : "(null)");
+  }
+
+  const struct {
+    int subtype;
+    const char* name;
+  } names[] = {{0, "LegacyDisk"}, {1, "BasicDisk"}, {2, "NearStore"}, {3, "SnapVault"},
+               {4, "DiskPool"},   {6, "DiskPool"},  {-1, "DiskPool"}};
+  for (const auto& c : names) {
+    EXPECT_STREQ(DiskServiceHelper::identifyStuServerType(c.subtype), c.name) << c.subtype;
+  }
+
+  for (const char* known : {"BasicDisk", "LegacyDisk", "NearStore", "SANDisk", "SnapVault"}) {
+    EXPECT_TRUE(DiskServiceHelper::isKnownServerType(known)) << known;
+  }
+  for (const char* unknown : {"DiskPool", "basicdisk", "BasicDisk ", ""}) {
+    EXPECT_FALSE(DiskServiceHelper::isKnownServerType(unknown)) << unknown;
+  }
+  EXPECT_FALSE(DiskServiceHelper::isKnownServerType(nullptr));
+  EXPECT_TRUE(DiskServiceHelper::isDeprecatedServerType("LegacyDisk"));
+  EXPECT_TRUE(DiskServiceHelper::isDeprecatedServerType("NearStore"));
+  EXPECT_FALSE(DiskServiceHelper::isDeprecatedServerType("BasicDisk"));
+  EXPECT_FALSE(DiskServiceHelper::isKnownExtServerType("BasicDisk"));
+  EXPECT_FALSE(DiskServiceHelper::isKnownExtServerType(nullptr));
+}
+
+TEST(DiskServiceHelperTest, MapsDsmErrorsToMessageNumbers) {
+  const struct {
+    int domain;
+    int code;
+    int message;
+  } cases[] = {
+      {1, 2050001, 20}, {1, 2050010, 8},  {1, 2050011, 23}, {1, 2050012, 27},
+      {1, 2050020, 22}, {1, 2050023, 24}, {1, 2050028, 25}, {1, 2050029, 26},
+      {1, 2050002, -1}, {1, 2050021, -1}, {1, 2050000, -1}, {1, 2050030, -1},
+      {2, 2050001, -1}, {0, 2050001, -1}, {4, 2050010, -1}, {1, -2050001, -1},
+  };
+  for (const auto& c : cases) {
+    EXPECT_EQ(DiskServiceHelper::mapError2Message(c.domain, c.code), c.message)
+        << c.domain << "/" << c.code;
+  }
+}
+
+TEST(DiskServiceHelperTest, ReadsNumbersLikeTheClassicLocaleStream) {
+  const struct {
+    const char* text;
+    int value;
+  } ints[] = {{" 42abc", 42}, {"abc", 0},  {nullptr, 0}, {"", 0},      {"-17", -17},
+              {"\t\n 7", 7},  {"+3", 3},   {"1.5", 1},   {"1,000", 1}, {"- 1", 0}};
+  for (const auto& c : ints) {
+    EXPECT_EQ(DiskServiceHelper::ptoi(c.text), c.value) << (c.text ? c.text : "(null)");
+  }
+  EXPECT_EQ(DiskServiceHelper::ptol(" 123456789012 kB"), 123456789012L);
+  EXPECT_EQ(DiskServiceHelper::ptoll("-9223372036854775808"),
+            std::numeric_limits<long long>::min());
+  EXPECT_EQ(DiskServiceHelper::ptoull("18446744073709551615"),
+            std::numeric_limits<unsigned long long>::max());
+  // The library reads "-1" into an unsigned type as its negation.
+  EXPECT_EQ(DiskServiceHelper::ptoull("-1"), std::numeric_limits<unsigned long long>::max());
+  EXPECT_EQ(DiskServiceHelper::ptos("12x"), 12);
+  // Out of range: the library's limit of the type.
+  EXPECT_EQ(DiskServiceHelper::ptos("70000"), std::numeric_limits<short>::max());
+  EXPECT_EQ(DiskServiceHelper::ptoi("99999999999"), std::numeric_limits<int>::max());
+}
+
+DiskService::PropertySeq Properties(
+    const std::vector<std::pair<const char*, const char*>>& pairs) {
+  DiskService::PropertySeq properties;
+  properties.length(static_cast<CORBA::ULong>(pairs.size()));
+  for (CORBA::ULong i = 0; i < properties.length(); ++i) {
+    if (pairs[i].first == nullptr) continue;  // a null property
+    properties[i] = DiskServiceHelper::buildProperty(pairs[i].first, pairs[i].second);
+  }
+  return properties;
+}
+
+std::vector<std::string> Texts(const DiskService::PropertySeq& properties) {
+  std::vector<std::string> out;
+  for (CORBA::ULong i = 0; i < properties.length(); ++i) {
+    const DiskService::Property* p = properties[i];
+    out.push_back(p ? std::string(p->name()) + "=" + p->value() : "null");
+  }
+  return out;
+}
+
+std::string Lookup(const DiskService::PropertySeq& properties, const char* name) {
+  CORBA::String_var value = DiskServiceHelper::getPropertyByName(properties, name);
+  return value.in() ? value.in() : "(none)";
+}
+
+TEST(DiskServiceHelperTest, PropertyLists) {
+  DiskService::PropertySeq properties = Properties(
+      {{"a", "1"}, {nullptr, nullptr}, {"DSM::diskMediaId", "X"}, {"DSM::diskMediaId", "Y"}});
+  EXPECT_EQ(Lookup(properties, "DSM::diskMediaId"), "X");
+  EXPECT_EQ(Lookup(properties, "a"), "1");
+  EXPECT_EQ(Lookup(properties, "A"), "(none)");
+  EXPECT_EQ(Lookup(properties, ""), "(none)");
+
+  DiskServiceHelper::updateProperty(properties, "DSM::diskMediaId", "Z", false);
+  DiskServiceHelper::updateProperty(properties, "b", "2", false);
+  EXPECT_EQ(Texts(properties),
+            (std::vector<std::string>{"a=1", "null", "DSM::diskMediaId=Z", "DSM::diskMediaId=Y"}));
+  DiskServiceHelper::updateProperty(properties, "b", "2", true);
+  DiskServiceHelper::addProperty(properties, "a", "3");
+  EXPECT_EQ(Texts(properties), (std::vector<std::string>{"a=1", "null", "DSM::diskMediaId=Z",
+                                                         "DSM::diskMediaId=Y", "b=2", "a=3"}));
+
+  // Deleting keeps the length: the first match becomes an empty property.
+  DiskServiceHelper::deleteProperty(properties, "DSM::diskMediaId");
+  DiskServiceHelper::deleteProperty(properties, "missing");
+  EXPECT_EQ(Texts(properties),
+            (std::vector<std::string>{"a=1", "null", "=", "DSM::diskMediaId=Y", "b=2", "a=3"}));
+  EXPECT_EQ(Lookup(properties, "DSM::diskMediaId"), "Y");
+}
+
+TEST(DiskServiceHelperTest, NullArgumentsRaiseIllegalArgument) {
+  DiskService::PropertySeq properties = Properties({{"a", "1"}});
+  const struct {
+    const char* argument;
+    void (*call)(DiskService::PropertySeq&);
+  } cases[] = {
+      {"name", [](DiskService::PropertySeq& p) {
+         CORBA::String_var v = DiskServiceHelper::getPropertyByName(p, nullptr);
+       }},
+      {"name", [](DiskService::PropertySeq& p) {
+         DiskServiceHelper::updateProperty(p, nullptr, "v", true);
+       }},
+      {"value", [](DiskService::PropertySeq& p) {
+         DiskServiceHelper::updateProperty(p, "a", nullptr, true);
+       }},
+      {"name", [](DiskService::PropertySeq& p) { DiskServiceHelper::deleteProperty(p, nullptr); }},
+  };
+  for (const auto& c : cases) {
+    try {
+      c.call(properties);
+      ADD_FAILURE() << "no exception for a null " << c.argument;
+    } catch (const Framework::IllegalArgumentException& e) {
+      ASSERT_NE(e.details.in(), nullptr);
+      EXPECT_STREQ(e.details->argumentName(), c.argument);
+      EXPECT_STREQ(e.details->originatingService(), "DiskService");
+      EXPECT_STREQ(e.details->originatingClass(), "DiskServiceHelper");
+    }
+  }
+  EXPECT_EQ(Texts(properties), std::vector<std::string>{"a=1"});
+}
+
+TEST(DiskServiceHelperTest, BuildersGiveInvalidObjectsWithZeroNumbers) {
+  DiskService::DiskVolume_var volume = DiskServiceHelper::buildDiskVolume("vol1");
+  EXPECT_STREQ(volume->objId(), "InVaLiD");
+  EXPECT_EQ(volume->type(), 0);
+  EXPECT_EQ(volume->size(), 0);
+  EXPECT_STREQ(volume->name(), "vol1");
+  EXPECT_EQ(volume->properties().length(), 0u);
+  DiskService::StorageServer_var server = DiskServiceHelper::buildStorageServer("ss");
+  EXPECT_STREQ(server->objId(), "InVaLiD");
+  EXPECT_STREQ(server->servertype(), "");
+  DiskService::DiskGroup_var group = DiskServiceHelper::buildDiskGroup("dg");
+  EXPECT_EQ(group->size(), 0);
+  DiskService::Enclosure_var enclosure = DiskServiceHelper::buildEnclosure("e");
+  DiskService::DiskStorageUnit_var unit = DiskServiceHelper::buildDiskStorageUnit("u");
+  EXPECT_STREQ(enclosure->name(), "e");
+  EXPECT_STREQ(unit->objId(), "InVaLiD");
+}
+
+DiskService::DiskServiceExceptionDetails* DiskDetails(long domain) {
+  auto* details = new OBVDiskService::DiskServiceExceptionDetails();
+  details->originatingMethod("getDiskVolumeInfo");
+  details->originatingClass("DiskServiceMgrImpl");
+  details->originatingService("DiskService");
+  details->originatingHost("emm1");
+  details->errorDomain(static_cast<CORBA::Long>(domain));
+  details->errorCode(2050010);
+  details->errorText("volume not found");
+  return details;
+}
+
+TEST(DiskServiceHelperTest, ExceptionTexts) {
+  const struct {
+    Framework::ServiceExceptionDetails* details;  // owned by the exception
+    const char* expected;
+  } services[] = {
+      {DiskDetails(1),
+       "ServiceException: method=getDiskVolumeInfo class=DiskServiceMgrImpl service=DiskService "
+       "host=emm1 errorDomain=DSM errorCode=2050010 errorText=volume not found"},
+      {DiskDetails(4),
+       "ServiceException: method=getDiskVolumeInfo class=DiskServiceMgrImpl service=DiskService "
+       "host=emm1 errorDomain=STS errorCode=2050010 errorText=volume not found"},
+      {DiskDetails(9),
+       "ServiceException: method=getDiskVolumeInfo class=DiskServiceMgrImpl service=DiskService "
+       "host=emm1 errorDomain= errorCode=2050010 errorText=volume not found"},
+      // Details of another kind, or none: the name alone.
+      {new OBV_Orvantic::Stashwell::TL::Framework::ErrorCodeExceptionDetails(),
+       "ServiceException"},
+      {nullptr, "ServiceException"},
+  };
+  for (const auto& c : services) {
+    Framework::ServiceException e(c.details);
+    CORBA::String_var text = DiskServiceHelper::ex_str(e);
+    EXPECT_STREQ(text.in(), c.expected);
+  }
+
+  auto* details = new OBV_Orvantic::Stashwell::TL::Framework::IllegalArgumentExceptionDetails();
+  details->originatingMethod("m");
+  details->originatingClass("c");
+  details->originatingService("s");
+  details->originatingHost("h");
+  details->argumentName("not shown");
+  CORBA::String_var withDetails =
+      DiskServiceHelper::ex_str(Framework::IllegalArgumentException(details));
+  EXPECT_STREQ(withDetails.in(), "IllegalArgumentException: method=m class=c service=s host=h");
+  CORBA::String_var without = DiskServiceHelper::ex_str(Framework::IllegalArgumentException());
+  EXPECT_STREQ(without.in(), "IllegalArgumentException");
+}
+
+TEST(DiskServiceHelperTest, RaisesServiceAndIllegalArgumentExceptions) {
+  try {
+    DiskServiceHelper::throwSvcException(1, 2050001, "no memory", "Builder", "build", 77);
+    FAIL() << "no exception";
+  } catch (const Framework::ServiceException& e) {
+    const DiskService::DiskServiceExceptionDetails* details =
+        DiskService::DiskServiceExceptionDetails::_downcast(e.details.in());
+    ASSERT_NE(details, nullptr);
+    EXPECT_EQ(details->errorDomain(), 1);
+    EXPECT_EQ(details->errorCode(), 2050001);
+    EXPECT_STREQ(details->errorText(), "no memory");
+    EXPECT_STREQ(details->exceptionClassName(), "ServiceException");
+    EXPECT_STREQ(details->originatingService(), "DiskService");
+    EXPECT_STREQ(details->originatingClass(), "Builder");
+    EXPECT_STREQ(details->originatingMethod(), "build");
+    EXPECT_NE(details->timeStamp(), 0);
+    ASSERT_NE(details->message(), nullptr);
+    EXPECT_EQ(details->message()->textId(), 20);
+    EXPECT_EQ(details->message()->inserts().length(), 2u);
+  }
+  try {
+    DiskServiceHelper::throwIllArgException(1, 0, "bad", "C", "m", 5, "volumeName");
+    FAIL() << "no exception";
+  } catch (const Framework::IllegalArgumentException& e) {
+    ASSERT_NE(e.details.in(), nullptr);
+    EXPECT_STREQ(e.details->argumentName(), "volumeName");
+    EXPECT_STREQ(e.details->exceptionClassName(), "IllegalArgumentException");
+  }
+}
+
+// The ring's slot holding the entry whose first text is `marker`, or -1.
+int SlotOf(const std::string& marker) {
+  for (unsigned slot = 0; slot < 128; ++slot) {
+    std::string entry = DiskServiceHelper::ictraceEntry(slot);
+    if (entry.compare(0, 5 + marker.size() + 1, "ICTR-" + marker + " ") == 0) {
+      return static_cast<int>(slot);
+    }
+  }
+  return -1;
+}
+
+TEST(DiskServiceHelperTest, TraceRingWrapsAndCutsEntries) {
+  // 128 entries fill the ring whatever was traced before.
+  for (int i = 0; i < 128; ++i) {
+    ASSERT_EQ(DiskServiceHelper::ictrace(("m" + std::to_string(i)).c_str(), "b", "c", "d"), 0);
+  }
+  std::set<int> slots;
+  for (int i = 0; i < 128; ++i) slots.insert(SlotOf("m" + std::to_string(i)));
+  EXPECT_EQ(slots.size(), 128u);
+  EXPECT_EQ(slots.count(-1), 0u);
+
+  // The 129th entry overwrites the oldest.
+  int oldest = SlotOf("m0");
+  DiskServiceHelper::ictrace("OP", "b", nullptr, "d");
+  EXPECT_EQ(SlotOf("m0"), -1);
+  ASSERT_EQ(SlotOf("OP"), oldest);
+  std::string entry = DiskServiceHelper::ictraceEntry(static_cast<unsigned>(oldest));
+  int counter = -1;
+  ASSERT_EQ(sscanf(entry.c_str(), "ICTR-OP %d", &counter), 1);
+  char number[8];
+  snprintf(number, sizeof number, "%5d", counter);
+  EXPECT_EQ(entry, std::string("ICTR-OP   ") + number + " <" + std::string(23, ' ') + "b | " +
+                       std::string(12, ' ') + "NULL | " + std::string(15, ' ') + "d>");
+
+  // Longer texts are cut to their fields, the whole entry to 80 characters.
+  std::string longText(100, 'x');
+  DiskServiceHelper::ictrace("LONG", longText.c_str(), longText.c_str(), longText.c_str());
+  int slot = SlotOf("LONG");
+  ASSERT_GE(slot, 0);
+  std::string cut = DiskServiceHelper::ictraceEntry(static_cast<unsigned>(slot));
+  EXPECT_EQ(cut.size(), 80u);
+  EXPECT_EQ(cut.substr(17, 24), std::string(24, 'x'));
+}
+
+}  // namespace
