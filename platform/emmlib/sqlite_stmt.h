@@ -53,11 +53,13 @@ class Params {
   }
 
   // Binds every parameter; returns the first non-OK SQLite result code.
+  // SQLite keeps its own copy of each text: a query's statement outlives the
+  // Params it was started with.
   int BindAll(sqlite3_stmt* stmt) const {
     int index = 1;
     for (const Value& v : values_) {
       int rc = v.isText ? sqlite3_bind_text(stmt, index, v.text.c_str(),
-                                            static_cast<int>(v.text.size()), SQLITE_STATIC)
+                                            static_cast<int>(v.text.size()), SQLITE_TRANSIENT)
                         : sqlite3_bind_int64(stmt, index, v.number);
       if (rc != SQLITE_OK) return rc;
       ++index;
