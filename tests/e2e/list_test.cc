@@ -1,0 +1,403 @@
+// End-to-end tests of `cyclectl list` on small catalogs built for each case:
+// the exact lines of every record kind in the short, user and brief forms,
+// which records each image, copy, fragment and snapshot row prints, every
+// filter, and the messages of an empty listing.
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <sstream>
+#include <string>
+#include <vector>
+
+#include "tests/e2e/harness.h"
+
+namespace {
+
+class ListTest : public ::testing::Test {
+ protected:
+  // Inserts a row, applies the "Column = value" settings `set` and returns
+  // the new row's key.
+  std::string Insert(const std::string& table, const std::string& keyColumn,
+                     const std::string& columns, const std::string& values,
+                     const std::string& set) {
+    std::string sql = "INSERT INTO " + table + " (" + columns + ") VALUES (" + values + ");";
+    if (!set.empty()) {
+      sql += "UPDATE " + table + " SET " + set + " WHERE " + keyColumn + " = last_insert_rowid();";
+    }
+    std::string key = root_.Sql(sql + "SELECT last_insert_rowid();");
+    return key.substr(0, key.find('\n'));
+  }
+  std::string AddImage(const std::string& client, long backupTime, const std::string& set = "") {
+    return Insert("DBM_Image", "ImageKey", "MasterServerKey, ClientMachineName, BackupTime",
+                  "(SELECT MachineKey FROM EMM_Machine WHERE MachinePrimaryName = 'master1'), '" +
+                      client + "', " + std::to_string(backupTime),
+                  set);
+  }
+  std::string AddCopy(const std::string& image, int number, const std::string& set = "") {
+    return Insert("DBM_ImageCopy", "ImageCopyKey", "ImageKey, CopyNumber",
+                  image + ", " + std::to_string(number), set);
+  }
+  std::string AddFragment(const std::string& copy, int number, const std::string& set = "") {
+    return Insert("DBM_ImageFragment", "FragmentKey", "ImageCopyKey, FragmentNumber",
+                  copy + ", " + std::to_string(number), set);
+  }
+  void AddSnapshot(const std::string& copy, const std::string& name) {
+    Insert("DBM_ImageSnapshot", "SnapshotKey", "ImageCopyKey, StorageServerName, SnapshotName",
+           copy + ", 'array1', '" + name + "'", "");
+  }
+
+  e2e::Result List(std::vector<std::string> args) {
+    args.insert(args.begin(), "list");
+    return root_.Run(args);
+  }
+
+  // The records of a short or brief listing, one per line, reduced to their
+  // kind and keys: "I <backup id>", "C <backup id> <copy>", "F <backup id>
+  // <copy> <fragment>", "S <backup id> <copy> <snapshot name>".
+  static std::string Keys(const std::string& out) {
+    std::istringstream lines(out);
+    std::string line, keys;
+    while (std::getline(lines, line)) {
+      std::istringstream in(line);
+      std::vector<std::string> f;
+      for (std::string w; in >> w;) f.push_back(w);
+      if (f.size() == 1) {
+        keys += "I " + f[0] + "\n";
+      } else if (f.size() > 4 && f[1] == "I") {
+        keys += "I " + f[3] + "\n";
+      } else if (f.size() > 4 && f[1] == "C") {
+        keys += "C " + f[3] + " " + f[4] + "\n";
+      } else if (f.size() > 5 && f[1] == "F") {
+        keys += "F " + f[3] + " " + f[4] + " " + f[5] + "\n";
+      } else if (f.size() > 8 && f[1] == "S") {
+        keys += "S " + f[2] + " " + f[3] + " " + f[8] + "\n";
+      } else {
+        keys += "? " + line + "\n";
+      }
+    }
+    return keys;
+  }
+
+  e2e::Root root_;
+};
+
+const char kNoImages[] = "No images or lifecycles matching criteria found.\n";
+
+// One image with one snapshot copy: every field set to a value of its own.
+class ListRecordLinesTest : public ListTest {
+ protected:
+  void SetUp() override {
+    root_.Sql("INSERT INTO EMM_DataClassification (ClassificationID, Name) "
+              "VALUES ('gold-id', 'Gold');");
+    std::string image = AddImage(
+        "client1", 1700000000,
+        "PolicyName = 'pol1', ClientType = 13, ScheduleType = 2, StorageServiceName = 'slp1', "
+        "StorageServiceState = 2, StorageServiceIsInactive = 1, "
+        "StorageServiceVersionNumber = 4, TimeInProcess = 1700000100, "
+        "ClassificationID = 'gold-id', OriginMasterServer = 'remote1', "
+        "OriginMasterServerID = X'00112233445566778899aabbccddeeff', "
+        "ImportFromReplicaTime = 1700000200, RequiredExpirationDate = 1800000000, "
+        "CreatedDateTime = '2023-11-14 22:15:00'");
+    std::string copy = AddCopy(
+        image, 1,
+        "SLPIndex = 1, CopyType = 2, ExpireTime = 1800000000, "
+        "ExpireLifecycleTime = 1750000000, TryToKeepTime = 3600, Residence = 'snap_stu', "
+        "CopyState = 3, JobID = 4711, ExpirationType = 4, MpxState = 1, RetryCount = 2, "
+        "LastRetryTime = 1700000500, DestinationID = 'dest1', Source = 1, Replica = 1, "
+        "DataFormat = 2");
+    AddSnapshot(copy, "snap_001");
+    AddFragment(copy, 1,
+                "ResumeCount = 1, MediaID = '@aaaab', MediaServer = 'media1', "
+                "StorageServer = 'array1', MediaType = 0, MediaSubType = 4, FragmentState = 1, "
+                "FragmentSize = 5368709120, DeleteHeader = 1, FragmentID = 'frag-1', "
+                "SnapMountHost = 'mount1', MediaDescription = 'array volume'");
+  }
+};
+
+TEST_F(ListRecordLinesTest, ShortForm) {
+  e2e::Result r = List({"-rt", "ICFS"});
+  EXPECT_EQ("V7.6.0 I master1 client1_1700000000 client1 1700000000 pol1 13 2 slp1 2 true "
+            "1700000100 gold-id 4 remote1 {00112233-4455-6677-8899-aabbccddeeff} 1700000200 "
+            "1800000000 1700000100\n"
+            "V7.6.0 C master1 client1_1700000000 1 1800000000 3600 snap_stu 3 4711 4 1 1 dest1 "
+            "1750000000 1700000500 1750000000 2 2 1 2 1\n"
+            "V7.6.0 S client1_1700000000 1 array1  *NULL*  *NULL*  *NULL*  snap_001  \n"
+            "V7.6.0 F master1 client1_1700000000 1 1 1 @aaaab media1 array1 0 4 1 5368709120 1 "
+            "frag-1 mount1 array volume\n",
+            r.out);
+  EXPECT_EQ("", r.err);
+  EXPECT_EQ(0, r.status);
+  // -l is the short form too, and the default record types leave out snapshots.
+  r = List({"-l"});
+  EXPECT_EQ(std::string::npos, r.out.find(" S "));
+  EXPECT_EQ(3, std::count(r.out.begin(), r.out.end(), '\n'));
+}
+
+TEST_F(ListRecordLinesTest, UserForm) {
+  e2e::Result r = List({"-U", "-rt", "ICFS"});
+  EXPECT_EQ("Image:\n"
+            " Master Server                 : master1\n"
+            " Backup ID                     : client1_1700000000\n"
+            " Client                        : client1\n"
+            " Backup Time                   : 1700000000 (2023/11/14 22:13:20)\n"
+            " Policy                        : pol1\n"
+            " Client Type                   : 13\n"
+            " Schedule Type                 : 2\n"
+            " Storage Lifecycle Policy      : slp1\n"
+            " Storage Lifecycle State       : 2 (IN_PROCESS) \n"
+            " Storage Lifecycle Is Inactive : true\n"
+            " Time In Process               : 1700000100 (2023/11/14 22:15:00)\n"
+            " Data Classification ID        : gold-id (Gold)\n"
+            " Version Number                : 4\n"
+            " OriginMasterServer            : remote1\n"
+            " OriginMasterServerID          : {00112233-4455-6677-8899-aabbccddeeff}\n"
+            " Import From Replica Time      : 1700000200 (2023/11/14 22:16:40)\n"
+            " Required Expiration Date      : 1800000000 (2027/01/15 08:00:00)\n"
+            " Created Date Time             : 1700000100 (2023/11/14 22:15:00)\n"
+            "\n"
+            " Copy:\n"
+            "   Master Server       : master1\n"
+            "   Backup ID           : client1_1700000000\n"
+            "   Copy Number         : 1\n"
+            "   Copy Type           : 2 (SNAPSHOT) \n"
+            "   Expire Time         : 1800000000 (2027/01/15 08:00:00)\n"
+            "   Expire LC Time      : 1750000000 (2025/06/15 15:06:40)\n"
+            "   Try To Keep Time    : 3600 (1:00:00)\n"
+            "   Residence           : snap_stu\n"
+            "   Copy State          : 3 (JOBCOMPLETE) \n"
+            "   Job ID              : 4711\n"
+            "   Retention Type      : 4 (SNAPSHOT_ROTATION) \n"
+            "   MPX State           : 1 (true)\n"
+            "   RetryCount          : 2\n"
+            "   Last Retry Time     : 1700000500 (2023/11/14 22:21:40)\n"
+            "   Source              : 1\n"
+            "   Destination ID      : dest1\n"
+            "   Replica:            : 1\n"
+            "   DataFormat          : 2 (DF_SNAPSHOT) \n"
+            "   SLP Index           : 1\n"
+            "\n"
+            "   Snapshot : \n"
+            "     Backup ID           : client1_1700000000\n"
+            "     Copy Number         : 1\n"
+            "     Storage Server Name : array1\n"
+            "     Storage Server Type : (none specified)\n"
+            "     DiskVolumeName      : (none specified)\n"
+            "     DiskMediaID         : (none specified)\n"
+            "     Snapshot Name       : snap_001\n"
+            "\n"
+            "   Fragment:\n"
+            "     Master Server     : master1\n"
+            "     Backup ID         : client1_1700000000\n"
+            "     Copy Number       : 1\n"
+            "     Fragment Number   : 1\n"
+            "     Resume Count      : 1\n"
+            "     Media ID          : @aaaab\n"
+            "     Media Server      : media1\n"
+            "     Storage Server    : array1\n"
+            "     Media Type        : 0 (DISK) \n"
+            "     Media Sub-Type    : 4 (ARRAYDISK) \n"
+            "     Fragment State    : 1 (ACTIVE) \n"
+            "     Fragment Size     : 5368709120\n"
+            "     Delete Header     : 1\n"
+            "     Fragment ID       : frag-1\n"
+            "     Snap MountHost    : mount1\n"
+            "     Media Description : array volume\n"
+            "\n",
+            r.out);
+  EXPECT_EQ("", r.err);
+  EXPECT_EQ(0, r.status);
+}
+
+TEST_F(ListRecordLinesTest, BriefFormPrintsTheBackupIdOnly) {
+  e2e::Result r = List({"-b", "-rt", "ICFS"});
+  EXPECT_EQ("client1_1700000000\n", r.out);
+  EXPECT_EQ("", r.err);
+}
+
+TEST_F(ListTest, EachImageCopyAndFragmentOnce) {
+  std::string a = AddImage("alpha", 1000);
+  std::string a1 = AddCopy(a, 1);
+  for (int f = 1; f <= 3; ++f) AddFragment(a1, f);
+  std::string a2 = AddCopy(a, 2);
+  AddFragment(a2, 1);
+  AddCopy(AddImage("beta", 2000), 1);  // a copy without fragments
+  AddImage("gamma", 3000);             // an image without copies
+
+  EXPECT_EQ("I alpha_1000\nC alpha_1000 1\nF alpha_1000 1 1\nF alpha_1000 1 2\n"
+            "F alpha_1000 1 3\nC alpha_1000 2\nF alpha_1000 2 1\n"
+            "I beta_2000\nC beta_2000 1\nI gamma_3000\n",
+            Keys(List({}).out));
+  EXPECT_EQ("I alpha_1000\nC alpha_1000 1\nC alpha_1000 2\nI beta_2000\nC beta_2000 1\n"
+            "I gamma_3000\n",
+            Keys(List({"-rt", "IC"}).out));
+  EXPECT_EQ("I alpha_1000\nI beta_2000\nI gamma_3000\n", Keys(List({"-rt", "I"}).out));
+  EXPECT_EQ("I alpha_1000\nI beta_2000\nI gamma_3000\n", Keys(List({"-b"}).out));
+}
+
+TEST_F(ListTest, CopyFailingAFilterStillCountsAsThePreviousRow) {
+  std::string a = AddImage("alpha", 1000);
+  AddFragment(AddCopy(a, 1, "CopyState = 5"), 1);
+  AddFragment(AddCopy(a, 2, "CopyState = 3"), 1);
+  AddFragment(AddCopy(a, 3, "CopyState = 5"), 1);
+  std::string b = AddImage("beta", 2000);
+  AddCopy(b, 1, "CopyState = 3");
+  AddCopy(b, 2, "CopyState = 5");
+
+  // Copy 2 of alpha is left out; copy 3 does not bring the image line back.
+  EXPECT_EQ("I alpha_1000\nC alpha_1000 1\nF alpha_1000 1 1\nC alpha_1000 3\n"
+            "F alpha_1000 3 1\nC beta_2000 2\n",
+            Keys(List({"-copy_state", "5"}).out));
+}
+
+TEST_F(ListTest, TimeRangeAtABackupTime) {
+  AddImage("alpha", 1700000000);
+  AddImage("beta", 1700000001);
+  // 11/14/2023 22:13:20 UTC is alpha's backup time.
+  EXPECT_EQ("", Keys(List({"-rt", "I", "-before", "11/14/2023 22:13:20"}).out));
+  EXPECT_EQ("I alpha_1700000000\n", Keys(List({"-rt", "I", "-before", "11/14/2023 22:13:21"}).out));
+  EXPECT_EQ("I alpha_1700000000\nI beta_1700000001\n",
+            Keys(List({"-rt", "I", "-after", "11/14/2023 22:13:20"}).out));
+  EXPECT_EQ("I beta_1700000001\n", Keys(List({"-rt", "I", "-after", "11/14/2023 22:13:21"}).out));
+}
+
+TEST_F(ListTest, RowsThatAllFailTheFiltersPrintNothing) {
+  AddCopy(AddImage("alpha", 1000, "PolicyName = 'pol1', StorageServiceName = 'slp1'"), 1);
+  AddCopy(AddImage("beta", 2000, "PolicyName = 'pol1'"), 1);
+  for (const std::vector<std::string>& args : std::vector<std::vector<std::string>>{
+           {"-policy", "other"}, {"-lifecycle", "slp1", "-version", "7"}, {"-jobid", "5"}}) {
+    e2e::Result r = List(args);
+    EXPECT_EQ("", r.out) << args[0];
+    EXPECT_EQ("", r.err) << args[0];
+    EXPECT_EQ(0, r.status) << args[0];
+  }
+}
+
+TEST_F(ListTest, NothingFoundInTheCatalog) {
+  e2e::Result r = List({});
+  EXPECT_EQ("", r.out);
+  EXPECT_EQ(kNoImages, r.err);
+  EXPECT_EQ(0, r.status);
+
+  AddCopy(AddImage("alpha", 1000), 1);
+  r = List({"-client", "nobody"});
+  EXPECT_EQ("", r.out);
+  EXPECT_EQ(kNoImages, r.err);
+  EXPECT_EQ(0, r.status);
+}
+
+TEST_F(ListTest, SnapshotsUnderTheirCopies) {
+  // early is not listed, so its snapshot sorts before every listed copy.
+  AddSnapshot(AddCopy(AddImage("early", 500, "PolicyName = 'other'"), 1, "DataFormat = 2"),
+              "early-snap");
+  std::string a = AddImage("alpha", 1000, "PolicyName = 'pol'");
+  std::string a1 = AddCopy(a, 1, "DataFormat = 2");
+  AddSnapshot(a1, "a1-first");
+  AddSnapshot(a1, "a1-second");
+  AddFragment(a1, 1);
+  AddFragment(a1, 2);
+  AddFragment(AddCopy(a, 2, "DataFormat = 1"), 1);
+  AddSnapshot(AddCopy(AddImage("beta", 2000, "PolicyName = 'pol'"), 1, "DataFormat = 2"), "b1");
+
+  const char* expected =
+      "I alpha_1000\nC alpha_1000 1\nS alpha_1000 1 a1-first\nS alpha_1000 1 a1-second\n"
+      "F alpha_1000 1 1\nF alpha_1000 1 2\nC alpha_1000 2\nF alpha_1000 2 1\n"
+      "I beta_2000\nC beta_2000 1\nS beta_2000 1 b1\n";
+  EXPECT_EQ(expected, Keys(List({"-rt", "ICFS", "-policy", "pol"}).out));
+  EXPECT_EQ(expected, Keys(List({"-rt", "S", "-policy", "pol"}).out));
+  e2e::Result r = List({"-rt", "ICFS", "-backupid", "beta_2000"});
+  EXPECT_EQ("I beta_2000\nC beta_2000 1\nS beta_2000 1 b1\n", Keys(r.out));
+  EXPECT_EQ("", r.err);
+}
+
+// A catalog in which each filter selects something of its own.
+class ListFilterTest : public ListTest {
+ protected:
+  void SetUp() override {
+    // a: SLP slp1 version 1, in process; copies 1 (backup, complete) and
+    //    2 (duplicate to tape_stu, job 77, in process).
+    std::string a = AddImage("a", 1000,
+                             "PolicyName = 'pol1', StorageServiceName = 'slp1', "
+                             "StorageServiceVersionNumber = 1, StorageServiceState = 2");
+    AddFragment(AddCopy(a, 1, "CopyType = 0, CopyState = 5, Residence = 'disk_stu', JobID = 76"),
+                1, "MediaID = 'disk1', FragmentState = 1");
+    AddFragment(AddCopy(a, 2, "CopyType = 1, CopyState = 2, Residence = 'tape_stu', JobID = 77"),
+                1, "MediaID = 'A00001', FragmentState = 1");
+    // b: SLP slp1 version 2, complete; one complete copy with an expired fragment.
+    std::string b = AddImage("b", 2000,
+                             "PolicyName = 'pol2', StorageServiceName = 'slp1', "
+                             "StorageServiceVersionNumber = 2, StorageServiceState = 3");
+    AddFragment(AddCopy(b, 1, "CopyType = 0, CopyState = 5, Residence = 'disk_stu'"), 1,
+                "MediaID = 'disk1', FragmentState = 3");
+    // c: SLP slp2, not started and inactive; one inactive copy.
+    std::string c = AddImage("c", 3000,
+                             "PolicyName = 'pol1', StorageServiceName = 'slp2', "
+                             "StorageServiceVersionNumber = 1, StorageServiceState = 1, "
+                             "StorageServiceIsInactive = 1");
+    AddCopy(c, 1, "CopyType = 0, CopyState = 9, Residence = 'disk_stu'");
+    // d: not SLP-managed.
+    AddCopy(AddImage("d", 4000, "PolicyName = 'pol3'"), 1,
+            "CopyType = 0, CopyState = 0, Residence = 'disk_stu', JobID = 77");
+  }
+};
+
+TEST_F(ListFilterTest, SelectImagesAndCopies) {
+  struct Case {
+    std::vector<std::string> args;
+    const char* keys;
+  } cases[] = {
+      {{}, "I a_1000\nC a_1000 1\nC a_1000 2\nI b_2000\nC b_2000 1\nI c_3000\nC c_3000 1\n"
+           "I d_4000\nC d_4000 1\n"},
+      {{"-lifecycle", "slp1"}, "I a_1000\nC a_1000 1\nC a_1000 2\nI b_2000\nC b_2000 1\n"},
+      {{"-lifecycle_only"},
+       "I a_1000\nC a_1000 1\nC a_1000 2\nI b_2000\nC b_2000 1\nI c_3000\nC c_3000 1\n"},
+      {{"-lifecycle", "slp1", "-version", "2"}, "I b_2000\nC b_2000 1\n"},
+      {{"-policy", "pol1"}, "I a_1000\nC a_1000 1\nC a_1000 2\nI c_3000\nC c_3000 1\n"},
+      {{"-client", "c"}, "I c_3000\nC c_3000 1\n"},
+      {{"-backupid", "b_2000"}, "I b_2000\nC b_2000 1\n"},
+      // Copy 1 of a fails the copy filters but is a's first row: a's image line
+      // is not printed for its later copies either.
+      {{"-jobid", "77"}, "C a_1000 2\nI d_4000\nC d_4000 1\n"},
+      {{"-image_state", "3"}, "I b_2000\nC b_2000 1\n"},
+      {{"-image_state", "9"}, "I c_3000\nC c_3000 1\n"},
+      {{"-image_incomplete"}, "I a_1000\nC a_1000 1\nC a_1000 2\nI c_3000\nC c_3000 1\n"
+                              "I d_4000\nC d_4000 1\n"},
+      {{"-image_inactive"}, "I c_3000\nC c_3000 1\n"},
+      {{"-copy_state", "2"}, "C a_1000 2\n"},
+      {{"-copy_incomplete"}, "C a_1000 2\nI c_3000\nC c_3000 1\nI d_4000\nC d_4000 1\n"},
+      {{"-copy_inactive"}, "I c_3000\nC c_3000 1\n"},
+      {{"-copy_type", "duplicate"}, "I a_1000\nC a_1000 2\n"},
+      {{"-copy_type", "0"}, "I a_1000\nC a_1000 1\nI b_2000\nC b_2000 1\nI c_3000\nC c_3000 1\n"
+                            "I d_4000\nC d_4000 1\n"},
+      {{"-destination", "tape_stu"}, "C a_1000 2\n"},
+      {{"-mediaid", "A00001"}, "I a_1000\nC a_1000 1\nC a_1000 2\n"},
+      {{"-frag_state", "3"}, "I b_2000\nC b_2000 1\n"},
+  };
+  for (const Case& c : cases) {
+    std::vector<std::string> args = {"-rt", "IC"};
+    args.insert(args.end(), c.args.begin(), c.args.end());
+    e2e::Result r = List(args);
+    std::string label = c.args.empty() ? "(none)" : c.args[0];
+    EXPECT_EQ(c.keys, Keys(r.out)) << label;
+    EXPECT_EQ("", r.err) << label;
+    EXPECT_EQ(0, r.status) << label;
+  }
+}
+
+TEST_F(ListTest, FetchBatchesMeetInsideOneImage) {
+  std::string a = AddImage("alpha", 1000);
+  std::string copy = AddCopy(a, 1);
+  root_.Sql("WITH RECURSIVE n(i) AS (SELECT 1 UNION ALL SELECT i + 1 FROM n WHERE i < 600) "
+            "INSERT INTO DBM_ImageFragment (ImageCopyKey, FragmentNumber) SELECT " +
+            copy + ", i FROM n;");
+  AddFragment(AddCopy(a, 2), 1);
+  AddFragment(AddCopy(AddImage("beta", 2000), 1), 1);
+
+  std::string expected = "I alpha_1000\nC alpha_1000 1\n";
+  for (int f = 1; f <= 600; ++f) expected += "F alpha_1000 1 " + std::to_string(f) + "\n";
+  expected += "C alpha_1000 2\nF alpha_1000 2 1\nI beta_2000\nC beta_2000 1\nF beta_2000 1 1\n";
+  e2e::Result r = List({});
+  EXPECT_EQ(expected, Keys(r.out));
+  EXPECT_EQ("", r.err);
+}
+
+}  // namespace
