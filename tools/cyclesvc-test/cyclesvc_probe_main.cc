@@ -11,7 +11,8 @@
 //   cyclesvc-probe ping                       ping on the disk service manager
 //   cyclesvc-probe stype MEDIAID...           MediaIdToStype of each id
 //   cyclesvc-probe legacy SUBTYPE MEDIAID MEDIASERVER STORAGESERVER [...]
-//                                             LegacyToMediaId of each group of four
+//                                             LegacyToMediaId of each group of four,
+//                                             and MediaIdToStype of each id found
 //   cyclesvc-probe runtime-error              a std::runtime_error inside the ladder
 #include <cstdio>
 #include <cstdlib>
@@ -77,7 +78,11 @@ int Legacy(int count, char** args) {
   for (int i = 0; i < count; i += 4) {
     std::string id = LegacyToMediaId(static_cast<short>(atoi(args[i])), args[i + 1],
                                      args[i + 2], args[i + 3]);
-    printf("%s -> %s\n", args[i + 1], id.c_str());
+    if (id.empty()) {
+      printf("%s -> \n", args[i + 1]);
+    } else {
+      printf("%s -> %s (%s)\n", args[i + 1], id.c_str(), MediaIdToStype(id).c_str());
+    }
   }
   return 0;
 }

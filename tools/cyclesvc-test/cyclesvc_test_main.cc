@@ -4,9 +4,11 @@
 // the installation root's configuration gives those daemons, answers as a
 // scenario file says and records every call. It prints "ready" on standard
 // output once it serves, and stops on SIGTERM, SIGINT or SIGHUP, or after its
-// lifetime.
+// lifetime. With "--objects mismatched" each object name is served by an
+// object of another interface, so that narrowing the reference fails.
 //
 //   cyclesvc-test --root DIR --scenario FILE --calls FILE [--lifetime SECONDS]
+//                 [--objects normal|mismatched]
 #include <errno.h>
 #include <signal.h>
 #include <stdlib.h>
@@ -29,10 +31,12 @@ struct Options {
   std::string scenario;
   std::string calls;
   long lifetimeSeconds = 120;
+  bool mismatched = false;
 };
 
 const char kUsage[] =
-    "usage: cyclesvc-test --root DIR --scenario FILE --calls FILE [--lifetime SECONDS]\n";
+    "usage: cyclesvc-test --root DIR --scenario FILE --calls FILE [--lifetime SECONDS]\n"
+    "                     [--objects normal|mismatched]\n";
 
 bool ParseOptions(int argc, char** argv, Options* options) {
   for (int i = 1; i + 1 < argc; i += 2) {
@@ -48,6 +52,9 @@ bool ParseOptions(int argc, char** argv, Options* options) {
       char* end = nullptr;
       options->lifetimeSeconds = strtol(value, &end, 10);
       if (*end != '\0' || options->lifetimeSeconds <= 0) return false;
+    } else if (strcmp(name, "--objects") == 0) {
+      if (strcmp(value, "mismatched") != 0 && strcmp(value, "normal") != 0) return false;
+      options->mismatched = strcmp(value, "mismatched") == 0;
     } else {
       return false;
     }
@@ -56,12 +63,42 @@ bool ParseOptions(int argc, char** argv, Options* options) {
          !options->calls.empty();
 }
 
-// Activates `servant` in the INS adapter under `name`, so that
+enum class Kind { kSlpManager, kExpirationManager, kDiskServiceManager };
+
+struct ServedObject {
+  const char* name;
+  Kind kind;
+  Kind mismatchedKind;
+};
+
+const ServedObject kObjects[] = {
+    {"StorageService.StorageServiceMgr", Kind::kSlpManager, Kind::kExpirationManager},
+    {"StorageService.ExpirationMgr", Kind::kExpirationManager, Kind::kDiskServiceManager},
+    {"DiskService.DiskServiceMgr", Kind::kDiskServiceManager, Kind::kSlpManager},
+};
+
+PortableServer::ServantBase* NewServant(Kind kind, cyclesvc_test::Scenario& scenario) {
+  switch (kind) {
+    case Kind::kSlpManager:
+      return new cyclesvc_test::DssvcServant(scenario);
+    case Kind::kExpirationManager:
+      return new cyclesvc_test::ExpMgrServant(scenario);
+    case Kind::kDiskServiceManager:
+      break;
+  }
+  return new cyclesvc_test::DiskServiceMgrServant(scenario);
+}
+
+// Activates each object in the INS adapter under its name, so that
 // corbaloc::<host>:<port>/<name> reaches it.
-void Serve(Orb& orb, PortableServer::ServantBase* servant, const char* name) {
-  PortableServer::ObjectId_var id = PortableServer::string_to_ObjectId(name);
-  orb.insPoa()->activate_object_with_id(id, servant);
-  servant->_remove_ref();  // the adapter holds it now
+void ServeAll(Orb& orb, cyclesvc_test::Scenario& scenario, bool mismatched) {
+  for (const ServedObject& object : kObjects) {
+    PortableServer::ServantBase* servant =
+        NewServant(mismatched ? object.mismatchedKind : object.kind, scenario);
+    PortableServer::ObjectId_var id = PortableServer::string_to_ObjectId(object.name);
+    orb.insPoa()->activate_object_with_id(id, servant);
+    servant->_remove_ref();  // the adapter holds it now
+  }
 }
 
 // Returns when one of `signals` arrives or `seconds` have passed.
@@ -118,9 +155,7 @@ int main(int argc, char** argv) {
       fputs("cyclesvc-test: cannot register the value factories\n", stderr);
       return 1;
     }
-    Serve(orb, new cyclesvc_test::DssvcServant(scenario), "StorageService.StorageServiceMgr");
-    Serve(orb, new cyclesvc_test::ExpMgrServant(scenario), "StorageService.ExpirationMgr");
-    Serve(orb, new cyclesvc_test::DiskServiceMgrServant(scenario), "DiskService.DiskServiceMgr");
+    ServeAll(orb, scenario, options.mismatched);
     printf("ready\n");
     fflush(stdout);
 

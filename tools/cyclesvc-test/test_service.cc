@@ -102,7 +102,7 @@ bool SetConfigValue(const std::string& confPath, const std::string& key,
 }
 
 TestService::TestService(const std::string& root, const std::string& scenario,
-                         int lifetimeSeconds)
+                         const ServiceOptions& options)
     : root_(root) {
   char dir[] = "/tmp/cyclesvc-test.XXXXXX";
   if (mkdtemp(dir) == nullptr) {
@@ -114,7 +114,7 @@ TestService::TestService(const std::string& root, const std::string& scenario,
   callsPath_ = dir_ + "/calls.txt";
   SetScenario(scenario);
   ClearCalls();
-  for (int attempt = 0; attempt < kStartAttempts && !ok(); ++attempt) start(lifetimeSeconds);
+  for (int attempt = 0; attempt < kStartAttempts && !ok(); ++attempt) start(options);
 }
 
 TestService::~TestService() {
@@ -126,7 +126,7 @@ TestService::~TestService() {
   }
 }
 
-bool TestService::start(int lifetimeSeconds) {
+bool TestService::start(const ServiceOptions& options) {
   cyclesvcPort_ = FreeLoopbackPort();
   dsmPort_ = FreeLoopbackPort();
   if (cyclesvcPort_ == 0 || dsmPort_ == 0 || cyclesvcPort_ == dsmPort_) {
@@ -145,7 +145,8 @@ bool TestService::start(int lifetimeSeconds) {
     error_ = std::string("pipe: ") + strerror(errno);
     return false;
   }
-  std::string lifetime = std::to_string(lifetimeSeconds);
+  std::string lifetime = std::to_string(options.lifetimeSeconds);
+  const char* objects = options.mismatchedObjects ? "mismatched" : "normal";
   pid_t parent = getpid();
   pid_t pid = fork();
   if (pid < 0) {
@@ -161,7 +162,7 @@ bool TestService::start(int lifetimeSeconds) {
     dup2(fds[1], STDOUT_FILENO);
     execl(CYCLESVC_TEST_PROGRAM, "cyclesvc-test", "--root", root_.c_str(), "--scenario",
           scenarioPath_.c_str(), "--calls", callsPath_.c_str(), "--lifetime", lifetime.c_str(),
-          static_cast<char*>(nullptr));
+          "--objects", objects, static_cast<char*>(nullptr));
     _exit(127);
   }
   close(fds[1]);

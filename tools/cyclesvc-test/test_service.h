@@ -23,12 +23,20 @@
 
 namespace cyclesvc_test {
 
+struct ServiceOptions {
+  // The service stops by itself after this time even if the TestService is
+  // never destroyed (or the test process dies).
+  int lifetimeSeconds = 120;
+  // Serve each object name with an object of another interface, so that the
+  // tool's narrowing fails.
+  bool mismatchedObjects = false;
+};
+
 class TestService {
  public:
-  // Starts the service; it stops by itself after `lifetimeSeconds` even if
-  // this object is never destroyed (or the test process dies).
+  // Starts the service for root `root` with the JSON `scenario`.
   explicit TestService(const std::string& root, const std::string& scenario = "{}",
-                       int lifetimeSeconds = 120);
+                       const ServiceOptions& options = ServiceOptions());
   // Stops the service: SIGTERM, and SIGKILL when it has not ended 5 s later.
   ~TestService();
   TestService(const TestService&) = delete;
@@ -49,7 +57,7 @@ class TestService {
   int dsmPort() const { return dsmPort_; }
 
  private:
-  bool start(int lifetimeSeconds);
+  bool start(const ServiceOptions& options);
   void stop();
 
   std::string root_;

@@ -1,0 +1,255 @@
+// The remote pieces of a run against the test service: every row of the
+// exception ladder with its exact output and exit status, the connect and
+// narrow messages, and the disk-volume lookups' remote calls. Each case runs
+// the cyclesvc-probe program in a fresh installation root whose master and
+// EMM server are the loopback address.
+#include <gtest/gtest.h>
+#include <stdlib.h>
+
+#include <string>
+#include <vector>
+
+#include "tests/e2e/harness.h"
+#include "tools/cyclesvc-test/test_service.h"
+
+namespace {
+
+using cyclesvc_test::ServiceOptions;
+using cyclesvc_test::TestService;
+
+e2e::RootOptions LoopbackRoot() {
+  e2e::RootOptions options;
+  options.master = "127.0.0.1";
+  options.emmServer = "127.0.0.1";
+  options.adminLog = false;
+  return options;
+}
+
+class ServiceProbeTest : public ::testing::Test {
+ protected:
+  e2e::Result Probe(const std::vector<std::string>& args) {
+    std::vector<std::string> argv = {"cyclesvc-probe"};
+    argv.insert(argv.end(), args.begin(), args.end());
+    std::vector<std::string> env = {"STASHWELL_ROOT=" + root_.path(), "TZ=UTC", "LC_ALL=C"};
+    for (const char* name : {"ASAN_OPTIONS", "UBSAN_OPTIONS", "LSAN_OPTIONS"}) {
+      if (const char* value = getenv(name)) env.push_back(std::string(name) + "=" + value);
+    }
+    return e2e::RunProgram(std::string(STASHWELL_BIN_DIR) + "/cyclesvc-probe", argv, env, "",
+                           false, 60);
+  }
+
+  e2e::Root root_{LoopbackRoot()};
+};
+
+struct LadderCase {
+  const char* scenario;
+  std::vector<std::string> probe;
+  std::string err;
+  int status;
+};
+
+TEST_F(ServiceProbeTest, EachLadderRowPrintsItsLineAndEndsTheRun) {
+  const LadderCase cases[] = {
+      // A system exception: its description ends with its own line end.
+      {R"({"Dssvc.SubSystemDump": {"raise": {"system": "BAD_PARAM"}}})",
+       {"dump"},
+       "Caught CORBA SystemException from cyclesvc: "
+       "IDL:omg.org/CORBA/BAD_PARAM:1.0 (minor code 0x0, completed NO)\n",
+       255},
+      {R"({"ExpMgr.DeletionDone": {"raise": {"system": "NO_PERMISSION", "minor": 7,
+                                             "completed": "YES"}}})",
+       {"deletedone", "3"},
+       "Caught CORBA SystemException from cyclesvc: "
+       "IDL:omg.org/CORBA/NO_PERMISSION:1.0 (minor code 0x7, completed YES)\n",
+       255},
+      // The connection-class system exceptions.
+      {R"({"ExpMgr.DeletionDone": {"raise": {"system": "TRANSIENT"}}})",
+       {"deletedone", "3"},
+       "cannot connect to cyclesvc\n",
+       255},
+      {R"({"DiskServiceMgr.ping": {"raise": {"system": "COMM_FAILURE"}}})",
+       {"ping"},
+       "cannot connect to dsm\n",
+       255},
+      {R"({"DiskServiceMgr.ping": {"raise": {"system": "TIMEOUT"}}})",
+       {"ping"},
+       "cannot connect to dsm\n",
+       255},
+      // IllegalArgumentException with empty details and no time stamp ...
+      {R"({"DiskServiceMgr.ping": {"raise": {"user": "IllegalArgumentException",
+           "details": {"argumentName": "x", "timeStamp": 0}}}})",
+       {"ping"},
+       "IllegalArgumentException from dsm: IllegalArgumentException: in method  of class  "
+       "in service  on host ; argumentName=\"x\"\n",
+       255},
+      // ... with a time stamp, whose text carries its own line end ...
+      {R"({"DiskServiceMgr.ping": {"raise": {"user": "IllegalArgumentException",
+           "details": {"originatingMethod": "ping", "originatingClass": "DiskServiceMgrImpl",
+                       "originatingService": "DiskService", "originatingHost": "emm1",
+                       "timeStamp": 86400, "argumentName": "volume"}}}})",
+       {"ping"},
+       "IllegalArgumentException from dsm: IllegalArgumentException: in method ping of class "
+       "DiskServiceMgrImpl in service DiskService on host emm1 at Fri Jan  2 00:00:00 1970\n"
+       "; argumentName=\"volume\"\n",
+       255},
+      // ... and without details.
+      {R"({"DiskServiceMgr.ping": {"raise": {"user": "IllegalArgumentException"}}})",
+       {"ping"},
+       "IllegalArgumentException from dsm: IllegalArgumentException\n",
+       255},
+      // Another user exception: its repository id and no line end.
+      {R"({"DiskServiceMgr.ping": {"raise": {"user": "ServiceException",
+           "details": {"type": "DiskServiceExceptionDetails", "errorCode": 2050010}}}})",
+       {"ping"},
+       "Caught CORBA UserException from dsm: IDL:Orvantic/Stashwell/TL/Framework/"
+       "ServiceException:1.0",
+       255},
+      {"{}", {"runtime-error"}, "Runtime error from cyclesvc: probe failure\n", 255},
+  };
+  TestService service(root_.path());
+  ASSERT_TRUE(service.ok()) << service.error();
+  for (const LadderCase& c : cases) {
+    service.SetScenario(c.scenario);
+    e2e::Result r = Probe(c.probe);
+    EXPECT_EQ(r.err, c.err) << c.scenario;
+    EXPECT_EQ(r.out, "") << c.scenario;
+    EXPECT_EQ(r.status, c.status) << c.scenario;
+  }
+}
+
+TEST_F(ServiceProbeTest, UserExceptionOfAnOperationWithoutRaisesArrivesAsUnknown) {
+  TestService service(root_.path(),
+                      R"({"Dssvc.SubSystemDump": {"raise": {"user": "ServiceException"}}})");
+  ASSERT_TRUE(service.ok()) << service.error();
+  e2e::Result r = Probe({"dump"});
+  EXPECT_EQ(r.err.rfind("Caught CORBA SystemException from cyclesvc: "
+                        "IDL:omg.org/CORBA/UNKNOWN:1.0 (minor code ", 0),
+            0u)
+      << r.err;
+  EXPECT_EQ(r.status, 255);
+}
+
+TEST_F(ServiceProbeTest, ServiceThatIsNotThereOrNotConfigured) {
+  // Configured ports with nothing listening: the narrowing call fails to
+  // connect.
+  root_.SetConfig("DAEMON_PORT.cyclesvc", std::to_string(cyclesvc_test::FreeLoopbackPort()));
+  root_.SetConfig("DAEMON_PORT.SWDSMFSM", std::to_string(cyclesvc_test::FreeLoopbackPort()));
+  const LadderCase listening[] = {
+      {"", {"dump"}, "cannot connect to cyclesvc\n", 255},
+      {"", {"stype", "M1"}, "cannot connect to dsm\n", 255},
+  };
+  for (const LadderCase& c : listening) {
+    e2e::Result r = Probe(c.probe);
+    EXPECT_EQ(r.err, c.err) << c.probe[0];
+    EXPECT_EQ(r.out, "") << c.probe[0];
+    EXPECT_EQ(r.status, c.status) << c.probe[0];
+  }
+
+  // No port at all: nothing to resolve, the service's own message. What a
+  // run does next is the operation's business; the disk service ends it.
+  root_.RemoveConfig("DAEMON_PORT.cyclesvc");
+  root_.RemoveConfig("DAEMON_PORT.SWDSMFSM");
+  const LadderCase unconfigured[] = {
+      {"", {"dump"}, "cannot connect to the SLP manager\n", 25},
+      {"", {"deletedone", "1"}, "cannot connect to expiration manager\n", 0},
+      {"", {"ping"}, "cannot connect to Disk Service Manager\n", 255},
+  };
+  for (const LadderCase& c : unconfigured) {
+    e2e::Result r = Probe(c.probe);
+    EXPECT_EQ(r.err, c.err) << c.probe[0];
+    EXPECT_EQ(r.status, c.status) << c.probe[0];
+  }
+}
+
+TEST_F(ServiceProbeTest, ObjectsOfAnotherInterfaceCannotBeNarrowed) {
+  ServiceOptions options;
+  options.mismatchedObjects = true;
+  TestService service(root_.path(), "{}", options);
+  ASSERT_TRUE(service.ok()) << service.error();
+  const LadderCase cases[] = {
+      {"", {"dump"}, "cannot narrow SLP manager object\n", 25},
+      {"", {"deletedone", "1"}, "cannot narrow expiration manager object\n", 0},
+      {"", {"ping"}, "cannot narrow Disk Service Manager object\n", 255},
+  };
+  for (const LadderCase& c : cases) {
+    e2e::Result r = Probe(c.probe);
+    EXPECT_EQ(r.err, c.err) << c.probe[0];
+    EXPECT_EQ(r.status, c.status) << c.probe[0];
+  }
+  EXPECT_EQ(service.Calls(), std::vector<std::string>());
+}
+
+TEST_F(ServiceProbeTest, RepliesAndOutValuesArriveAndCallsAreRecorded) {
+  TestService service(root_.path(),
+                      R"({"Dssvc.SubSystemDump": {"status": 3, "dumpLines": ["a", "b c"]},
+                          "ExpMgr.DeletionDone": [{"status": 1}, {"status": 2}]})");
+  ASSERT_TRUE(service.ok()) << service.error();
+  e2e::Result dump = Probe({"dump"});
+  EXPECT_EQ(dump.out, "a\nb c\nstatus 3\n");
+  EXPECT_EQ(dump.err, "");
+  EXPECT_EQ(dump.status, 0);
+  // A list of replies answers call after call, the last one repeating.
+  EXPECT_EQ(Probe({"deletedone", "-4"}).out, "status 1\n");
+  EXPECT_EQ(Probe({"deletedone", "5"}).out, "status 2\n");
+  EXPECT_EQ(Probe({"deletedone", "6"}).out, "status 2\n");
+  EXPECT_EQ(service.Calls(),
+            (std::vector<std::string>{"Dssvc.SubSystemDump(SUBSYSTEM_ID_NULL, DUMPFORM_READABLE, \"\")",
+                                      "ExpMgr.DeletionDone(-4)", "ExpMgr.DeletionDone(5)",
+                                      "ExpMgr.DeletionDone(6)"}));
+}
+
+TEST_F(ServiceProbeTest, MediaIdLookupsCallOncePerFoundVolume) {
+  TestService service(root_.path(), R"({"DiskServiceMgr.getDiskVolumeInfoByMediaId": [
+      {"args": ["M1"], "result": {"servertype": "BasicDisk"}},
+      {"args": ["M3"], "result": {"servertype": ""}},
+      {"result": null}]})");
+  ASSERT_TRUE(service.ok()) << service.error();
+  e2e::Result r = Probe({"stype", "M1", "M2", "M1", "M2", "M3", "M3"});
+  EXPECT_EQ(r.out, "M1 -> BasicDisk\nM2 -> Unknown\nM1 -> BasicDisk\nM2 -> Unknown\nM3 -> \n"
+                   "M3 -> \n");
+  EXPECT_EQ(r.err, "");
+  EXPECT_EQ(r.status, 0);
+  // A volume the service does not know is asked for again.
+  EXPECT_EQ(service.Calls(), (std::vector<std::string>{
+                                 "DiskServiceMgr.getDiskVolumeInfoByMediaId(\"M1\")",
+                                 "DiskServiceMgr.getDiskVolumeInfoByMediaId(\"M2\")",
+                                 "DiskServiceMgr.getDiskVolumeInfoByMediaId(\"M2\")",
+                                 "DiskServiceMgr.getDiskVolumeInfoByMediaId(\"M3\")",
+                             }));
+}
+
+TEST_F(ServiceProbeTest, LegacyLookupsCallOncePerVolumeAndFillTheServerTypeCache) {
+  TestService service(root_.path(), R"({"DiskServiceMgr.getDiskVolumeInfoByLegacyInfo": [
+      {"args": [null, null, null, "MID1"], "result": {"servertype": "NearStore",
+          "volume": {"properties": [["a", "1"], ["DSM::diskMediaId", "D1"],
+                                    ["DSM::diskMediaId", "D9"]]}}},
+      {"args": [null, null, null, "MID2"], "result": {"servertype": "AdvDisk",
+          "volume": {"properties": [null, ["DSM::diskMediaId", "D2"]]}}},
+      {"args": [null, null, null, "MID3"], "result": {"servertype": "BasicDisk",
+          "volume": {"properties": []}}},
+      {"result": null}]})");
+  ASSERT_TRUE(service.ok()) << service.error();
+  e2e::Result r = Probe({"legacy",
+                         "2", "MID1", "ms1", "ss1",   // found
+                         "1", "MID1", "ms1", "ss1",   // the same volume: no call
+                         "2", "MID1", "ms1", "ss2",   // another storage server
+                         "4", "MID2", "ms1", "ss1",   // unknown sub-type
+                         "6", "MID3", "ms1", "ss1",   // no disk media id property
+                         "6", "MID4", "ms1", "ss1",   // not found ...
+                         "6", "MID4", "ms1", "ss1"});  // ... asked again
+  EXPECT_EQ(r.out, "MID1 -> D1 (NearStore)\nMID1 -> D1 (NearStore)\nMID1 -> D1 (NearStore)\n"
+                   "MID2 -> D2 (AdvDisk)\nMID3 -> \nMID4 -> \nMID4 -> \n");
+  EXPECT_EQ(r.err, "unrecognized disk subtype encountered\n");
+  EXPECT_EQ(r.status, 0);
+  EXPECT_EQ(service.Calls(),
+            (std::vector<std::string>{
+                R"(DiskServiceMgr.getDiskVolumeInfoByLegacyInfo("127.0.0.1", "ss1", "NearStore", "MID1"))",
+                R"(DiskServiceMgr.getDiskVolumeInfoByLegacyInfo("127.0.0.1", "ss2", "NearStore", "MID1"))",
+                R"(DiskServiceMgr.getDiskVolumeInfoByLegacyInfo("127.0.0.1", "ss1", "", "MID2"))",
+                R"(DiskServiceMgr.getDiskVolumeInfoByLegacyInfo("127.0.0.1", "ss1", "DiskPool", "MID3"))",
+                R"(DiskServiceMgr.getDiskVolumeInfoByLegacyInfo("127.0.0.1", "ss1", "DiskPool", "MID4"))",
+                R"(DiskServiceMgr.getDiskVolumeInfoByLegacyInfo("127.0.0.1", "ss1", "DiskPool", "MID4"))",
+            }));
+}
+
+}  // namespace
