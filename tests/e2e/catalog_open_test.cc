@@ -1,0 +1,69 @@
+// End-to-end tests of the start-up connection to the catalog: an operation
+// that reads the catalog ends with status 1 and one line on standard error
+// when the catalog cannot be opened, and finds the catalog that EMM_CATALOG
+// names.
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <string>
+
+#include "tests/e2e/harness.h"
+
+namespace {
+
+bool Contains(const std::string& text, const std::string& part) {
+  return text.find(part) != std::string::npos;
+}
+
+TEST(CatalogOpen, UnusableCatalogEndsTheRunBeforeAnyOutput) {
+  struct Case {
+    const char* name;
+    const char* catalogText;  // written over db/catalog.db; null: removed
+  };
+  const Case cases[] = {{"missing", nullptr}, {"not a database", "not a catalog at all\n"}};
+  for (const Case& c : cases) {
+    e2e::Root root;
+    if (c.catalogText == nullptr) {
+      root.Remove("db/catalog.db");
+    } else {
+      root.WriteFile("db/catalog.db", std::string(4096, 'x') + c.catalogText);
+    }
+    e2e::Result r = root.Run({"list"});
+    EXPECT_EQ("", r.out) << c.name;
+    EXPECT_EQ("cyclectl: error connecting to EMM database, status=2007060\n", r.err) << c.name;
+    EXPECT_EQ(1, r.status) << c.name;
+    bool logged = false;
+    for (const std::string& line : root.DebugLogMessages()) {
+      logged = logged || (Contains(line, "<16> cyclectl: emmlib_initialize: cannot open catalog") &&
+                          Contains(line, "db/catalog.db"));
+    }
+    EXPECT_TRUE(logged) << c.name << "\n" << root.DebugLog();
+    if (c.catalogText == nullptr) {
+      EXPECT_FALSE(std::filesystem::exists(root.path() + "/db/catalog.db"))
+          << "opening must not create a catalog";
+    }
+  }
+}
+
+TEST(CatalogOpen, UsesTheConfiguredCatalog) {
+  e2e::Root root;
+  root.Sql("INSERT INTO DBM_Image (MasterServerKey, ClientMachineName, BackupTime)"
+           " VALUES (1, 'client1', 1000)");
+  std::filesystem::rename(root.path() + "/db/catalog.db", root.path() + "/db/other.db");
+
+  root.SetConfig("EMM_CATALOG", "db/other.db");
+  e2e::Result relative = root.Run({"list", "-rt", "I", "-b"});
+  EXPECT_EQ("", relative.err);
+  EXPECT_EQ("client1_1000\n", relative.out);
+  EXPECT_EQ(0, relative.status);
+
+  root.SetConfig("EMM_CATALOG", root.path() + "/db/other.db");
+  EXPECT_EQ("client1_1000\n", root.Run({"list", "-rt", "I", "-b"}).out);
+
+  root.SetConfig("EMM_CATALOG", "db/none.db");
+  e2e::Result missing = root.Run({"list"});
+  EXPECT_EQ("cyclectl: error connecting to EMM database, status=2007060\n", missing.err);
+  EXPECT_EQ(1, missing.status);
+}
+
+}  // namespace
