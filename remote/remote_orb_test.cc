@@ -1,0 +1,247 @@
+// The process's ORB against the test service: value types read back intact
+// only with their factories registered, a registrar that meets a failing
+// factory goes on, and the wrapper's verification and call time-out.
+//
+// The whole test process shares one installation root (STASHWELL_ROOT) and
+// one ORB; the root's configuration names the test service's ports before
+// anything reads it.
+#include <gtest/gtest.h>
+
+#include <memory>
+#include <new>
+#include <string>
+
+#include "platform/test_root.h"
+#include "remote/idl/ErrorCodeExceptionDetails.hh"
+#include "remote/idl/IllegalArgumentExceptionDetails.hh"
+#include "remote/idl/NumericMessageItem.hh"
+#include "remote/idl/StringMessageItem.hh"
+#include "remote/orb_startup.h"
+#include "remote/services.h"
+#include "remote/value_factories.h"
+#include "tools/cyclesvc-test/test_service.h"
+#include "util/process.h"
+
+namespace {
+
+namespace Framework = Orvantic::Stashwell::TL::Framework;
+namespace DiskService = Orvantic::Stashwell::DL::DiskService;
+namespace DssSVC = Orvantic::Stashwell::StorageServiceMgmt::DssSVC;
+
+class RemoteOrbTest : public ::testing::Test {
+ protected:
+  static void SetUpTestSuite() {
+    testing_root::Write("etc/stashwell.conf",
+                        "EMM_SERVER = 127.0.0.1\nMASTER_SERVER = 127.0.0.1\n");
+    testing_root::Write("logs/.keep", "");
+    service_ = new cyclesvc_test::TestService(testing_root::Path());
+    MasterServer = "127.0.0.1";
+    EmmServer = "127.0.0.1";
+    progname = "remote_tests";
+    StartOrb();
+  }
+  static void TearDownTestSuite() {
+    ReleaseValueFactories();
+    delete service_;
+    service_ = nullptr;
+  }
+  void SetUp() override { ASSERT_TRUE(service_->ok()) << service_->error(); }
+
+  static DiskService::DiskServiceMgr_ptr DiskServiceManager() {
+    return NarrowService<DiskService::DiskServiceMgr>(kDiskServiceManager);
+  }
+
+  static cyclesvc_test::TestService* service_;
+};
+
+cyclesvc_test::TestService* RemoteOrbTest::service_ = nullptr;
+
+// A details tree as text: kind, members, then the root causes in brackets.
+std::string Describe(const Framework::ServiceExceptionDetails* details) {
+  if (details == nullptr) return "null";
+  // _downcast takes no const pointer; nothing here changes the value.
+  auto* d = const_cast<Framework::ServiceExceptionDetails*>(details);
+  std::string text;
+  if (auto* disk = DiskService::DiskServiceExceptionDetails::_downcast(d)) {
+    text = "Disk{code=" + std::to_string(disk->errorCode()) + ",text=" + disk->errorText() +
+           ",domain=" + std::to_string(disk->errorDomain()) + ",";
+  } else if (auto* coded = Framework::ErrorCodeExceptionDetails::_downcast(d)) {
+    text = "ErrorCode{code=" + std::to_string(coded->errorCode()) + ",";
+  } else if (auto* illegal = Framework::IllegalArgumentExceptionDetails::_downcast(d)) {
+    text = "IllegalArgument{argument=" + std::string(illegal->argumentName()) + ",";
+  } else {
+    text = "Service{";
+  }
+  text += std::string("service=") + d->originatingService() + ",class=" +
+          d->exceptionClassName() + ",host=" + d->originatingHost() + ",in=" +
+          d->originatingClass() + "::" + d->originatingMethod() +
+          ",time=" + std::to_string(d->timeStamp());
+  if (const Framework::Message* m = d->message()) {
+    text += ",message=" + std::to_string(m->textId()) + "/" + std::to_string(m->timeStamp()) +
+            "/" + std::to_string(m->originatorId());
+    for (CORBA::ULong i = 0; i < m->inserts().length(); ++i) {
+      Framework::MessageItem* item = m->inserts()[i];
+      text += "," + std::to_string(item->position()) + ":" + item->name() + "=";
+      if (auto* s = Framework::StringMessageItem::_downcast(item)) text += s->stringValue();
+      if (auto* n = Framework::NumericMessageItem::_downcast(item)) {
+        text += std::to_string(n->numericValue());
+      }
+    }
+  }
+  text += "}[";
+  for (CORBA::ULong i = 0; i < d->rootCauses().length(); ++i) {
+    if (i > 0) text += " ";
+    text += Describe(d->rootCauses()[i]);
+  }
+  return text + "]";
+}
+
+const char kNestedDetails[] = R"({"DiskServiceMgr.getDiskVolumeInfoByMediaId": {"raise": {
+    "user": "ServiceException",
+    "details": {"type": "DiskServiceExceptionDetails", "originatingService": "DiskService",
+      "exceptionClassName": "ServiceException", "originatingHost": "emm1",
+      "originatingClass": "DiskServiceMgrImpl", "originatingMethod": "lookup",
+      "timeStamp": 1700000000,
+      "errorCode": 2050010, "errorText": "no volume", "errorDomain": 1,
+      "message": {"textId": 8, "timeStamp": 1700000001, "originatorId": 1, "inserts": [
+        {"type": "StringMessageItem", "position": 1, "name": "volume", "stringValue": "v1"},
+        {"type": "NumericMessageItem", "position": 2, "name": "count", "numericValue": 42}]},
+      "rootCauses": [
+        {"type": "ErrorCodeExceptionDetails", "errorCode": 17, "originatingService": "EMM",
+         "rootCauses": [{"type": "IllegalArgumentExceptionDetails", "argumentName": "mediaId"}]},
+        {"originatingMethod": "inner"}]}}}})";
+
+const char kNestedText[] =
+    "Disk{code=2050010,text=no volume,domain=1,service=DiskService,class=ServiceException,"
+    "host=emm1,in=DiskServiceMgrImpl::lookup,time=1700000000,"
+    "message=8/1700000001/1,1:volume=v1,2:count=42}["
+    "ErrorCode{code=17,service=EMM,class=,host=,in=::,time=0}["
+    "IllegalArgument{argument=mediaId,service=,class=,host=,in=::,time=0}[]] "
+    "Service{service=,class=,host=,in=::inner,time=0}[]]";
+
+TEST_F(RemoteOrbTest, DetailsWithNestedRootCausesNeedTheFactories) {
+  service_->SetScenario(kNestedDetails);
+  DiskService::DiskServiceMgr_var manager = DiskServiceManager();
+  ASSERT_FALSE(CORBA::is_nil(manager));
+  try {
+    DiskService::DiskVolumeInfo_var info = manager->getDiskVolumeInfoByMediaId("M1");
+    FAIL() << "no exception";
+  } catch (const Framework::ServiceException& e) {
+    EXPECT_EQ(Describe(e.details.in()), kNestedText);
+  }
+
+  // Without the factories the same reply cannot be read.
+  CORBA::ORB_ptr orb = SWOrb->orb();
+  for (auto table : {FrameworkValueFactories, DiskServiceValueFactories}) {
+    size_t count = 0;
+    const ValueFactoryEntry* entries = table(&count);
+    for (size_t i = 0; i < count; ++i) orb->unregister_value_factory(entries[i].repositoryId());
+  }
+  try {
+    DiskService::DiskVolumeInfo_var info = manager->getDiskVolumeInfoByMediaId("M1");
+    ADD_FAILURE() << "no exception";
+  } catch (const Framework::ServiceException&) {
+    ADD_FAILURE() << "the details were read without factories";
+  } catch (const CORBA::SystemException& e) {
+    EXPECT_STREQ(e._name(), "MARSHAL");
+  }
+
+  FrameworkRegistrar framework;
+  DiskServiceRegistrar disk;
+  EXPECT_EQ(framework.init(orb), 0);
+  EXPECT_EQ(disk.init(orb), 0);
+  try {
+    DiskService::DiskVolumeInfo_var info = manager->getDiskVolumeInfoByMediaId("M1");
+    FAIL() << "no exception";
+  } catch (const Framework::ServiceException& e) {
+    EXPECT_EQ(Describe(e.details.in()), kNestedText);
+  }
+}
+
+// A registrar whose second factory cannot be created.
+class FailingRegistrar : public ValueFactoryRegistrar {
+ public:
+  int init(CORBA::ORB_ptr orb) {
+    static const ValueFactoryEntry entries[] = {
+        {[] { return "IDL:Test/First:1.0"; },
+         []() -> CORBA::ValueFactoryBase* { return new Framework::Message_init(); }},
+        {[] { return "IDL:Test/Second:1.0"; },
+         []() -> CORBA::ValueFactoryBase* { throw std::bad_alloc(); }},
+        {[] { return "IDL:Test/Third:1.0"; },
+         []() -> CORBA::ValueFactoryBase* { return new Framework::Message_init(); }},
+    };
+    return registerAll(orb, entries, 3, "FailingRegistrar::init");
+  }
+};
+
+TEST_F(RemoteOrbTest, RegistrarLogsAFailedFactoryAndGoesOn) {
+  CORBA::ORB_ptr orb = SWOrb->orb();
+  FailingRegistrar registrar;
+  EXPECT_EQ(registrar.init(orb), 1);
+  for (const char* id : {"IDL:Test/First:1.0", "IDL:Test/Third:1.0"}) {
+    CORBA::ValueFactory factory = orb->lookup_value_factory(id);
+    EXPECT_NE(factory, nullptr) << id;
+    if (factory != nullptr) factory->_remove_ref();
+  }
+  bool logged = false;
+  for (const std::string& line : testing_root::LogLines("logs/remote_tests")) {
+    if (line.find("FailingRegistrar::init") != std::string::npos &&
+        line.find("IDL:Test/Second:1.0") != std::string::npos &&
+        line.find("<3> 100") != std::string::npos) {
+      logged = true;
+    }
+  }
+  EXPECT_TRUE(logged);
+}
+
+TEST_F(RemoteOrbTest, ResolveVerifiesOnlyWhenAsked) {
+  ACE_Time_Value connect(10), call(3600);
+  bool apply = true;
+  bool verify = true;
+  CORBA::Object_var present = SWOrb->resolve("127.0.0.1", "cyclesvc",
+                                             "StorageService.StorageServiceMgr", connect, call,
+                                             apply, verify);
+  EXPECT_FALSE(CORBA::is_nil(present));
+  CORBA::Object_var absent =
+      SWOrb->resolve("127.0.0.1", "cyclesvc", "No.Such.Object", connect, call, apply, verify);
+  EXPECT_TRUE(CORBA::is_nil(absent));
+  verify = false;
+  CORBA::Object_var unverified =
+      SWOrb->resolve("127.0.0.1", "cyclesvc", "No.Such.Object", connect, call, apply, verify);
+  EXPECT_FALSE(CORBA::is_nil(unverified));
+  // No configured port, or no host: nothing to resolve.
+  CORBA::Object_var noPort =
+      SWOrb->resolve("127.0.0.1", "nosuchdaemon", "X", connect, call, apply, verify);
+  EXPECT_TRUE(CORBA::is_nil(noPort));
+  CORBA::Object_var noHost = SWOrb->resolve("", "cyclesvc", "X", connect, call, apply, verify);
+  EXPECT_TRUE(CORBA::is_nil(noHost));
+}
+
+TEST_F(RemoteOrbTest, CallTimeOutEndsASlowCall) {
+  service_->SetScenario(R"({"Dssvc.StartImageDupSession": {"delay_ms": 1500}})");
+  ACE_Time_Value connect(10);
+  ACE_Time_Value call(0, 200000);
+  bool apply = true;
+  bool verify = false;
+  CORBA::Object_var object = SWOrb->resolve("127.0.0.1", "cyclesvc",
+                                            "StorageService.StorageServiceMgr", connect, call,
+                                            apply, verify);
+  DssSVC::Dssvc_var manager = DssSVC::Dssvc::_narrow(object);
+  ASSERT_FALSE(CORBA::is_nil(manager));
+  bool timedOut = false;
+  try {
+    manager->StartImageDupSession();
+  } catch (const CORBA::TRANSIENT&) {
+    timedOut = true;
+  } catch (const CORBA::TIMEOUT&) {
+    timedOut = true;
+  }
+  EXPECT_TRUE(timedOut);
+
+  // The service's own resolution puts the one-hour limit back.
+  service_->SetScenario(R"({"Dssvc.StartImageDupSession": {"delay_ms": 400, "status": 9}})");
+  DssSVC::Dssvc_var again = NarrowService<DssSVC::Dssvc>(kSlpManager);
+  EXPECT_EQ(again->StartImageDupSession(), 9);
+}
+
+}  // namespace
