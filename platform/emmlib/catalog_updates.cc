@@ -23,6 +23,15 @@ unsigned Run(Connection* connection, const char* call, const std::string& sql,
   return EMMLIB_OK;
 }
 
+// Runs an update of one record; EMMLIB_NO_SUCH_RECORD when it touched none.
+unsigned Update(Connection* connection, const char* call, const std::string& sql,
+                const Params& params) {
+  int changed = 0;
+  const unsigned status = Run(connection, call, sql, params, &changed);
+  if (status != EMMLIB_OK) return status;
+  return changed > 0 ? EMMLIB_OK : EMMLIB_NO_SUCH_RECORD;
+}
+
 }  // namespace
 }  // namespace emm
 
@@ -56,10 +65,7 @@ unsigned emmlib_UpdateImageCopy(int* cid, int mode, const EMM_ImageCopyExt* copy
   params.AddText(&sql, " AND ImageKey = (SELECT ImageKey FROM DBM_Image WHERE BackupID = ?",
                  copy->BackupID);
   params.AddNumber(&sql, " AND MasterServerKey = ?)", masterKey);
-  int changed = 0;
-  status = emm::Run(connection, "emmlib_UpdateImageCopy", sql, params, &changed);
-  if (status != EMMLIB_OK) return status;
-  return changed > 0 ? EMMLIB_OK : EMMLIB_NO_SUCH_RECORD;
+  return emm::Update(connection, "emmlib_UpdateImageCopy", sql, params);
 }
 
 unsigned emmlib_UpdateImageStorageServiceState(int* cid, int mode, const char* masterServer,
@@ -78,10 +84,7 @@ unsigned emmlib_UpdateImageStorageServiceState(int* cid, int mode, const char* m
   params.AddNumber(&sql, ", StorageServiceIsInactive = ?", (state & 8) != 0 ? 1 : 0);
   params.AddText(&sql, " WHERE BackupID = ?", backupId);
   params.AddNumber(&sql, " AND MasterServerKey = ?", masterKey);
-  int changed = 0;
-  status = emm::Run(connection, "emmlib_UpdateImageStorageServiceState", sql, params, &changed);
-  if (status != EMMLIB_OK) return status;
-  return changed > 0 ? EMMLIB_OK : EMMLIB_NO_SUCH_RECORD;
+  return emm::Update(connection, "emmlib_UpdateImageStorageServiceState", sql, params);
 }
 
 unsigned emmlib_DeleteDeletedImageFragments(int* cid, int level, const char* masterServer,

@@ -76,6 +76,27 @@ std::string BuildImageQuerySql(const ImageFilter& f, int64_t masterKey, Params* 
 
 namespace {
 
+// The filters both image query calls take, in their argument order.
+ImageFilter CommonFilter(int level, const char* master, const char* backupId, const char* client,
+                         const char* mediaId, const char* storageServer, const char* mediaServer,
+                         int earliest, int latest, int copyNumber, int jobId,
+                         const int* imageState) {
+  ImageFilter f;
+  f.level = level;
+  f.master = master;
+  f.backupId = backupId;
+  f.client = client;
+  f.mediaId = mediaId;
+  f.storageServer = storageServer;
+  f.mediaServer = mediaServer;
+  f.earliest = earliest;
+  f.latest = latest;
+  f.copyNumber = copyNumber;
+  f.jobId = jobId;
+  f.imageState = imageState;
+  return f;
+}
+
 unsigned Execute(int* cid, const ImageFilter& filter, uint64_t* handle) {
   unsigned status;
   Connection* connection = FindConnection(cid, &status);
@@ -118,20 +139,10 @@ unsigned emmlib_ImageQueryExecute(int* cid, int level, const char* masterServer,
                                   const char* mediaServer, int arg9, int arg10, int arg11,
                                   int arg12, int arg13, const int* imageState,
                                   uint64_t* handle) {
-  emm::ImageFilter f;
-  f.level = level;
-  f.master = masterServer;
-  f.backupId = backupId;
-  f.client = client;
-  f.mediaId = mediaId;
-  f.storageServer = storageServer;
-  f.mediaServer = mediaServer;
-  f.earliest = arg9;
-  f.latest = arg10;
+  emm::ImageFilter f = emm::CommonFilter(level, masterServer, backupId, client, mediaId,
+                                         storageServer, mediaServer, arg9, arg10, arg12, arg13,
+                                         imageState);
   f.fragState = arg11;
-  f.copyNumber = arg12;
-  f.jobId = arg13;
-  f.imageState = imageState;
   return emm::Execute(cid, f, handle);
 }
 
@@ -140,20 +151,10 @@ unsigned emmlib_ImageQueryCopyTypeAndFormatExecute(
     const char* mediaId, const char* storageServer, const char* mediaServer, int arg9,
     int arg10, const short* fragState, int arg12, int arg13, const int* imageState,
     const int* copyType, int arg16, int arg17, const char* slpName, uint64_t* handle) {
-  emm::ImageFilter f;
-  f.level = level;
-  f.master = masterServer;
-  f.backupId = backupId;
-  f.client = client;
-  f.mediaId = mediaId;
-  f.storageServer = storageServer;
-  f.mediaServer = mediaServer;
-  f.earliest = arg9;
-  f.latest = arg10;
+  emm::ImageFilter f = emm::CommonFilter(level, masterServer, backupId, client, mediaId,
+                                         storageServer, mediaServer, arg9, arg10, arg12, arg13,
+                                         imageState);
   f.fragState = fragState != nullptr ? *fragState : 0;
-  f.copyNumber = arg12;
-  f.jobId = arg13;
-  f.imageState = imageState;
   f.copyType = copyType;
   f.slpIndex = arg16;
   f.dataFormat = arg17;
