@@ -66,6 +66,7 @@ bool NobodyIds(uid_t* uid, gid_t* gid) {
 [[noreturn]] void ExecChild(Pipe& in, Pipe& out, Pipe& err, const std::string& program,
                             const std::vector<std::string>& argv,
                             const std::vector<std::string>& environment, bool asNobody) {
+  signal(SIGPIPE, SIG_DFL);  // the harness ignores it; the program must not inherit that
   dup2(in.fd[0], 0);
   dup2(out.fd[1], 1);
   dup2(err.fd[1], 2);
@@ -105,6 +106,9 @@ Result RunProgram(const std::string& program, const std::vector<std::string>& ar
                   const std::vector<std::string>& environment, const std::string& stdinText,
                   bool asNobody, int timeoutSeconds) {
   Result result{"", "", -1};
+  // A program that ends without reading all of its input must not kill the
+  // test with SIGPIPE; the write then fails with EPIPE instead.
+  signal(SIGPIPE, SIG_IGN);
   Pipe in, out, err;
   if (pipe2(in.fd, O_CLOEXEC) != 0 || pipe2(out.fd, O_CLOEXEC) != 0 || pipe2(err.fd, O_CLOEXEC) != 0) {
     ADD_FAILURE() << "harness: pipe: " << strerror(errno);

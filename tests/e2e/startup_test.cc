@@ -92,6 +92,13 @@ TEST(StartupTest, ProgramNameComesFromTheLastComponentOfArgv0) {
   EXPECT_EQ(r.status, 36);
 }
 
+TEST(StartupTest, InputTheRunDoesNotReadIsNoProblem) {
+  e2e::Root root;
+  e2e::Result r = root.Run({"-testhook"}, std::string(1 << 20, 'y'));
+  EXPECT_EQ(r.out, "SLP_WINDOWS_VERSION=1\n");
+  EXPECT_EQ(r.status, 0);
+}
+
 TEST(StartupTest, DebugLogOfANormalRunAndOfAnEarlyEnd) {
   e2e::Root root;
   e2e::Result r = root.Run({"remove_all"});
