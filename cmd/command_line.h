@@ -54,7 +54,7 @@ struct CommandLine {
   operation_e operation = OP_NONE;
   bool requiresAdmin = false;
   bool requiresCatalog = false;
-  bool helpRequested = false;          // -help, -h
+  bool helpRequested = false;               // -help, -h
   usage_format_e usageForm = USAGE_PUBLIC;  // -q
 
   // Given-flags by option number: set when the option was accepted.

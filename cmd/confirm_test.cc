@@ -15,8 +15,7 @@ namespace {
 template <typename Ask>
 std::string Answer(Ask ask, const std::string& input, bool* answer, std::string* rest = nullptr) {
   std::string buffer = input;
-  FILE* in = buffer.empty() ? fopen("/dev/null", "r")
-                            : fmemopen(&buffer[0], buffer.size(), "r");
+  FILE* in = buffer.empty() ? fopen("/dev/null", "r") : fmemopen(&buffer[0], buffer.size(), "r");
   char* outText = nullptr;
   size_t outSize = 0;
   FILE* out = open_memstream(&outText, &outSize);

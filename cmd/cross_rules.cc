@@ -27,7 +27,8 @@ bool CheckImageSelection(const CommandLine& line) {
   }
   if (IsOneOf(op, {OP_ACTIVE, OP_CANCEL, OP_INACTIVE})) {
     if (!hasBackupId && line.destination.empty() && line.lifecycle.empty()) {
-      PrintMsg(stderr, "SmeSlp0590N", "One of -backupid, -destination, -lifecycle must be provided");
+      PrintMsg(stderr, "SmeSlp0590N",
+               "One of -backupid, -destination, -lifecycle must be provided");
       return false;
     }
     if (hasBackupId && line.timeRange != TIME_RANGE_NONE) {
@@ -107,6 +108,5 @@ bool CheckVersion(const CommandLine& line) {
 }  // namespace
 
 bool CheckCrossOptionRules(const CommandLine& line) {
-  return CheckImageSelection(line) && CheckRedo(line) && CheckUpdateHwm(line) &&
-         CheckVersion(line);
+  return CheckImageSelection(line) && CheckRedo(line) && CheckUpdateHwm(line) && CheckVersion(line);
 }

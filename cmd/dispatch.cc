@@ -97,11 +97,11 @@ void ListImportNotifications(const CommandLine& line, NotificationListing incomi
                              NotificationListing outgoing) {
   bool both = line.input == line.output;
   if (line.input || both) {
-    incoming(line.outputForm, line.notificationType, line.timeRange, line.time,
-             line.client.text(), line.hostname);
+    incoming(line.outputForm, line.notificationType, line.timeRange, line.time, line.client.text(),
+             line.hostname);
   }
   if (line.output || both) {
-    outgoing(line.outputForm, line.notificationType, line.timeRange, line.time,
-             line.client.text(), line.hostname);
+    outgoing(line.outputForm, line.notificationType, line.timeRange, line.time, line.client.text(),
+             line.hostname);
   }
 }

@@ -36,7 +36,7 @@ TEST(DispatchTest, OperationWithoutHandlerFallsToTheDefaultRow) {
 TEST(DispatchTest, SubsystemArgumentsFallBack) {
   struct {
     std::vector<std::string> args;
-    const char* first;   // nullptr: absent
+    const char* first;  // nullptr: absent
     const char* second;
     int third;
   } cases[] = {

@@ -63,6 +63,9 @@ bool StoreTime(CommandLine& line, const char* value) {
   return true;
 }
 
+// For an option whose only effect is the operation it selects.
+bool SelectsOnly(CommandLine&, const char*) { return true; }
+
 bool SetHelp(CommandLine& line, const char*) {
   line.helpRequested = true;
   return true;
@@ -180,8 +183,7 @@ const OptionRule optionRules[] = {
     {"-lifecycle", OPT_LIFECYCLE, kValue, OP_NONE, kAny,
      StoreOptionalText<&CommandLine::lifecycle>},
     {"-lifecycle_only", OPT_LIFECYCLE_ONLY, kFlag, OP_NONE, kAny, SetLifecycleOnly},
-    {"-list_import_frags", OPT_LIST_IMPORT_FRAGS, kFlag, OP_LIST_IMPORT_FRAGS, kAny,
-     [](CommandLine&, const char*) { return true; }},
+    {"-list_import_frags", OPT_LIST_IMPORT_FRAGS, kFlag, OP_LIST_IMPORT_FRAGS, kAny, SelectsOnly},
     // Matching ignores case, so this row also takes the spelling -m.
     {"-M", OPT_M, kValue, OP_NONE, kAny, StoreOptionalText<&CommandLine::masterServer>},
     {"-mediaid", OPT_MEDIAID, kValue, OP_NONE, kAny, StoreOptionalText<&CommandLine::mediaId>},

@@ -18,7 +18,7 @@ struct OptionRule {
   const char* spelling;  // matched over its whole length, case ignored
   option_e option;       // the option whose given-flag the rule sets; OPT_NONE: none
   bool takesValue;
-  operation_e selects;   // taken as the operation when none is set yet; OP_NONE: none
+  operation_e selects;  // taken as the operation when none is set yet; OP_NONE: none
   ValueError error;
   // Stores the option's effect in `line`; `value` is null for a flag. Returns
   // false when the value is rejected. Runs for every accepted occurrence

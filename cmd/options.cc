@@ -76,76 +76,98 @@ const char optNames[OPT_END][32] = {
 };
 
 const option_e NoneOptions[] = {OPT_END};
-const option_e ActiveOptions[] = {OPT_AFTER,       OPT_BACKUPID, OPT_BEFORE, OPT_DESTINATION,
-                                  OPT_LIFECYCLE,   OPT_M,        OPT_END};
+const option_e ActiveOptions[] = {OPT_AFTER,     OPT_BACKUPID, OPT_BEFORE, OPT_DESTINATION,
+                                  OPT_LIFECYCLE, OPT_M,        OPT_END};
 const option_e AddImportFragsOptions[] = {OPT_M, OPT_TEST_IMPORT_FRAGS, OPT_END};
-const option_e CancelOptions[] = {OPT_AFTER, OPT_BACKUPID, OPT_BEFORE,  OPT_DESTINATION,
-                                  OPT_LIFECYCLE, OPT_M, OPT_NOWARN, OPT_VERSION,
-                                  OPT_FORCE, OPT_END};
-const option_e CompletionReportOptions[] = {OPT_AFTER,     OPT_BYDATE, OPT_CLIENT, OPT_DAYS,
-                                            OPT_LIFECYCLE, OPT_POLICY, OPT_T,      OPT_VERSION,
-                                            OPT_END};
+const option_e CancelOptions[] = {OPT_AFTER,     OPT_BACKUPID, OPT_BEFORE, OPT_DESTINATION,
+                                  OPT_LIFECYCLE, OPT_M,        OPT_NOWARN, OPT_VERSION,
+                                  OPT_FORCE,     OPT_END};
+const option_e CompletionReportOptions[] = {OPT_AFTER, OPT_BYDATE,    OPT_CLIENT,
+                                            OPT_DAYS,  OPT_LIFECYCLE, OPT_POLICY,
+                                            OPT_T,     OPT_VERSION,   OPT_END};
 const option_e DeletionDoneOptions[] = {OPT_M, OPT_EXPID, OPT_END};
-const option_e DiskfullExpirationOptions[] = {OPT_DT,       OPT_M,         OPT_MEDIAID,
-                                              OPT_MEDIASERVER, OPT_STORAGESERVER, OPT_TOTALCAP,
-                                              OPT_USEDSPACE, OPT_VOLUMEID, OPT_END};
+const option_e DiskfullExpirationOptions[] = {
+    OPT_DT,       OPT_M,         OPT_MEDIAID,  OPT_MEDIASERVER, OPT_STORAGESERVER,
+    OPT_TOTALCAP, OPT_USEDSPACE, OPT_VOLUMEID, OPT_END};
 const option_e DiskSpaceOptions[] = {OPT_M, OPT_STYPE, OPT_END};
 const option_e DropWGOptions[] = {OPT_M, OPT_NOWARN, OPT_END};
 const option_e DumpOptions[] = {OPT_DF, OPT_DOPTS, OPT_M, OPT_SUBSYS, OPT_END};
 const option_e HelpOptions[] = {OPT_END};
-const option_e HwmUpdateOptions[] = {OPT_M,          OPT_MEDIAID,  OPT_MEDIASERVER,
-                                     OPT_STORAGESERVER, OPT_STSSUBTYPE, OPT_TOTALCAP,
-                                     OPT_USEDCAP,    OPT_END};
-const option_e InactivateOptions[] = {OPT_AFTER,     OPT_BACKUPID, OPT_BEFORE,
-                                      OPT_DURATION,  OPT_DESTINATION, OPT_LIFECYCLE,
-                                      OPT_M,         OPT_REACTIVATION_TIME, OPT_END};
-const option_e InitiateExpirationOptions[] = {OPT_DP,         OPT_DT,           OPT_M,
-                                              OPT_MEDIAID,    OPT_MEDIASERVER,  OPT_STORAGESERVER,
-                                              OPT_VOLUMEID,   OPT_END};
+const option_e HwmUpdateOptions[] = {
+    OPT_M,          OPT_MEDIAID,  OPT_MEDIASERVER, OPT_STORAGESERVER,
+    OPT_STSSUBTYPE, OPT_TOTALCAP, OPT_USEDCAP,     OPT_END};
+const option_e InactivateOptions[] = {OPT_AFTER,    OPT_BACKUPID,          OPT_BEFORE,
+                                      OPT_DURATION, OPT_DESTINATION,       OPT_LIFECYCLE,
+                                      OPT_M,        OPT_REACTIVATION_TIME, OPT_END};
+const option_e InitiateExpirationOptions[] = {
+    OPT_DP, OPT_DT, OPT_M, OPT_MEDIAID, OPT_MEDIASERVER, OPT_STORAGESERVER, OPT_VOLUMEID, OPT_END};
 const option_e LifeCycleImageListOptions[] = {
-    OPT_COPY_TYPE, OPT_BACKUPID,  OPT_CLIENT, OPT_DESTINATION, OPT_IMAGE_INACTIVE,
-    OPT_IMAGE_INCOMPLETE, OPT_IMAGE_STATE, OPT_L, OPT_LIFECYCLE, OPT_M,
-    OPT_MEDIAID,   OPT_MEDIASERVER, OPT_U,    OPT_VERSION,     OPT_END};
-const option_e LifeCycleReportOptions[] = {OPT_CLIENT,  OPT_LIFECYCLE,     OPT_M,
-                                           OPT_MEDIAID, OPT_MEDIASERVER,   OPT_STORAGESERVER,
+    OPT_COPY_TYPE,        OPT_BACKUPID,    OPT_CLIENT, OPT_DESTINATION, OPT_IMAGE_INACTIVE,
+    OPT_IMAGE_INCOMPLETE, OPT_IMAGE_STATE, OPT_L,      OPT_LIFECYCLE,   OPT_M,
+    OPT_MEDIAID,          OPT_MEDIASERVER, OPT_U,      OPT_VERSION,     OPT_END};
+const option_e LifeCycleReportOptions[] = {OPT_CLIENT,  OPT_LIFECYCLE,   OPT_M,
+                                           OPT_MEDIAID, OPT_MEDIASERVER, OPT_STORAGESERVER,
                                            OPT_VERSION, OPT_END};
-const option_e ListOptions[] = {
-    OPT_AFTER,          OPT_B,              OPT_BACKUPID,         OPT_BEFORE,
-    OPT_CLIENT,         OPT_COPY_INACTIVE,  OPT_COPY_INCOMPLETE,  OPT_COPY_STATE,
-    OPT_COPY_TYPE,      OPT_DESTINATION,    OPT_FRAG_STATE,       OPT_IMAGE_INACTIVE,
-    OPT_IMAGE_INCOMPLETE, OPT_IMAGE_STATE,  OPT_JOBID,            OPT_L,
-    OPT_LIFECYCLE,      OPT_LIFECYCLE_ONLY, OPT_M,                OPT_MEDIAID,
-    OPT_MEDIASERVER,    OPT_POLICY,         OPT_RT,               OPT_STORAGESERVER,
-    OPT_U,              OPT_VERSION,        OPT_END};
-const option_e ListImportConfReportOptions[] = {
-    OPT_ALL_PENDING_IMAGES, OPT_B, OPT_DESTINATION, OPT_JSON,          OPT_JSON_COMPACT,
-    OPT_L,                  OPT_LIFECYCLE, OPT_TARGET_DOMAIN, OPT_U, OPT_END};
+const option_e ListOptions[] = {OPT_AFTER,
+                                OPT_B,
+                                OPT_BACKUPID,
+                                OPT_BEFORE,
+                                OPT_CLIENT,
+                                OPT_COPY_INACTIVE,
+                                OPT_COPY_INCOMPLETE,
+                                OPT_COPY_STATE,
+                                OPT_COPY_TYPE,
+                                OPT_DESTINATION,
+                                OPT_FRAG_STATE,
+                                OPT_IMAGE_INACTIVE,
+                                OPT_IMAGE_INCOMPLETE,
+                                OPT_IMAGE_STATE,
+                                OPT_JOBID,
+                                OPT_L,
+                                OPT_LIFECYCLE,
+                                OPT_LIFECYCLE_ONLY,
+                                OPT_M,
+                                OPT_MEDIAID,
+                                OPT_MEDIASERVER,
+                                OPT_POLICY,
+                                OPT_RT,
+                                OPT_STORAGESERVER,
+                                OPT_U,
+                                OPT_VERSION,
+                                OPT_END};
+const option_e ListImportConfReportOptions[] = {OPT_ALL_PENDING_IMAGES,
+                                                OPT_B,
+                                                OPT_DESTINATION,
+                                                OPT_JSON,
+                                                OPT_JSON_COMPACT,
+                                                OPT_L,
+                                                OPT_LIFECYCLE,
+                                                OPT_TARGET_DOMAIN,
+                                                OPT_U,
+                                                OPT_END};
 const option_e ListImportFragsOptions[] = {OPT_LIST_IMPORT_FRAGS, OPT_M, OPT_END};
 const option_e ListImportImagesOptions[] = {OPT_M, OPT_END};
 const option_e ListImportNotificationsOptions[] = {
-    OPT_AFTER, OPT_B, OPT_BEFORE, OPT_CLIENT, OPT_HOSTNAME, OPT_INPUT, OPT_JSON,
-    OPT_JSON_COMPACT, OPT_L, OPT_M, OPT_NTYPE, OPT_OUTPUT, OPT_U, OPT_END};
+    OPT_AFTER,        OPT_B, OPT_BEFORE, OPT_CLIENT, OPT_HOSTNAME, OPT_INPUT, OPT_JSON,
+    OPT_JSON_COMPACT, OPT_L, OPT_M,      OPT_NTYPE,  OPT_OUTPUT,   OPT_U,     OPT_END};
 const option_e ListReplicasOptions[] = {OPT_L, OPT_M, OPT_SINCETIME, OPT_U, OPT_END};
-const option_e ListWorkGroupOptions[] = {OPT_B, OPT_JSON, OPT_JSON_COMPACT, OPT_L,
-                                         OPT_M, OPT_KEY,  OPT_U,            OPT_END};
-const option_e OneSessionOptions[] = {OPT_M,      OPT_ARG1,     OPT_ARG2,      OPT_ARG3,
-                                      OPT_POLICY, OPT_SCHEDULE, OPT_SCHEDTYPE, OPT_SUBSYS,
-                                      OPT_END};
+const option_e ListWorkGroupOptions[] = {OPT_B,   OPT_JSON, OPT_JSON_COMPACT, OPT_L, OPT_M,
+                                         OPT_KEY, OPT_U,    OPT_END};
+const option_e OneSessionOptions[] = {OPT_M,        OPT_ARG1,      OPT_ARG2,   OPT_ARG3, OPT_POLICY,
+                                      OPT_SCHEDULE, OPT_SCHEDTYPE, OPT_SUBSYS, OPT_END};
 const option_e QueryExpirationOptions[] = {OPT_EXPID, OPT_M, OPT_END};
 const option_e RedoOptions[] = {OPT_BACKUPID, OPT_M, OPT_SLPINDEX, OPT_END};
 const option_e RemoveAllOptions[] = {OPT_END};
 const option_e RemoveExpOptions[] = {OPT_M, OPT_NOWARN, OPT_END};
 const option_e RemoveReplicationOptions[] = {OPT_TARGET_INFO, OPT_TARGET_MACHINE, OPT_END};
 const option_e ResumeOptions[] = {OPT_M, OPT_SUBSYS, OPT_END};
-const option_e ShowVolOptions[] = {OPT_DT,          OPT_M,             OPT_MEDIAID,
-                                   OPT_MEDIASERVER, OPT_STORAGESERVER, OPT_END};
+const option_e ShowVolOptions[] = {OPT_DT, OPT_M, OPT_MEDIAID, OPT_MEDIASERVER, OPT_STORAGESERVER,
+                                   OPT_END};
 const option_e StartSessionOptions[] = {OPT_M, OPT_END};
 const option_e SuspendOptions[] = {OPT_M, OPT_SUBSYS, OPT_END};
 const option_e TestHookOptions[] = {OPT_END};
-const option_e UpdatePotentialFreeSpaceOptions[] = {OPT_DT,          OPT_M,
-                                                    OPT_MEDIAID,     OPT_MEDIASERVER,
-                                                    OPT_STORAGESERVER, OPT_VOLUMEID,
-                                                    OPT_END};
+const option_e UpdatePotentialFreeSpaceOptions[] = {
+    OPT_DT, OPT_M, OPT_MEDIAID, OPT_MEDIASERVER, OPT_STORAGESERVER, OPT_VOLUMEID, OPT_END};
 
 std::map<operation_e, const option_e*> operationOptions;
 

@@ -96,10 +96,10 @@ extern const option_e NoneOptions[], ActiveOptions[], AddImportFragsOptions[], C
     InactivateOptions[], InitiateExpirationOptions[], LifeCycleImageListOptions[],
     LifeCycleReportOptions[], ListOptions[], ListImportConfReportOptions[],
     ListImportFragsOptions[], ListImportImagesOptions[], ListImportNotificationsOptions[],
-    ListReplicasOptions[], ListWorkGroupOptions[], OneSessionOptions[],
-    QueryExpirationOptions[], RedoOptions[], RemoveAllOptions[], RemoveExpOptions[],
-    RemoveReplicationOptions[], ResumeOptions[], ShowVolOptions[], StartSessionOptions[],
-    SuspendOptions[], TestHookOptions[], UpdatePotentialFreeSpaceOptions[];
+    ListReplicasOptions[], ListWorkGroupOptions[], OneSessionOptions[], QueryExpirationOptions[],
+    RedoOptions[], RemoveAllOptions[], RemoveExpOptions[], RemoveReplicationOptions[],
+    ResumeOptions[], ShowVolOptions[], StartSessionOptions[], SuspendOptions[], TestHookOptions[],
+    UpdatePotentialFreeSpaceOptions[];
 
 // Operation to its allowed-option list; filled by InitOperationOptions with
 // one pair per operation id 0 to 34 (ns shares the list of new_session).

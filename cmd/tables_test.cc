@@ -37,8 +37,7 @@ const OperationCase kOperations[] = {
      "-M -mediaid -mediaserver -storageserver -stssubtype -totalcap -usedcap"},
     {"inactive", 12, true, false,
      "-after -backupid -before -duration -destination -lifecycle -M -reactivation_time"},
-    {"initiate_exp", 13, true, false,
-     "-dp -dt -M -mediaid -mediaserver -storageserver -volumeid"},
+    {"initiate_exp", 13, true, false, "-dp -dt -M -mediaid -mediaserver -storageserver -volumeid"},
     {"stlilist", 14, false, true,
      "-copy_type -backupid -client -destination -image_inactive -image_incomplete -image_state "
      "-l -lifecycle -M -mediaid -mediaserver -U -version"},
@@ -57,8 +56,7 @@ const OperationCase kOperations[] = {
      "-after -b -before -client -hostname -input -json -json_compact -l -M -ntype -output -U"},
     {"repllist", 21, false, true, "-l -M -sincetime -U"},
     {"listwg", 22, false, false, "-b -json -json_compact -l -M -key -U"},
-    {"one_session", 23, true, false,
-     "-M -arg1 -arg2 -arg3 -policy -schedule -schedtype -subsys"},
+    {"one_session", 23, true, false, "-M -arg1 -arg2 -arg3 -policy -schedule -schedtype -subsys"},
     {"query_exp", 24, true, false, "-expid -M"},
     {"redo", 25, true, true, "-backupid -M -slpindex"},
     {"remove_all", 26, true, false, ""},
@@ -154,9 +152,9 @@ TEST_F(CommandTablesTest, RecordTypes) {
     const char* text;
     bool ok;
     int mask;
-  } cases[] = {{"I", true, 1},    {"ic", true, 3},   {"C", true, 3},   {"ICF", true, 7},
-               {"f", true, 7},    {"ICFS", true, 15}, {"s", true, 15},  {"IF", false, 0},
-               {"", false, 0},    {"ICFSX", false, 0}};
+  } cases[] = {{"I", true, 1}, {"ic", true, 3},    {"C", true, 3},  {"ICF", true, 7},
+               {"f", true, 7}, {"ICFS", true, 15}, {"s", true, 15}, {"IF", false, 0},
+               {"", false, 0}, {"ICFSX", false, 0}};
   for (const auto& c : cases) {
     int mask = -1;
     EXPECT_EQ(ParseRecordTypes(c.text, &mask), c.ok) << c.text;
@@ -204,8 +202,8 @@ TEST_F(CommandTablesTest, CopyTypes) {
       {"snapreplica", true, 7},
       {"cloudsnapreplica", true, 8},
       {"CLOUDSNAPINDEX", true, 9},
-      {"12", true, 12},          // any number is taken as it is
-      {"7abc", true, 7},         // trailing characters ignored
+      {"12", true, 12},   // any number is taken as it is
+      {"7abc", true, 7},  // trailing characters ignored
       {"tape", false, 0},
       {"duplicate ", false, 0},  // names match whole
   };
@@ -224,13 +222,15 @@ TEST_F(CommandTablesTest, Subsystems) {
     bool ok;
     int value;
   } cases[] = {
-      {"null", true, 0}, {"alm", true, 1},  {"cem", true, 2},   {"wgm", true, 3},
-      {"js", true, 4},   {"wm", true, 5},   {"cfr", true, 6},   {"sdm", true, 7},
-      {"im", true, 8},   {"scm", true, 9},  {"cm", true, 10},   {"wdm", true, 11},
-      {"em", true, 12},  {"nm", true, 13},  {"impm", true, 14}, {"expm", true, 15},
-      {"ipn", true, 16}, {"rm", true, 17},  {"0", true, 0},     {"17", true, 17},
-      {"007", true, 7},  {"18", false, 0},  {"3x", false, 0},   {"IM", false, 0},
-      {"", false, 0},    {"+5", false, 0},  {"99999999999999999999", false, 0},
+      {"null", true, 0},  {"alm", true, 1},  {"cem", true, 2},
+      {"wgm", true, 3},   {"js", true, 4},   {"wm", true, 5},
+      {"cfr", true, 6},   {"sdm", true, 7},  {"im", true, 8},
+      {"scm", true, 9},   {"cm", true, 10},  {"wdm", true, 11},
+      {"em", true, 12},   {"nm", true, 13},  {"impm", true, 14},
+      {"expm", true, 15}, {"ipn", true, 16}, {"rm", true, 17},
+      {"0", true, 0},     {"17", true, 17},  {"007", true, 7},
+      {"18", false, 0},   {"3x", false, 0},  {"IM", false, 0},
+      {"", false, 0},     {"+5", false, 0},  {"99999999999999999999", false, 0},
   };
   EXPECT_EQ(abrevMap.size(), 18u);
   for (const auto& c : cases) {

@@ -84,8 +84,8 @@ TEST_F(WalkTest, DefaultsWhenOptionsAreAbsent) {
 }
 
 TEST_F(WalkTest, SharedValuesAndLastOccurrenceWin) {
-  CommandLine l = Walk({"list", "-U", "-json", "-image_state", "3", "-image_inactive",
-                        "-client", "a", "-client", "b"})
+  CommandLine l = Walk({"list", "-U", "-json", "-image_state", "3", "-image_inactive", "-client",
+                        "a", "-client", "b"})
                       .line;
   EXPECT_EQ(l.outputForm, OUTPUT_JSON);
   EXPECT_EQ(*l.imageState.get(), -2);
@@ -104,8 +104,8 @@ TEST_F(WalkTest, SharedValuesAndLastOccurrenceWin) {
 }
 
 TEST_F(WalkTest, EnumeratedValuesAndTheMasterServer) {
-  const CommandLine l = Walk({"dump", "-df", "J", "-subsys", "expm", "-rt", "s", "-ntype",
-                              "conf", "-copy_type", "Replica", "-m", "other"})
+  const CommandLine l = Walk({"dump", "-df", "J", "-subsys", "expm", "-rt", "s", "-ntype", "conf",
+                              "-copy_type", "Replica", "-m", "other"})
                             .line;
   EXPECT_EQ(l.dumpForm, DUMPFORM_JSON);
   EXPECT_EQ(l.subsystem, SUBSYSTEM_ID_EXPIRATION_MGR);
@@ -175,8 +175,8 @@ TEST_F(WalkTest, SettledLineKeepsOnlyTheOperationsOptions) {
   EXPECT_FALSE(settled.given(OPT_Q));
   EXPECT_STREQ(settled.masterServer.get(), "m2");
 
-  walk = Walk({"completion_report", "-M", "m2", "-lifecycle", "x", "-version", "2",
-               "-after", "01/02/2024"});
+  walk = Walk({"completion_report", "-M", "m2", "-lifecycle", "x", "-version", "2", "-after",
+               "01/02/2024"});
   settled = KeepAllowedOptions(walk, FindOperationOptions(OP_COMPLETION_REPORT));
   EXPECT_EQ(settled.masterServer.get(), nullptr);
   EXPECT_EQ(settled.version, 2);

@@ -37,7 +37,8 @@ TEST(CmdlineConfirmTest, DeclinedOperationsEndWithStatusZero) {
       {{"dropwg"}, "  x y\n", kWorkGroupPrompt + noEntries},
       {{"remove_exp"}, "no\n", kExpiredPrompt + noEntries},
       {{"remove_exp"}, "", kExpiredPrompt + noEntries},
-      {{"cancel", "-lifecycle", "s", "-destination", "d"}, "Yes\n",
+      {{"cancel", "-lifecycle", "s", "-destination", "d"},
+       "Yes\n",
        kDestinationPrompt + noDestinations},
       {{"cancel", "-destination", "d"}, "yes-please\n", kDestinationPrompt + noDestinations},
       {{"cancel", "-destination", "d"}, "", kDestinationPrompt + noDestinations},
@@ -74,9 +75,10 @@ TEST(CmdlineConfirmTest, AcceptedPromptsGoOnToTheOperation) {
 
 TEST(CmdlineConfirmTest, NoPromptWithNowarnOrWithoutADestination) {
   e2e::Root root;
-  for (const std::vector<std::string>& args :
-       {std::vector<std::string>{"dropwg", "-nowarn"}, {"remove_exp", "-NOWARN"},
-        {"cancel", "-destination", "d", "-nowarn"}, {"cancel", "-lifecycle", "s"}}) {
+  for (const std::vector<std::string>& args : {std::vector<std::string>{"dropwg", "-nowarn"},
+                                               {"remove_exp", "-NOWARN"},
+                                               {"cancel", "-destination", "d", "-nowarn"},
+                                               {"cancel", "-lifecycle", "s"}}) {
     e2e::Result r = root.Run(args, "n\n");
     EXPECT_EQ(r.out.find("(y/n)"), std::string::npos) << args[0];
     EXPECT_EQ(r.out.find("No entries removed"), std::string::npos) << args[0];

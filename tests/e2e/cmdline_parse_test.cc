@@ -43,7 +43,8 @@ TEST(CmdlineParseTest, WalkErrorsEndTheRunWithStatusOne) {
       {{"list", "-rt", "X"}, "-rt argument X not a recognized value\n", 1},
       {{"dump", "-df", "json"}, "-df argument json not a recognized value\n", 1},
       {{"list", "-lifecyclex", "a"},
-       "-lifecyclex is not a recognized option\na is not a recognized operation\n", 1},
+       "-lifecyclex is not a recognized option\na is not a recognized operation\n",
+       1},
       {{"lists"}, "lists is not a recognized operation\n", 1},
       {{""}, " is not a recognized operation\n", 1},
       {{"active", "cancel"}, "multiple operations  specified\n", 1},
@@ -79,7 +80,8 @@ TEST(CmdlineParseTest, AllWalkErrorsAreReportedInArgumentOrderBeforeTheRunEnds) 
 TEST(CmdlineParseTest, FirstViolatedExclusiveGroup) {
   RunCases({
       {{"list", "-lifecycle", "a", "-lifecycle_only", "-U", "-b"},
-       "Only one of these options can be used simultaneously: -lifecycle, -lifecycle_only\n", 1},
+       "Only one of these options can be used simultaneously: -lifecycle, -lifecycle_only\n",
+       1},
       {{"inactive", "-lifecycle", "a", "-duration", "2", "-reactivation_time", "x"},
        "Only one of these options can be used simultaneously: -reactivation_time, -duration\n",
        1},
@@ -91,14 +93,16 @@ TEST(CmdlineParseTest, FirstViolatedExclusiveGroup) {
        "Only one of these options can be used simultaneously: -b, -l, -U, -json, -json_compact\n",
        1},
       {{"list", "-before", "01/02/2024", "-after", "01/01/2024"},
-       "Only one of these options can be used simultaneously: -after, -before\n", 1},
+       "Only one of these options can be used simultaneously: -after, -before\n",
+       1},
       // Groups come before the option lists: remove_all takes neither option.
       {{"remove_all", "-U", "-b"},
        "Only one of these options can be used simultaneously: -b, -l, -U, -json, -json_compact\n",
        1},
       // -state is -frag_state: one option given twice, one notice.
       {{"remove_all", "-frag_state", "1", "-STATE", "2"},
-       "option '-frag_state'  is not valid for operation 'remove_all' and is ignored\n", 0,
+       "option '-frag_state'  is not valid for operation 'remove_all' and is ignored\n",
+       0,
        kNotice},
   });
 }
@@ -114,7 +118,8 @@ TEST(CmdlineParseTest, OptionsOutsideTheListAreReportedInNumberOrderAndIgnored) 
        "option '-sincetime'  is not valid for operation 'remove_all' and is ignored\n"
        "option '-testhook'  is not valid for operation 'remove_all' and is ignored\n"
        "option '-U'  is not valid for operation 'remove_all' and is ignored\n",
-       0, kNotice},
+       0,
+       kNotice},
       {{"REMOVE_ALL"}, "", 0, kNotice},
   });
 }
@@ -122,22 +127,29 @@ TEST(CmdlineParseTest, OptionsOutsideTheListAreReportedInNumberOrderAndIgnored) 
 TEST(CmdlineParseTest, CrossOptionRules) {
   RunCases({
       {{"cancel", "-backupid", "b1", "-destination", "d"},
-       "-backupid is not allowed with -lifecycle or -destination\n", 1},
+       "-backupid is not allowed with -lifecycle or -destination\n",
+       1},
       {{"inactive"}, "One of -backupid, -destination, -lifecycle must be provided\n", 1},
       {{"active", "-backupid", "b1", "-after", "01/01/2024"},
-       "-backupid is not allowed with -before or -after\n", 1},
+       "-backupid is not allowed with -before or -after\n",
+       1},
       {{"inactive", "-backupid", "b1", "-duration", "3"},
-       "You cannot specify -reactivation_time or -duration when specifying -backupid\n", 1},
+       "You cannot specify -reactivation_time or -duration when specifying -backupid\n",
+       1},
       {{"list", "-jobid", "7", "-lifecycle", "s"},
-       "-jobid cannot be used with other selection values\n", 1},
+       "-jobid cannot be used with other selection values\n",
+       1},
       {{"redo"}, "The -backupid option is required for this operation\n", 1},
       {{"redo", "-backupid", "b1"}, "The '-slpindex' value cannot be 0\n", 1},
       {{"update_hwm", "-mediaserver", "a", "-storageserver", "b", "-stssubtype", "c", "-mediaid",
         "d", "-totalcap", "0", "-usedcap", "5"},
-       "The -totalcap option is required for this operation\n", 1},
+       "The -totalcap option is required for this operation\n",
+       1},
       {{"cancel", "-version", "2", "-backupid", "b1"},
-       "-version cannot be used with -backupid or -destination\n", 1},
-      {{"list", "-version", "2"}, "The '-version' option requires use of the '-lifecycle' option\n",
+       "-version cannot be used with -backupid or -destination\n",
+       1},
+      {{"list", "-version", "2"},
+       "The '-version' option requires use of the '-lifecycle' option\n",
        1},
       // The notices come first; the rules then see only the options kept.
       {{"redo", "-client", "c"},
@@ -154,7 +166,8 @@ TEST(CmdlineParseTest, Testhook) {
       // testhook ends the run before the groups and the option lists.
       {{"testhook", "-client", "c", "-U", "-b"}, "", 0, "SLP_WINDOWS_VERSION=1\n"},
       {{"-testhook", "-wait"},
-       "option '-wait' is no longer necessary and has been deprecated\n", 0,
+       "option '-wait' is no longer necessary and has been deprecated\n",
+       0,
        "SLP_WINDOWS_VERSION=1\n"},
   });
 }

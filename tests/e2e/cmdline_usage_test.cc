@@ -308,12 +308,8 @@ TEST(CmdlineUsageTest, GeneralUsageGoesToStandardError) {
     std::vector<std::string> args;
     const std::string& usage;
   } cases[] = {
-      {{}, kPublicUsage},
-      {{"help"}, kPublicUsage},
-      {{"HELP"}, kPublicUsage},
-      {{"-h"}, kPublicUsage},
-      {{"-help", "-q"}, kAllUsage},
-      {{"-q", "help"}, kAllUsage},
+      {{}, kPublicUsage},     {{"help"}, kPublicUsage},     {{"HELP"}, kPublicUsage},
+      {{"-h"}, kPublicUsage}, {{"-help", "-q"}, kAllUsage}, {{"-q", "help"}, kAllUsage},
   };
   for (const auto& c : cases) {
     e2e::Result r = root.Run(c.args);
