@@ -1,6 +1,7 @@
 // The operation and option tables and the enumerated option values.
 #include <gtest/gtest.h>
 
+#include <initializer_list>
 #include <set>
 #include <sstream>
 #include <string>
@@ -147,99 +148,76 @@ TEST_F(CommandTablesTest, ExclusiveGroupTextsInCheckingOrder) {
   for (int i = 0; i < 5; ++i) EXPECT_EQ(ExclusiveGroupText(exclusiveGroups[i]), expected[i]);
 }
 
-TEST_F(CommandTablesTest, RecordTypes) {
-  struct {
-    const char* text;
-    bool ok;
-    int mask;
-  } cases[] = {{"I", true, 1}, {"ic", true, 3},    {"C", true, 3},  {"ICF", true, 7},
-               {"f", true, 7}, {"ICFS", true, 15}, {"s", true, 15}, {"IF", false, 0},
-               {"", false, 0}, {"ICFSX", false, 0}};
-  for (const auto& c : cases) {
-    int mask = -1;
-    EXPECT_EQ(ParseRecordTypes(c.text, &mask), c.ok) << c.text;
-    if (c.ok) {
-      EXPECT_EQ(mask, c.mask) << c.text;
+// A text given to an option and what its lookup must make of it; a value of
+// -1 means the text is refused.
+struct ValueCase {
+  const char* text;
+  int value;
+};
+
+template <typename T>
+void ExpectValues(bool (*parse)(const char*, T*), std::initializer_list<ValueCase> cases) {
+  for (const ValueCase& c : cases) {
+    T value{};
+    bool accepted = parse(c.text, &value);
+    EXPECT_EQ(accepted, c.value != -1) << c.text;
+    if (accepted) {
+      EXPECT_EQ(static_cast<int>(value), c.value) << c.text;
     }
   }
+}
+
+TEST_F(CommandTablesTest, RecordTypes) {
+  ExpectValues(ParseRecordTypes, {{"I", 1},
+                                  {"ic", 3},
+                                  {"C", 3},
+                                  {"ICF", 7},
+                                  {"f", 7},
+                                  {"ICFS", 15},
+                                  {"s", 15},
+                                  {"IF", -1},
+                                  {"", -1},
+                                  {"ICFSX", -1}});
 }
 
 TEST_F(CommandTablesTest, NotificationTypesAndDumpForms) {
-  ImportNotificationType_e type;
-  EXPECT_TRUE(ParseNotificationType("all", &type));
-  EXPECT_EQ(type, 1);
-  EXPECT_TRUE(ParseNotificationType("CONF", &type));
-  EXPECT_EQ(type, 2);
-  EXPECT_TRUE(ParseNotificationType("Error", &type));
-  EXPECT_EQ(type, 3);
-  EXPECT_FALSE(ParseNotificationType("errors", &type));
-
-  DumpFormSelector form;
-  EXPECT_TRUE(ParseDumpForm("r", &form));
-  EXPECT_EQ(form, 1);
-  EXPECT_TRUE(ParseDumpForm("J", &form));
-  EXPECT_EQ(form, 2);
-  EXPECT_TRUE(ParseDumpForm("l", &form));
-  EXPECT_EQ(form, 3);
-  EXPECT_FALSE(ParseDumpForm("x", &form));
-  EXPECT_FALSE(ParseDumpForm("rj", &form));
+  ExpectValues(ParseNotificationType, {{"all", 1}, {"CONF", 2}, {"Error", 3}, {"errors", -1}});
+  ExpectValues(ParseDumpForm, {{"r", 1}, {"J", 2}, {"l", 3}, {"x", -1}, {"rj", -1}});
 }
 
 TEST_F(CommandTablesTest, CopyTypes) {
-  struct {
-    const char* text;
-    bool ok;
-    int value;
-  } cases[] = {
-      {"backup", true, 0},
-      {"Duplicate", true, 1},
-      {"snapshot", true, 2},
-      {"duplicate to remote master", true, 3},
-      {"Replica", true, 3},
-      {"import", true, 4},
-      {"backup from snapshot", true, 5},
-      {"index from snapshot", true, 6},
-      {"snapreplica", true, 7},
-      {"cloudsnapreplica", true, 8},
-      {"CLOUDSNAPINDEX", true, 9},
-      {"12", true, 12},   // any number is taken as it is
-      {"7abc", true, 7},  // trailing characters ignored
-      {"tape", false, 0},
-      {"duplicate ", false, 0},  // names match whole
-  };
-  for (const auto& c : cases) {
-    int value = -1;
-    EXPECT_EQ(ParseCopyType(c.text, &value), c.ok) << c.text;
-    if (c.ok) {
-      EXPECT_EQ(value, c.value) << c.text;
-    }
-  }
+  ExpectValues(ParseCopyType, {
+                                  {"backup", 0},
+                                  {"Duplicate", 1},
+                                  {"snapshot", 2},
+                                  {"duplicate to remote master", 3},
+                                  {"Replica", 3},
+                                  {"import", 4},
+                                  {"backup from snapshot", 5},
+                                  {"index from snapshot", 6},
+                                  {"snapreplica", 7},
+                                  {"cloudsnapreplica", 8},
+                                  {"CLOUDSNAPINDEX", 9},
+                                  {"12", 12},   // any number is taken as it is
+                                  {"7abc", 7},  // trailing characters ignored
+                                  {"tape", -1},
+                                  {"duplicate ", -1},  // names match whole
+                              });
 }
 
 TEST_F(CommandTablesTest, Subsystems) {
-  struct {
-    const char* text;
-    bool ok;
-    int value;
-  } cases[] = {
-      {"null", true, 0},  {"alm", true, 1},  {"cem", true, 2},
-      {"wgm", true, 3},   {"js", true, 4},   {"wm", true, 5},
-      {"cfr", true, 6},   {"sdm", true, 7},  {"im", true, 8},
-      {"scm", true, 9},   {"cm", true, 10},  {"wdm", true, 11},
-      {"em", true, 12},   {"nm", true, 13},  {"impm", true, 14},
-      {"expm", true, 15}, {"ipn", true, 16}, {"rm", true, 17},
-      {"0", true, 0},     {"17", true, 17},  {"007", true, 7},
-      {"18", false, 0},   {"3x", false, 0},  {"IM", false, 0},
-      {"", false, 0},     {"+5", false, 0},  {"99999999999999999999", false, 0},
-  };
   EXPECT_EQ(abrevMap.size(), 18u);
-  for (const auto& c : cases) {
-    SubSystemID value = SUBSYSTEM_ID_MAX;
-    EXPECT_EQ(ParseSubsystem(c.text, &value), c.ok) << c.text;
-    if (c.ok) {
-      EXPECT_EQ(value, c.value) << c.text;
-    }
-  }
+  ExpectValues(ParseSubsystem, {
+                                   {"null", 0},  {"alm", 1},  {"cem", 2},
+                                   {"wgm", 3},   {"js", 4},   {"wm", 5},
+                                   {"cfr", 6},   {"sdm", 7},  {"im", 8},
+                                   {"scm", 9},   {"cm", 10},  {"wdm", 11},
+                                   {"em", 12},   {"nm", 13},  {"impm", 14},
+                                   {"expm", 15}, {"ipn", 16}, {"rm", 17},
+                                   {"0", 0},     {"17", 17},  {"007", 7},
+                                   {"18", -1},   {"3x", -1},  {"IM", -1},
+                                   {"", -1},     {"+5", -1},  {"99999999999999999999", -1},
+                               });
 }
 
 }  // namespace
