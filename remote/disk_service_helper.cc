@@ -106,6 +106,15 @@ void AppendLabelled(std::string& text, const char* label, const char* value) {
   text += value;
 }
 
+// ":" and the labelled origin members of an exception text.
+void AppendOrigin(std::string& text, const Framework::ServiceExceptionDetails& details) {
+  text += ":";
+  AppendLabelled(text, " method=", details.originatingMethod());
+  AppendLabelled(text, " class=", details.originatingClass());
+  AppendLabelled(text, " service=", details.originatingService());
+  AppendLabelled(text, " host=", details.originatingHost());
+}
+
 // The members every raised exception's details share.
 void FillDetails(Framework::ServiceExceptionDetails& details, const char* exceptionClass,
                  int domain, int code, const char* text, const char* className,
@@ -158,7 +167,8 @@ void FillDetails(Framework::ServiceExceptionDetails& details, const char* except
 }  // namespace
 
 char* DiskServiceHelper::getPropertyByName(const PropertySeq& properties, const char* name) {
-  Tracer trace(SWLogger::s_default, nullptr, "DiskServiceHelper::getPropertyByName", __FILE__, __LINE__);
+  Tracer trace(SWLogger::s_default, nullptr, "DiskServiceHelper::getPropertyByName", __FILE__,
+               __LINE__);
   RequireArgument(name, "name", "getPropertyByName", __LINE__);
   long i = FindProperty(properties, name);
   return i < 0 ? nullptr : CORBA::string_dup(properties[i]->value());
@@ -166,7 +176,8 @@ char* DiskServiceHelper::getPropertyByName(const PropertySeq& properties, const 
 
 void DiskServiceHelper::updateProperty(PropertySeq& properties, const char* name,
                                        const char* value, bool add) {
-  Tracer trace(SWLogger::s_default, nullptr, "DiskServiceHelper::updateProperty", __FILE__, __LINE__);
+  Tracer trace(SWLogger::s_default, nullptr, "DiskServiceHelper::updateProperty", __FILE__,
+               __LINE__);
   RequireArgument(name, "name", "updateProperty", __LINE__);
   RequireArgument(value, "value", "updateProperty", __LINE__);
   long i = FindProperty(properties, name);
@@ -188,14 +199,16 @@ void DiskServiceHelper::addProperty(PropertySeq& properties, const char* name,
 }
 
 void DiskServiceHelper::deleteProperty(PropertySeq& properties, const char* name) {
-  Tracer trace(SWLogger::s_default, nullptr, "DiskServiceHelper::deleteProperty", __FILE__, __LINE__);
+  Tracer trace(SWLogger::s_default, nullptr, "DiskServiceHelper::deleteProperty", __FILE__,
+               __LINE__);
   RequireArgument(name, "name", "deleteProperty", __LINE__);
   long i = FindProperty(properties, name);
   if (i >= 0) properties[i] = buildProperty("", "");
 }
 
 Property* DiskServiceHelper::buildProperty(const char* name, const char* value) {
-  Tracer trace(SWLogger::s_default, nullptr, "DiskServiceHelper::buildProperty", __FILE__, __LINE__);
+  Tracer trace(SWLogger::s_default, nullptr, "DiskServiceHelper::buildProperty", __FILE__,
+               __LINE__);
   OBV_Orvantic::Stashwell::DL::DiskService::Property* p =
       new (std::nothrow) OBV_Orvantic::Stashwell::DL::DiskService::Property();
   if (p == nullptr) {
@@ -307,11 +320,7 @@ char* DiskServiceHelper::ex_str(const Framework::ServiceException& e) {
   const DiskServiceExceptionDetails* details =
       DiskServiceExceptionDetails::_downcast(e.details.in());
   if (details != nullptr) {
-    text += ":";
-    AppendLabelled(text, " method=", details->originatingMethod());
-    AppendLabelled(text, " class=", details->originatingClass());
-    AppendLabelled(text, " service=", details->originatingService());
-    AppendLabelled(text, " host=", details->originatingHost());
+    AppendOrigin(text, *details);
     text += " errorDomain=";
     int domain = details->errorDomain();
     if (domain >= ERROR_DOMAIN_DSM && domain <= ERROR_DOMAIN_STS) {
@@ -327,13 +336,7 @@ char* DiskServiceHelper::ex_str(const Framework::IllegalArgumentException& e) {
   Tracer trace(SWLogger::s_default, nullptr, "DiskServiceHelper::ex_str", __FILE__, __LINE__);
   std::string text = e._name();
   const Framework::IllegalArgumentExceptionDetails* details = e.details.in();
-  if (details != nullptr) {
-    text += ":";
-    AppendLabelled(text, " method=", details->originatingMethod());
-    AppendLabelled(text, " class=", details->originatingClass());
-    AppendLabelled(text, " service=", details->originatingService());
-    AppendLabelled(text, " host=", details->originatingHost());
-  }
+  if (details != nullptr) AppendOrigin(text, *details);
   return CORBA::string_dup(text.c_str());
 }
 

@@ -15,7 +15,12 @@ namespace DL {
 namespace DiskService {
 
 // Values of DiskServiceExceptionDetails::errorDomain.
-enum ErrorDomain { ERROR_DOMAIN_DSM = 1, ERROR_DOMAIN_EMM = 2, ERROR_DOMAIN_RDSM = 3, ERROR_DOMAIN_STS = 4 };
+enum ErrorDomain {
+  ERROR_DOMAIN_DSM = 1,
+  ERROR_DOMAIN_EMM = 2,
+  ERROR_DOMAIN_RDSM = 3,
+  ERROR_DOMAIN_STS = 4,
+};
 
 // The service-exception code of a value that could not be created.
 constexpr int kDsmErrorCreateFailed = 2050001;

@@ -15,7 +15,8 @@
 // by omniORB's name for the code when it has one) and completion status,
 // ending with a line end, for example
 //   "IDL:omg.org/CORBA/BAD_PARAM:1.0 (minor code 0x0, completed NO)\n"
-//   "IDL:omg.org/CORBA/TRANSIENT:1.0 (minor code 0x41540002 TRANSIENT_ConnectFailed, completed NO)\n".
+//   "IDL:omg.org/CORBA/TRANSIENT:1.0 (minor code 0x<code> TRANSIENT_ConnectFailed,
+//   completed NO)\n" (one line).
 // Any other exception gives its name and no line end.
 std::string ExceptionInfo(const CORBA::Exception& e);
 

@@ -25,6 +25,13 @@ e2e::RootOptions LoopbackRoot() {
   return options;
 }
 
+struct LadderCase {
+  const char* scenario;  // replaces the test service's scenario when not null
+  std::vector<std::string> probe;
+  std::string err;
+  int status;
+};
+
 class ServiceProbeTest : public ::testing::Test {
  protected:
   e2e::Result Probe(const std::vector<std::string>& args) {
@@ -38,15 +45,26 @@ class ServiceProbeTest : public ::testing::Test {
                            false, 60);
   }
 
+  // Runs each case's probe and checks its standard error, empty standard
+  // output and exit status.
+  template <size_t N>
+  void ExpectRuns(const LadderCase (&cases)[N]);
+
   e2e::Root root_{LoopbackRoot()};
+  cyclesvc_test::TestService* service_ = nullptr;  // the scenario's target, if any
 };
 
-struct LadderCase {
-  const char* scenario;
-  std::vector<std::string> probe;
-  std::string err;
-  int status;
-};
+template <size_t N>
+void ServiceProbeTest::ExpectRuns(const LadderCase (&cases)[N]) {
+  for (const LadderCase& c : cases) {
+    if (c.scenario != nullptr && service_ != nullptr) service_->SetScenario(c.scenario);
+    e2e::Result r = Probe(c.probe);
+    std::string label = c.scenario != nullptr ? c.scenario : c.probe[0];
+    EXPECT_EQ(r.err, c.err) << label;
+    EXPECT_EQ(r.out, "") << label;
+    EXPECT_EQ(r.status, c.status) << label;
+  }
+}
 
 TEST_F(ServiceProbeTest, EachLadderRowPrintsItsLineAndEndsTheRun) {
   const LadderCase cases[] = {
@@ -104,17 +122,12 @@ TEST_F(ServiceProbeTest, EachLadderRowPrintsItsLineAndEndsTheRun) {
        "Caught CORBA UserException from dsm: IDL:Orvantic/Stashwell/TL/Framework/"
        "ServiceException:1.0",
        255},
-      {"{}", {"runtime-error"}, "Runtime error from cyclesvc: probe failure\n", 255},
+      {nullptr, {"runtime-error"}, "Runtime error from cyclesvc: probe failure\n", 255},
   };
   TestService service(root_.path());
   ASSERT_TRUE(service.ok()) << service.error();
-  for (const LadderCase& c : cases) {
-    service.SetScenario(c.scenario);
-    e2e::Result r = Probe(c.probe);
-    EXPECT_EQ(r.err, c.err) << c.scenario;
-    EXPECT_EQ(r.out, "") << c.scenario;
-    EXPECT_EQ(r.status, c.status) << c.scenario;
-  }
+  service_ = &service;
+  ExpectRuns(cases);
 }
 
 TEST_F(ServiceProbeTest, UserExceptionOfAnOperationWithoutRaisesArrivesAsUnknown) {
@@ -135,30 +148,21 @@ TEST_F(ServiceProbeTest, ServiceThatIsNotThereOrNotConfigured) {
   root_.SetConfig("DAEMON_PORT.cyclesvc", std::to_string(cyclesvc_test::FreeLoopbackPort()));
   root_.SetConfig("DAEMON_PORT.SWDSMFSM", std::to_string(cyclesvc_test::FreeLoopbackPort()));
   const LadderCase listening[] = {
-      {"", {"dump"}, "cannot connect to cyclesvc\n", 255},
-      {"", {"stype", "M1"}, "cannot connect to dsm\n", 255},
+      {nullptr, {"dump"}, "cannot connect to cyclesvc\n", 255},
+      {nullptr, {"stype", "M1"}, "cannot connect to dsm\n", 255},
   };
-  for (const LadderCase& c : listening) {
-    e2e::Result r = Probe(c.probe);
-    EXPECT_EQ(r.err, c.err) << c.probe[0];
-    EXPECT_EQ(r.out, "") << c.probe[0];
-    EXPECT_EQ(r.status, c.status) << c.probe[0];
-  }
+  ExpectRuns(listening);
 
   // No port at all: nothing to resolve, the service's own message. What a
   // run does next is the operation's business; the disk service ends it.
   root_.RemoveConfig("DAEMON_PORT.cyclesvc");
   root_.RemoveConfig("DAEMON_PORT.SWDSMFSM");
   const LadderCase unconfigured[] = {
-      {"", {"dump"}, "cannot connect to the SLP manager\n", 25},
-      {"", {"deletedone", "1"}, "cannot connect to expiration manager\n", 0},
-      {"", {"ping"}, "cannot connect to Disk Service Manager\n", 255},
+      {nullptr, {"dump"}, "cannot connect to the SLP manager\n", 25},
+      {nullptr, {"deletedone", "1"}, "cannot connect to expiration manager\n", 0},
+      {nullptr, {"ping"}, "cannot connect to Disk Service Manager\n", 255},
   };
-  for (const LadderCase& c : unconfigured) {
-    e2e::Result r = Probe(c.probe);
-    EXPECT_EQ(r.err, c.err) << c.probe[0];
-    EXPECT_EQ(r.status, c.status) << c.probe[0];
-  }
+  ExpectRuns(unconfigured);
 }
 
 TEST_F(ServiceProbeTest, ObjectsOfAnotherInterfaceCannotBeNarrowed) {
@@ -167,15 +171,11 @@ TEST_F(ServiceProbeTest, ObjectsOfAnotherInterfaceCannotBeNarrowed) {
   TestService service(root_.path(), "{}", options);
   ASSERT_TRUE(service.ok()) << service.error();
   const LadderCase cases[] = {
-      {"", {"dump"}, "cannot narrow SLP manager object\n", 25},
-      {"", {"deletedone", "1"}, "cannot narrow expiration manager object\n", 0},
-      {"", {"ping"}, "cannot narrow Disk Service Manager object\n", 255},
+      {nullptr, {"dump"}, "cannot narrow SLP manager object\n", 25},
+      {nullptr, {"deletedone", "1"}, "cannot narrow expiration manager object\n", 0},
+      {nullptr, {"ping"}, "cannot narrow Disk Service Manager object\n", 255},
   };
-  for (const LadderCase& c : cases) {
-    e2e::Result r = Probe(c.probe);
-    EXPECT_EQ(r.err, c.err) << c.probe[0];
-    EXPECT_EQ(r.status, c.status) << c.probe[0];
-  }
+  ExpectRuns(cases);
   EXPECT_EQ(service.Calls(), std::vector<std::string>());
 }
 
@@ -193,9 +193,9 @@ TEST_F(ServiceProbeTest, RepliesAndOutValuesArriveAndCallsAreRecorded) {
   EXPECT_EQ(Probe({"deletedone", "5"}).out, "status 2\n");
   EXPECT_EQ(Probe({"deletedone", "6"}).out, "status 2\n");
   EXPECT_EQ(service.Calls(),
-            (std::vector<std::string>{"Dssvc.SubSystemDump(SUBSYSTEM_ID_NULL, DUMPFORM_READABLE, \"\")",
-                                      "ExpMgr.DeletionDone(-4)", "ExpMgr.DeletionDone(5)",
-                                      "ExpMgr.DeletionDone(6)"}));
+            (std::vector<std::string>{
+                R"(Dssvc.SubSystemDump(SUBSYSTEM_ID_NULL, DUMPFORM_READABLE, ""))",
+                "ExpMgr.DeletionDone(-4)", "ExpMgr.DeletionDone(5)", "ExpMgr.DeletionDone(6)"}));
 }
 
 TEST_F(ServiceProbeTest, MediaIdLookupsCallOncePerFoundVolume) {
@@ -223,7 +223,7 @@ TEST_F(ServiceProbeTest, LegacyLookupsCallOncePerVolumeAndFillTheServerTypeCache
       {"args": [null, null, null, "MID1"], "result": {"servertype": "NearStore",
           "volume": {"properties": [["a", "1"], ["DSM::diskMediaId", "D1"],
                                     ["DSM::diskMediaId", "D9"]]}}},
-      {"args": [null, null, null, "MID2"], "result": {"servertype": "AdvDisk",
+      {"args": [null, null, null, "MID2"], "result": {"servertype": "ExtDisk",
           "volume": {"properties": [null, ["DSM::diskMediaId", "D2"]]}}},
       {"args": [null, null, null, "MID3"], "result": {"servertype": "BasicDisk",
           "volume": {"properties": []}}},
@@ -238,18 +238,21 @@ TEST_F(ServiceProbeTest, LegacyLookupsCallOncePerVolumeAndFillTheServerTypeCache
                          "6", "MID4", "ms1", "ss1",   // not found ...
                          "6", "MID4", "ms1", "ss1"});  // ... asked again
   EXPECT_EQ(r.out, "MID1 -> D1 (NearStore)\nMID1 -> D1 (NearStore)\nMID1 -> D1 (NearStore)\n"
-                   "MID2 -> D2 (AdvDisk)\nMID3 -> \nMID4 -> \nMID4 -> \n");
+                   "MID2 -> D2 (ExtDisk)\nMID3 -> \nMID4 -> \nMID4 -> \n");
   EXPECT_EQ(r.err, "unrecognized disk subtype encountered\n");
   EXPECT_EQ(r.status, 0);
-  EXPECT_EQ(service.Calls(),
-            (std::vector<std::string>{
-                R"(DiskServiceMgr.getDiskVolumeInfoByLegacyInfo("127.0.0.1", "ss1", "NearStore", "MID1"))",
-                R"(DiskServiceMgr.getDiskVolumeInfoByLegacyInfo("127.0.0.1", "ss2", "NearStore", "MID1"))",
-                R"(DiskServiceMgr.getDiskVolumeInfoByLegacyInfo("127.0.0.1", "ss1", "", "MID2"))",
-                R"(DiskServiceMgr.getDiskVolumeInfoByLegacyInfo("127.0.0.1", "ss1", "DiskPool", "MID3"))",
-                R"(DiskServiceMgr.getDiskVolumeInfoByLegacyInfo("127.0.0.1", "ss1", "DiskPool", "MID4"))",
-                R"(DiskServiceMgr.getDiskVolumeInfoByLegacyInfo("127.0.0.1", "ss1", "DiskPool", "MID4"))",
-            }));
+  auto call = [](const char* storageServer, const char* serverType, const char* mediaId) {
+    return std::string(R"(DiskServiceMgr.getDiskVolumeInfoByLegacyInfo("127.0.0.1", ")") +
+           storageServer + "\", \"" + serverType + "\", \"" + mediaId + "\")";
+  };
+  EXPECT_EQ(service.Calls(), (std::vector<std::string>{
+                                 call("ss1", "NearStore", "MID1"),
+                                 call("ss2", "NearStore", "MID1"),
+                                 call("ss1", "", "MID2"),
+                                 call("ss1", "DiskPool", "MID3"),
+                                 call("ss1", "DiskPool", "MID4"),
+                                 call("ss1", "DiskPool", "MID4"),
+                             }));
 }
 
 }  // namespace

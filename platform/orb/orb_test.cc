@@ -14,7 +14,8 @@ TEST(CorbalocAddressTest, FormsIiopAddressesOrNone) {
   } cases[] = {
       {"master1", 13724, "StorageService.StorageServiceMgr",
        "corbaloc::master1:13724/StorageService.StorageServiceMgr"},
-      {"127.0.0.1", 1, "DiskService.DiskServiceMgr", "corbaloc::127.0.0.1:1/DiskService.DiskServiceMgr"},
+      {"127.0.0.1", 1, "DiskService.DiskServiceMgr",
+       "corbaloc::127.0.0.1:1/DiskService.DiskServiceMgr"},
       {"::1", 65535, "K", "corbaloc::[::1]:65535/K"},
       {"[::1]", 80, "K", "corbaloc::[::1]:80/K"},
       // Key characters outside the unreserved set are escaped.

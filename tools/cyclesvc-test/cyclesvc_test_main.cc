@@ -109,9 +109,11 @@ void WaitForStop(const sigset_t& signals, long seconds) {
   for (;;) {
     timespec now;
     clock_gettime(CLOCK_MONOTONIC, &now);
-    long long left = (deadline.tv_sec - now.tv_sec) * 1000000000LL + (deadline.tv_nsec - now.tv_nsec);
+    long long left =
+        (deadline.tv_sec - now.tv_sec) * 1000000000LL + (deadline.tv_nsec - now.tv_nsec);
     if (left <= 0) return;
-    timespec wait = {static_cast<time_t>(left / 1000000000LL), static_cast<long>(left % 1000000000LL)};
+    timespec wait = {static_cast<time_t>(left / 1000000000LL),
+                     static_cast<long>(left % 1000000000LL)};
     if (sigtimedwait(&signals, nullptr, &wait) >= 0) return;
     if (errno != EINTR) return;
   }
@@ -129,8 +131,10 @@ int main(int argc, char** argv) {
   int cyclesvcPort = SW_daemon_port("cyclesvc");
   int dsmPort = SW_daemon_port("SWDSMFSM");
   if (cyclesvcPort == 0 || dsmPort == 0) {
-    fprintf(stderr, "cyclesvc-test: %s/etc/stashwell.conf gives no DAEMON_PORT.cyclesvc or "
-                    "DAEMON_PORT.SWDSMFSM\n", options.root.c_str());
+    fprintf(stderr,
+            "cyclesvc-test: %s/etc/stashwell.conf gives no DAEMON_PORT.cyclesvc or "
+            "DAEMON_PORT.SWDSMFSM\n",
+            options.root.c_str());
     return 2;
   }
 

@@ -65,16 +65,18 @@ struct SystemExceptionRow {
   void (*raise)(CORBA::ULong minor, CORBA::CompletionStatus completed);
 };
 
-#define SW_SYSTEM_EXCEPTION(name) \
-  { #name, [](CORBA::ULong m, CORBA::CompletionStatus c) { throw CORBA::name(m, c); } }
+#define SW_SYSTEM_EXCEPTION(name)                                                     \
+  {                                                                                   \
+#name, [](CORBA::ULong m, CORBA::CompletionStatus c) { throw CORBA::name(m, c); } \
+  }
 
 const SystemExceptionRow kSystemExceptions[] = {
-    SW_SYSTEM_EXCEPTION(BAD_PARAM),      SW_SYSTEM_EXCEPTION(TRANSIENT),
-    SW_SYSTEM_EXCEPTION(COMM_FAILURE),   SW_SYSTEM_EXCEPTION(TIMEOUT),
-    SW_SYSTEM_EXCEPTION(NO_IMPLEMENT),   SW_SYSTEM_EXCEPTION(NO_PERMISSION),
-    SW_SYSTEM_EXCEPTION(INTERNAL),       SW_SYSTEM_EXCEPTION(MARSHAL),
+    SW_SYSTEM_EXCEPTION(BAD_PARAM),        SW_SYSTEM_EXCEPTION(TRANSIENT),
+    SW_SYSTEM_EXCEPTION(COMM_FAILURE),     SW_SYSTEM_EXCEPTION(TIMEOUT),
+    SW_SYSTEM_EXCEPTION(NO_IMPLEMENT),     SW_SYSTEM_EXCEPTION(NO_PERMISSION),
+    SW_SYSTEM_EXCEPTION(INTERNAL),         SW_SYSTEM_EXCEPTION(MARSHAL),
     SW_SYSTEM_EXCEPTION(OBJECT_NOT_EXIST), SW_SYSTEM_EXCEPTION(UNKNOWN),
-    SW_SYSTEM_EXCEPTION(NO_MEMORY),      SW_SYSTEM_EXCEPTION(NO_RESOURCES),
+    SW_SYSTEM_EXCEPTION(NO_MEMORY),        SW_SYSTEM_EXCEPTION(NO_RESOURCES),
 };
 
 #undef SW_SYSTEM_EXCEPTION
@@ -232,7 +234,8 @@ Reply Scenario::answer(const std::string& operation, const Args& args) {
 void Raise(json_t* raise) {
   if (const char* name = json_string_value(json_object_get(raise, "system"))) {
     json_t* minor = json_object_get(raise, "minor");
-    CORBA::ULong m = json_is_integer(minor) ? static_cast<CORBA::ULong>(json_integer_value(minor)) : 0;
+    CORBA::ULong m =
+        json_is_integer(minor) ? static_cast<CORBA::ULong>(json_integer_value(minor)) : 0;
     CORBA::CompletionStatus c = Completion(json_object_get(raise, "completed"));
     for (const SystemExceptionRow& row : kSystemExceptions) {
       if (strcmp(row.name, name) == 0) row.raise(m, c);

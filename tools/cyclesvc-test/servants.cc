@@ -14,18 +14,29 @@ namespace ExpMgrSVC = Orvantic::Stashwell::StorageServiceMgmt::ExpMgrSVC;
 namespace {
 
 const char* const kSubSystemNames[] = {
-    "SUBSYSTEM_ID_NULL",          "SUBSYSTEM_ID_APPL_LOG_MGR",   "SUBSYSTEM_ID_CHANGE_EVENT_MGR",
-    "SUBSYSTEM_ID_WORKGROUP_MGR", "SUBSYSTEM_ID_JOB_SUBMITTER",  "SUBSYSTEM_ID_WIN_MGR",
-    "SUBSYSTEM_ID_CONFIG_FILE_READER", "SUBSYSTEM_ID_SLP_DEF_MGR", "SUBSYSTEM_ID_IMAGE_MGR",
-    "SUBSYSTEM_ID_STU_CACHE_MGR", "SUBSYSTEM_ID_CLEANUP_MGR",    "SUBSYSTEM_ID_SWU_DATA_MGR",
-    "SUBSYSTEM_ID_ERROR_MGR",     "SUBSYSTEM_ID_NOTIFICATION_MGR", "SUBSYSTEM_ID_IMPORT_MGR",
-    "SUBSYSTEM_ID_EXPIRATION_MGR", "SUBSYSTEM_ID_IP_NOTIFIER",   "SUBSYSTEM_ID_REPORT_MGR",
+    "SUBSYSTEM_ID_NULL",
+    "SUBSYSTEM_ID_APPL_LOG_MGR",
+    "SUBSYSTEM_ID_CHANGE_EVENT_MGR",
+    "SUBSYSTEM_ID_WORKGROUP_MGR",
+    "SUBSYSTEM_ID_JOB_SUBMITTER",
+    "SUBSYSTEM_ID_WIN_MGR",
+    "SUBSYSTEM_ID_CONFIG_FILE_READER",
+    "SUBSYSTEM_ID_SLP_DEF_MGR",
+    "SUBSYSTEM_ID_IMAGE_MGR",
+    "SUBSYSTEM_ID_STU_CACHE_MGR",
+    "SUBSYSTEM_ID_CLEANUP_MGR",
+    "SUBSYSTEM_ID_SWU_DATA_MGR",
+    "SUBSYSTEM_ID_ERROR_MGR",
+    "SUBSYSTEM_ID_NOTIFICATION_MGR",
+    "SUBSYSTEM_ID_IMPORT_MGR",
+    "SUBSYSTEM_ID_EXPIRATION_MGR",
+    "SUBSYSTEM_ID_IP_NOTIFIER",
+    "SUBSYSTEM_ID_REPORT_MGR",
     "SUBSYSTEM_ID_MAX",
 };
 const char* const kDumpFormNames[] = {"DUMPFORM_NULL", "DUMPFORM_READABLE", "DUMPFORM_JSON",
                                       "DUMPFORM_LOGFILE", "DUMPFORM_MAX"};
-const char* const kTimeRangeNames[] = {"TIME_RANGE_NONE", "TIME_RANGE_BEFORE",
-                                       "TIME_RANGE_AFTER"};
+const char* const kTimeRangeNames[] = {"TIME_RANGE_NONE", "TIME_RANGE_BEFORE", "TIME_RANGE_AFTER"};
 const char* const kExpirationTypeNames[] = {"EXP_TYPE_NORMAL", "EXP_TYPE_AGGRESSIVE"};
 
 // The enumerator's name; a value outside the list (not possible on the
@@ -56,34 +67,47 @@ CORBA::Long DssvcServant::CancelImageCopyProcessing(
     const char* destination, const char* lifecycle, const char* backupId, CORBA::Long slpVersion,
     TimeRangeType rangeType, CORBA::ULongLong rangeTime, CORBA::Boolean doCancel,
     DssSVC::SLP_CancellableImageSeq_out cancellableImages) {
-  Reply reply = scenario_.answer(
-      "Dssvc.CancelImageCopyProcessing",
-      Args().str(destination).str(lifecycle).str(backupId).num(slpVersion)
-          .name(EnumName(kTimeRangeNames, rangeType).c_str()).unum(rangeTime).flag(doCancel));
+  Reply reply = scenario_.answer("Dssvc.CancelImageCopyProcessing",
+                                 Args()
+                                     .str(destination)
+                                     .str(lifecycle)
+                                     .str(backupId)
+                                     .num(slpVersion)
+                                     .name(EnumName(kTimeRangeNames, rangeType).c_str())
+                                     .unum(rangeTime)
+                                     .flag(doCancel));
   cancellableImages = CancellableImagesFromJson(reply.member("cancellableImages"));
   return reply.status();
 }
 
-CORBA::Long DssvcServant::ResumeImageCopyProcessing(const char* destination,
-                                                    const char* lifecycle, const char* backupId,
-                                                    TimeRangeType rangeType,
+CORBA::Long DssvcServant::ResumeImageCopyProcessing(const char* destination, const char* lifecycle,
+                                                    const char* backupId, TimeRangeType rangeType,
                                                     CORBA::ULongLong rangeTime) {
   return scenario_
       .answer("Dssvc.ResumeImageCopyProcessing",
-              Args().str(destination).str(lifecycle).str(backupId)
-                  .name(EnumName(kTimeRangeNames, rangeType).c_str()).unum(rangeTime))
+              Args()
+                  .str(destination)
+                  .str(lifecycle)
+                  .str(backupId)
+                  .name(EnumName(kTimeRangeNames, rangeType).c_str())
+                  .unum(rangeTime))
       .status();
 }
 
-CORBA::Long DssvcServant::SuspendImageCopyProcessing(const char* destination,
-                                                     const char* lifecycle, const char* backupId,
+CORBA::Long DssvcServant::SuspendImageCopyProcessing(const char* destination, const char* lifecycle,
+                                                     const char* backupId,
                                                      CORBA::ULongLong reactivationTime,
                                                      TimeRangeType rangeType,
                                                      CORBA::ULongLong rangeTime) {
   return scenario_
       .answer("Dssvc.SuspendImageCopyProcessing",
-              Args().str(destination).str(lifecycle).str(backupId).unum(reactivationTime)
-                  .name(EnumName(kTimeRangeNames, rangeType).c_str()).unum(rangeTime))
+              Args()
+                  .str(destination)
+                  .str(lifecycle)
+                  .str(backupId)
+                  .unum(reactivationTime)
+                  .name(EnumName(kTimeRangeNames, rangeType).c_str())
+                  .unum(rangeTime))
       .status();
 }
 
@@ -96,11 +120,12 @@ CORBA::Long DssvcServant::TerminateActiveSession() {
 }
 
 CORBA::Long DssvcServant::SubSystemDump(SubSystemID subsystem, DumpFormSelector form,
-                                        const char* dumpOptions,
-                                        DssSVC::stringdata_out dumpLines) {
-  Reply reply = scenario_.answer(
-      "Dssvc.SubSystemDump", Args().name(EnumName(kSubSystemNames, subsystem).c_str())
-                                 .name(EnumName(kDumpFormNames, form).c_str()).str(dumpOptions));
+                                        const char* dumpOptions, DssSVC::stringdata_out dumpLines) {
+  Reply reply = scenario_.answer("Dssvc.SubSystemDump",
+                                 Args()
+                                     .name(EnumName(kSubSystemNames, subsystem).c_str())
+                                     .name(EnumName(kDumpFormNames, form).c_str())
+                                     .str(dumpOptions));
   std::vector<std::string> lines = reply.texts("dumpLines");
   DssSVC::stringdata* out = new DssSVC::stringdata();
   out->length(static_cast<CORBA::ULong>(lines.size()));
@@ -124,9 +149,9 @@ CORBA::Long DssvcServant::SubSystemResume(SubSystemID subsystem) {
 CORBA::Long DssvcServant::SubSystemOneSession(SubSystemID subsystem, const char* arg1,
                                               const char* arg2, CORBA::Long arg3) {
   return scenario_
-      .answer("Dssvc.SubSystemOneSession",
-              Args().name(EnumName(kSubSystemNames, subsystem).c_str()).str(arg1).str(arg2)
-                  .num(arg3))
+      .answer(
+          "Dssvc.SubSystemOneSession",
+          Args().name(EnumName(kSubSystemNames, subsystem).c_str()).str(arg1).str(arg2).num(arg3))
       .status();
 }
 
@@ -139,7 +164,10 @@ CORBA::Long DssvcServant::ProcessImportNotificationsFromTarget(
     const DssSVC::SLP_ImportNotificationSeq& notifications) {
   return scenario_
       .answer("Dssvc.ProcessImportNotificationsFromTarget",
-              Args().str(targetMaster).str(sourceMaster).unum(notificationCount)
+              Args()
+                  .str(targetMaster)
+                  .str(sourceMaster)
+                  .unum(notificationCount)
                   .other(Elements(notifications.length())))
       .status();
 }
@@ -148,8 +176,12 @@ CORBA::Long ExpMgrServant::InitiateExpiration(const char* mediaServer, const cha
                                               const char* volumeId, const char* mediaId,
                                               const char* diskPool, CORBA::Long diskType) {
   return scenario_
-      .answer("ExpMgr.InitiateExpiration", Args().str(mediaServer).str(storageServer)
-                                               .str(volumeId).str(mediaId).str(diskPool)
+      .answer("ExpMgr.InitiateExpiration", Args()
+                                               .str(mediaServer)
+                                               .str(storageServer)
+                                               .str(volumeId)
+                                               .str(mediaId)
+                                               .str(diskPool)
                                                .num(diskType))
       .status();
 }
@@ -158,23 +190,30 @@ CORBA::Long ExpMgrServant::HwmUpdate(const char* mediaServer, const char* storag
                                      const char* mediaId, const char* stsSubtype,
                                      CORBA::LongLong totalCapacity, CORBA::LongLong usedCapacity) {
   return scenario_
-      .answer("ExpMgr.HwmUpdate", Args().str(mediaServer).str(storageServer).str(mediaId)
-                                      .str(stsSubtype).num(totalCapacity).num(usedCapacity))
+      .answer("ExpMgr.HwmUpdate", Args()
+                                      .str(mediaServer)
+                                      .str(storageServer)
+                                      .str(mediaId)
+                                      .str(stsSubtype)
+                                      .num(totalCapacity)
+                                      .num(usedCapacity))
       .status();
 }
 
-CORBA::Long ExpMgrServant::DiskfullExpiration(ExpMgrSVC::EXPIRATION_TYPE expirationType,
-                                              const char* mediaServer, const char* storageServer,
-                                              const char* volumeId, const char* mediaId,
-                                              CORBA::Long diskType, CORBA::LongLong totalCapacity,
-                                              CORBA::LongLong usedSpace,
-                                              CORBA::LongLong& expiredSpace,
-                                              CORBA::Long& expirationId) {
-  Reply reply = scenario_.answer(
-      "ExpMgr.DiskfullExpiration",
-      Args().name(EnumName(kExpirationTypeNames, expirationType).c_str()).str(mediaServer)
-          .str(storageServer).str(volumeId).str(mediaId).num(diskType).num(totalCapacity)
-          .num(usedSpace));
+CORBA::Long ExpMgrServant::DiskfullExpiration(
+    ExpMgrSVC::EXPIRATION_TYPE expirationType, const char* mediaServer, const char* storageServer,
+    const char* volumeId, const char* mediaId, CORBA::Long diskType, CORBA::LongLong totalCapacity,
+    CORBA::LongLong usedSpace, CORBA::LongLong& expiredSpace, CORBA::Long& expirationId) {
+  Reply reply = scenario_.answer("ExpMgr.DiskfullExpiration",
+                                 Args()
+                                     .name(EnumName(kExpirationTypeNames, expirationType).c_str())
+                                     .str(mediaServer)
+                                     .str(storageServer)
+                                     .str(volumeId)
+                                     .str(mediaId)
+                                     .num(diskType)
+                                     .num(totalCapacity)
+                                     .num(usedSpace));
   expiredSpace = reply.number("expiredSpace");
   expirationId = static_cast<CORBA::Long>(reply.number("expirationId"));
   return reply.status();
@@ -193,12 +232,11 @@ CORBA::Long ExpMgrServant::DeletionDone(CORBA::Long expirationId) {
 }
 
 CORBA::Long ExpMgrServant::UpdatePotentialFreeSpace(const char* mediaServer,
-                                                    const char* storageServer,
-                                                    const char* volumeId, const char* mediaId,
-                                                    CORBA::Long diskType) {
+                                                    const char* storageServer, const char* volumeId,
+                                                    const char* mediaId, CORBA::Long diskType) {
   return scenario_
-      .answer("ExpMgr.UpdatePotentialFreeSpace", Args().str(mediaServer).str(storageServer)
-                                                     .str(volumeId).str(mediaId).num(diskType))
+      .answer("ExpMgr.UpdatePotentialFreeSpace",
+              Args().str(mediaServer).str(storageServer).str(volumeId).str(mediaId).num(diskType))
       .status();
 }
 
@@ -207,106 +245,158 @@ DS::DiskSeq* DiskServiceMgrServant::getDiskList(const char* serverName, const ch
   return new DS::DiskSeq();
 }
 
-DS::DiskInfo* DiskServiceMgrServant::getDiskInfo(const char* serverName, const char* serverType, const char* diskName) {
-  scenario_.answer("DiskServiceMgr.getDiskInfo", Args().str(serverName).str(serverType).str(diskName));
+DS::DiskInfo* DiskServiceMgrServant::getDiskInfo(const char* serverName, const char* serverType,
+                                                 const char* diskName) {
+  scenario_.answer("DiskServiceMgr.getDiskInfo",
+                   Args().str(serverName).str(serverType).str(diskName));
   return nullptr;
 }
 
-DS::DiskInfoSeq* DiskServiceMgrServant::getDiskInfoList(const char* serverName, const char* serverType) {
+DS::DiskInfoSeq* DiskServiceMgrServant::getDiskInfoList(const char* serverName,
+                                                        const char* serverType) {
   scenario_.answer("DiskServiceMgr.getDiskInfoList", Args().str(serverName).str(serverType));
   return new DS::DiskInfoSeq();
 }
 
-DS::EnclosureSeq* DiskServiceMgrServant::getEnclosureList(const char* serverName, const char* serverType) {
+DS::EnclosureSeq* DiskServiceMgrServant::getEnclosureList(const char* serverName,
+                                                          const char* serverType) {
   scenario_.answer("DiskServiceMgr.getEnclosureList", Args().str(serverName).str(serverType));
   return new DS::EnclosureSeq();
 }
 
-DS::EnclosureInfo* DiskServiceMgrServant::getEnclosureInfo(const char* serverName, const char* serverType, const char* enclosureName) {
-  scenario_.answer("DiskServiceMgr.getEnclosureInfo", Args().str(serverName).str(serverType).str(enclosureName));
+DS::EnclosureInfo* DiskServiceMgrServant::getEnclosureInfo(const char* serverName,
+                                                           const char* serverType,
+                                                           const char* enclosureName) {
+  scenario_.answer("DiskServiceMgr.getEnclosureInfo",
+                   Args().str(serverName).str(serverType).str(enclosureName));
   return nullptr;
 }
 
-DS::EnclosureInfoSeq* DiskServiceMgrServant::getEnclosureInfoList(const char* serverName, const char* serverType) {
+DS::EnclosureInfoSeq* DiskServiceMgrServant::getEnclosureInfoList(const char* serverName,
+                                                                  const char* serverType) {
   scenario_.answer("DiskServiceMgr.getEnclosureInfoList", Args().str(serverName).str(serverType));
   return new DS::EnclosureInfoSeq();
 }
 
-DS::Enclosure* DiskServiceMgrServant::importEnclosure(const char* serverName, const char* serverType, const char* enclosureName) {
-  scenario_.answer("DiskServiceMgr.importEnclosure", Args().str(serverName).str(serverType).str(enclosureName));
+DS::Enclosure* DiskServiceMgrServant::importEnclosure(const char* serverName,
+                                                      const char* serverType,
+                                                      const char* enclosureName) {
+  scenario_.answer("DiskServiceMgr.importEnclosure",
+                   Args().str(serverName).str(serverType).str(enclosureName));
   return nullptr;
 }
 
-DS::DiskVolumeSeq* DiskServiceMgrServant::getDiskVolumeList(const char* serverName, const char* serverType) {
+DS::DiskVolumeSeq* DiskServiceMgrServant::getDiskVolumeList(const char* serverName,
+                                                            const char* serverType) {
   scenario_.answer("DiskServiceMgr.getDiskVolumeList", Args().str(serverName).str(serverType));
   return new DS::DiskVolumeSeq();
 }
 
-DS::DiskVolume* DiskServiceMgrServant::createDiskVolume(const char* serverName, const char* serverType, DS::DiskVolume* volume) {
-  scenario_.answer("DiskServiceMgr.createDiskVolume", Args().str(serverName).str(serverType).other(ValueArg(volume)));
+DS::DiskVolume* DiskServiceMgrServant::createDiskVolume(const char* serverName,
+                                                        const char* serverType,
+                                                        DS::DiskVolume* volume) {
+  scenario_.answer("DiskServiceMgr.createDiskVolume",
+                   Args().str(serverName).str(serverType).other(ValueArg(volume)));
   return nullptr;
 }
 
-DS::DiskVolumeInfo* DiskServiceMgrServant::getDiskVolumeInfo(const char* serverName, const char* serverType, const char* volumeName) {
-  Reply reply = scenario_.answer("DiskServiceMgr.getDiskVolumeInfo", Args().str(serverName).str(serverType).str(volumeName));
+DS::DiskVolumeInfo* DiskServiceMgrServant::getDiskVolumeInfo(const char* serverName,
+                                                             const char* serverType,
+                                                             const char* volumeName) {
+  Reply reply = scenario_.answer("DiskServiceMgr.getDiskVolumeInfo",
+                                 Args().str(serverName).str(serverType).str(volumeName));
   return VolumeInfoFromJson(reply.member("result"));
 }
 
 DS::DiskVolumeInfo* DiskServiceMgrServant::getDiskVolumeInfoByMediaId(const char* diskMediaId) {
-  Reply reply = scenario_.answer("DiskServiceMgr.getDiskVolumeInfoByMediaId", Args().str(diskMediaId));
+  Reply reply =
+      scenario_.answer("DiskServiceMgr.getDiskVolumeInfoByMediaId", Args().str(diskMediaId));
   return VolumeInfoFromJson(reply.member("result"));
 }
 
-DS::DiskVolumeInfo* DiskServiceMgrServant::getDiskVolumeInfoByLegacyInfo(const char* masterServer, const char* storageServer, const char* serverType, const char* mediaId) {
-  Reply reply = scenario_.answer("DiskServiceMgr.getDiskVolumeInfoByLegacyInfo", Args().str(masterServer).str(storageServer).str(serverType).str(mediaId));
+DS::DiskVolumeInfo* DiskServiceMgrServant::getDiskVolumeInfoByLegacyInfo(const char* masterServer,
+                                                                         const char* storageServer,
+                                                                         const char* serverType,
+                                                                         const char* mediaId) {
+  Reply reply =
+      scenario_.answer("DiskServiceMgr.getDiskVolumeInfoByLegacyInfo",
+                       Args().str(masterServer).str(storageServer).str(serverType).str(mediaId));
   return VolumeInfoFromJson(reply.member("result"));
 }
 
-DS::DiskVolumeInfo* DiskServiceMgrServant::getDiskVolumeInfoByName(const char* serverName, const char* serverType, const char* diskGroupName, const char* volumeName) {
-  Reply reply = scenario_.answer("DiskServiceMgr.getDiskVolumeInfoByName", Args().str(serverName).str(serverType).str(diskGroupName).str(volumeName));
+DS::DiskVolumeInfo* DiskServiceMgrServant::getDiskVolumeInfoByName(const char* serverName,
+                                                                   const char* serverType,
+                                                                   const char* diskGroupName,
+                                                                   const char* volumeName) {
+  Reply reply =
+      scenario_.answer("DiskServiceMgr.getDiskVolumeInfoByName",
+                       Args().str(serverName).str(serverType).str(diskGroupName).str(volumeName));
   return VolumeInfoFromJson(reply.member("result"));
 }
 
-DS::DiskVolumeInfoSeq* DiskServiceMgrServant::getDiskVolumeInfoList(const char* serverName, const char* serverType, const char* diskGroupName) {
-  scenario_.answer("DiskServiceMgr.getDiskVolumeInfoList", Args().str(serverName).str(serverType).str(diskGroupName));
+DS::DiskVolumeInfoSeq* DiskServiceMgrServant::getDiskVolumeInfoList(const char* serverName,
+                                                                    const char* serverType,
+                                                                    const char* diskGroupName) {
+  scenario_.answer("DiskServiceMgr.getDiskVolumeInfoList",
+                   Args().str(serverName).str(serverType).str(diskGroupName));
   return new DS::DiskVolumeInfoSeq();
 }
 
-DS::DiskGroupInfoSeq* DiskServiceMgrServant::getDiskGroupInfoListByStorageUnitLabel(const char* storageUnitLabel) {
-  scenario_.answer("DiskServiceMgr.getDiskGroupInfoListByStorageUnitLabel", Args().str(storageUnitLabel));
+DS::DiskGroupInfoSeq* DiskServiceMgrServant::getDiskGroupInfoListByStorageUnitLabel(
+    const char* storageUnitLabel) {
+  scenario_.answer("DiskServiceMgr.getDiskGroupInfoListByStorageUnitLabel",
+                   Args().str(storageUnitLabel));
   return new DS::DiskGroupInfoSeq();
 }
 
-DS::MountPointSeq* DiskServiceMgrServant::getExtendedMountpointListByStorageUnitLabel(const char* storageUnitLabel, const char* mediaServer) {
-  scenario_.answer("DiskServiceMgr.getExtendedMountpointListByStorageUnitLabel", Args().str(storageUnitLabel).str(mediaServer));
+DS::MountPointSeq* DiskServiceMgrServant::getExtendedMountpointListByStorageUnitLabel(
+    const char* storageUnitLabel, const char* mediaServer) {
+  scenario_.answer("DiskServiceMgr.getExtendedMountpointListByStorageUnitLabel",
+                   Args().str(storageUnitLabel).str(mediaServer));
   return new DS::MountPointSeq();
 }
 
-void DiskServiceMgrServant::updateDiskVolumeState(const char* serverName, const char* serverType, const char* volumeName, CORBA::Long state) {
-  scenario_.answer("DiskServiceMgr.updateDiskVolumeState", Args().str(serverName).str(serverType).str(volumeName).num(state));
+void DiskServiceMgrServant::updateDiskVolumeState(const char* serverName, const char* serverType,
+                                                  const char* volumeName, CORBA::Long state) {
+  scenario_.answer("DiskServiceMgr.updateDiskVolumeState",
+                   Args().str(serverName).str(serverType).str(volumeName).num(state));
 }
 
-void DiskServiceMgrServant::deleteDiskVolume(const char* serverName, const char* serverType, const char* volumeName) {
-  scenario_.answer("DiskServiceMgr.deleteDiskVolume", Args().str(serverName).str(serverType).str(volumeName));
+void DiskServiceMgrServant::deleteDiskVolume(const char* serverName, const char* serverType,
+                                             const char* volumeName) {
+  scenario_.answer("DiskServiceMgr.deleteDiskVolume",
+                   Args().str(serverName).str(serverType).str(volumeName));
 }
 
-DS::DiskVolume* DiskServiceMgrServant::updateDiskVolume(const char* serverName, const char* serverType, DS::DiskVolume* volume) {
-  scenario_.answer("DiskServiceMgr.updateDiskVolume", Args().str(serverName).str(serverType).other(ValueArg(volume)));
+DS::DiskVolume* DiskServiceMgrServant::updateDiskVolume(const char* serverName,
+                                                        const char* serverType,
+                                                        DS::DiskVolume* volume) {
+  scenario_.answer("DiskServiceMgr.updateDiskVolume",
+                   Args().str(serverName).str(serverType).other(ValueArg(volume)));
   return nullptr;
 }
 
-DS::DiskVolumeSeq* DiskServiceMgrServant::updateDiskVolumeList(const char* serverName, const char* serverType, const DS::DiskVolumeSeq& volumes) {
-  scenario_.answer("DiskServiceMgr.updateDiskVolumeList", Args().str(serverName).str(serverType).other(Elements(volumes.length())));
+DS::DiskVolumeSeq* DiskServiceMgrServant::updateDiskVolumeList(const char* serverName,
+                                                               const char* serverType,
+                                                               const DS::DiskVolumeSeq& volumes) {
+  scenario_.answer("DiskServiceMgr.updateDiskVolumeList",
+                   Args().str(serverName).str(serverType).other(Elements(volumes.length())));
   return new DS::DiskVolumeSeq();
 }
 
-DS::MountPoint* DiskServiceMgrServant::mountDiskVolume(const char* mediaServer, const char* serverName, const char* serverType, const char* volumeName) {
-  scenario_.answer("DiskServiceMgr.mountDiskVolume", Args().str(mediaServer).str(serverName).str(serverType).str(volumeName));
+DS::MountPoint* DiskServiceMgrServant::mountDiskVolume(const char* mediaServer,
+                                                       const char* serverName,
+                                                       const char* serverType,
+                                                       const char* volumeName) {
+  scenario_.answer("DiskServiceMgr.mountDiskVolume",
+                   Args().str(mediaServer).str(serverName).str(serverType).str(volumeName));
   return nullptr;
 }
 
-void DiskServiceMgrServant::unmountDiskVolume(const char* mediaServer, const char* serverName, const char* serverType, const char* volumeName) {
-  scenario_.answer("DiskServiceMgr.unmountDiskVolume", Args().str(mediaServer).str(serverName).str(serverType).str(volumeName));
+void DiskServiceMgrServant::unmountDiskVolume(const char* mediaServer, const char* serverName,
+                                              const char* serverType, const char* volumeName) {
+  scenario_.answer("DiskServiceMgr.unmountDiskVolume",
+                   Args().str(mediaServer).str(serverName).str(serverType).str(volumeName));
 }
 
 DS::MountPointSeq* DiskServiceMgrServant::getMountPointList(const char* mediaServer) {
@@ -314,33 +404,52 @@ DS::MountPointSeq* DiskServiceMgrServant::getMountPointList(const char* mediaSer
   return new DS::MountPointSeq();
 }
 
-DS::DiskGroupSeq* DiskServiceMgrServant::getDiskGroupList(const char* serverName, const char* serverType) {
+DS::DiskGroupSeq* DiskServiceMgrServant::getDiskGroupList(const char* serverName,
+                                                          const char* serverType) {
   scenario_.answer("DiskServiceMgr.getDiskGroupList", Args().str(serverName).str(serverType));
   return new DS::DiskGroupSeq();
 }
 
-DS::DiskGroup* DiskServiceMgrServant::importDiskGroup(const char* serverName, const char* serverType, const char* groupName) {
-  scenario_.answer("DiskServiceMgr.importDiskGroup", Args().str(serverName).str(serverType).str(groupName));
+DS::DiskGroup* DiskServiceMgrServant::importDiskGroup(const char* serverName,
+                                                      const char* serverType,
+                                                      const char* groupName) {
+  scenario_.answer("DiskServiceMgr.importDiskGroup",
+                   Args().str(serverName).str(serverType).str(groupName));
   return nullptr;
 }
 
-DS::DiskGroup* DiskServiceMgrServant::createDiskGroup(const char* serverName, const char* serverType, DS::DiskGroup* group, const DS::DiskVolumeSeq& volumes) {
-  scenario_.answer("DiskServiceMgr.createDiskGroup", Args().str(serverName).str(serverType).other(ValueArg(group)).other(Elements(volumes.length())));
+DS::DiskGroup* DiskServiceMgrServant::createDiskGroup(const char* serverName,
+                                                      const char* serverType, DS::DiskGroup* group,
+                                                      const DS::DiskVolumeSeq& volumes) {
+  scenario_.answer("DiskServiceMgr.createDiskGroup", Args()
+                                                         .str(serverName)
+                                                         .str(serverType)
+                                                         .other(ValueArg(group))
+                                                         .other(Elements(volumes.length())));
   return nullptr;
 }
 
-DS::DiskGroup* DiskServiceMgrServant::mergeDiskGroups(const char* serverType, const char* targetGroup, const Corvela::CSF::StringSeq& sourceGroups) {
-  scenario_.answer("DiskServiceMgr.mergeDiskGroups", Args().str(serverType).str(targetGroup).other(Elements(sourceGroups.length())));
+DS::DiskGroup* DiskServiceMgrServant::mergeDiskGroups(const char* serverType,
+                                                      const char* targetGroup,
+                                                      const Corvela::CSF::StringSeq& sourceGroups) {
+  scenario_.answer("DiskServiceMgr.mergeDiskGroups",
+                   Args().str(serverType).str(targetGroup).other(Elements(sourceGroups.length())));
   return nullptr;
 }
 
-DS::DiskGroupInfo* DiskServiceMgrServant::getDiskGroupInfo(const char* serverName, const char* serverType, const char* groupName) {
-  scenario_.answer("DiskServiceMgr.getDiskGroupInfo", Args().str(serverName).str(serverType).str(groupName));
+DS::DiskGroupInfo* DiskServiceMgrServant::getDiskGroupInfo(const char* serverName,
+                                                           const char* serverType,
+                                                           const char* groupName) {
+  scenario_.answer("DiskServiceMgr.getDiskGroupInfo",
+                   Args().str(serverName).str(serverType).str(groupName));
   return nullptr;
 }
 
-DS::DiskGroupInfo* DiskServiceMgrServant::getPotentialDiskGroupInfo(const char* serverName, const char* serverType, const char* groupName) {
-  scenario_.answer("DiskServiceMgr.getPotentialDiskGroupInfo", Args().str(serverName).str(serverType).str(groupName));
+DS::DiskGroupInfo* DiskServiceMgrServant::getPotentialDiskGroupInfo(const char* serverName,
+                                                                    const char* serverType,
+                                                                    const char* groupName) {
+  scenario_.answer("DiskServiceMgr.getPotentialDiskGroupInfo",
+                   Args().str(serverName).str(serverType).str(groupName));
   return nullptr;
 }
 
@@ -349,15 +458,18 @@ DS::DiskGroupInfoSeq* DiskServiceMgrServant::getDiskGroupInfoList(const char* se
   return new DS::DiskGroupInfoSeq();
 }
 
-void DiskServiceMgrServant::updateDiskGroupState(const char* serverType, const char* groupName, CORBA::Long state) {
-  scenario_.answer("DiskServiceMgr.updateDiskGroupState", Args().str(serverType).str(groupName).num(state));
+void DiskServiceMgrServant::updateDiskGroupState(const char* serverType, const char* groupName,
+                                                 CORBA::Long state) {
+  scenario_.answer("DiskServiceMgr.updateDiskGroupState",
+                   Args().str(serverType).str(groupName).num(state));
 }
 
 void DiskServiceMgrServant::deleteDiskGroup(const char* serverType, const char* groupName) {
   scenario_.answer("DiskServiceMgr.deleteDiskGroup", Args().str(serverType).str(groupName));
 }
 
-DS::DiskGroup* DiskServiceMgrServant::updateDiskGroup(const char* serverType, DS::DiskGroup* group) {
+DS::DiskGroup* DiskServiceMgrServant::updateDiskGroup(const char* serverType,
+                                                      DS::DiskGroup* group) {
   scenario_.answer("DiskServiceMgr.updateDiskGroup", Args().str(serverType).other(ValueArg(group)));
   return nullptr;
 }
@@ -367,8 +479,10 @@ DS::DiskStorageUnitSeq* DiskServiceMgrServant::getDiskStorageUnitList() {
   return new DS::DiskStorageUnitSeq();
 }
 
-DS::DiskStorageUnitSeq* DiskServiceMgrServant::getDiskStorageUnitListByDiskGroup(const char* serverType, const char* groupName) {
-  scenario_.answer("DiskServiceMgr.getDiskStorageUnitListByDiskGroup", Args().str(serverType).str(groupName));
+DS::DiskStorageUnitSeq* DiskServiceMgrServant::getDiskStorageUnitListByDiskGroup(
+    const char* serverType, const char* groupName) {
+  scenario_.answer("DiskServiceMgr.getDiskStorageUnitListByDiskGroup",
+                   Args().str(serverType).str(groupName));
   return new DS::DiskStorageUnitSeq();
 }
 
@@ -396,12 +510,15 @@ DS::DiskStorageUnit* DiskServiceMgrServant::updateDiskStorageUnit(DS::DiskStorag
   return nullptr;
 }
 
-DS::DiskStorageUnitSeq* DiskServiceMgrServant::updateDiskStorageUnitList(const DS::DiskStorageUnitSeq& units) {
-  scenario_.answer("DiskServiceMgr.updateDiskStorageUnitList", Args().other(Elements(units.length())));
+DS::DiskStorageUnitSeq* DiskServiceMgrServant::updateDiskStorageUnitList(
+    const DS::DiskStorageUnitSeq& units) {
+  scenario_.answer("DiskServiceMgr.updateDiskStorageUnitList",
+                   Args().other(Elements(units.length())));
   return new DS::DiskStorageUnitSeq();
 }
 
-DS::StorageServerInfo* DiskServiceMgrServant::getStorageServerInfo(const char* serverName, const char* serverType) {
+DS::StorageServerInfo* DiskServiceMgrServant::getStorageServerInfo(const char* serverName,
+                                                                   const char* serverType) {
   scenario_.answer("DiskServiceMgr.getStorageServerInfo", Args().str(serverName).str(serverType));
   return nullptr;
 }
@@ -411,8 +528,13 @@ DS::StorageServerInfoSeq* DiskServiceMgrServant::getStorageServerInfoList(const 
   return new DS::StorageServerInfoSeq();
 }
 
-DS::StorageServer* DiskServiceMgrServant::createStorageServer(DS::StorageServer* server, DS::StorageServerCredentials* credentials, const DS::DataMoverSeq& dataMovers) {
-  scenario_.answer("DiskServiceMgr.createStorageServer", Args().other(ValueArg(server)).other(ValueArg(credentials)).other(Elements(dataMovers.length())));
+DS::StorageServer* DiskServiceMgrServant::createStorageServer(
+    DS::StorageServer* server, DS::StorageServerCredentials* credentials,
+    const DS::DataMoverSeq& dataMovers) {
+  scenario_.answer("DiskServiceMgr.createStorageServer", Args()
+                                                             .other(ValueArg(server))
+                                                             .other(ValueArg(credentials))
+                                                             .other(Elements(dataMovers.length())));
   return nullptr;
 }
 
@@ -420,8 +542,10 @@ void DiskServiceMgrServant::removeStorageServer(const char* serverName, const ch
   scenario_.answer("DiskServiceMgr.removeStorageServer", Args().str(serverName).str(serverType));
 }
 
-DS::StorageServer* DiskServiceMgrServant::addStorageServer(DS::StorageServer* server, DS::StorageServerCredentials* credentials) {
-  scenario_.answer("DiskServiceMgr.addStorageServer", Args().other(ValueArg(server)).other(ValueArg(credentials)));
+DS::StorageServer* DiskServiceMgrServant::addStorageServer(
+    DS::StorageServer* server, DS::StorageServerCredentials* credentials) {
+  scenario_.answer("DiskServiceMgr.addStorageServer",
+                   Args().other(ValueArg(server)).other(ValueArg(credentials)));
   return nullptr;
 }
 
@@ -434,18 +558,27 @@ DS::StorageServer* DiskServiceMgrServant::updateStorageServer(DS::StorageServer*
   return nullptr;
 }
 
-DS::DataMover* DiskServiceMgrServant::addDataMover(const char* serverName, const char* serverType, DS::DataMover* mover, DS::StorageServerCredentials* credentials) {
-  scenario_.answer("DiskServiceMgr.addDataMover", Args().str(serverName).str(serverType).other(ValueArg(mover)).other(ValueArg(credentials)));
+DS::DataMover* DiskServiceMgrServant::addDataMover(const char* serverName, const char* serverType,
+                                                   DS::DataMover* mover,
+                                                   DS::StorageServerCredentials* credentials) {
+  scenario_.answer(
+      "DiskServiceMgr.addDataMover",
+      Args().str(serverName).str(serverType).other(ValueArg(mover)).other(ValueArg(credentials)));
   return nullptr;
 }
 
-DS::DataMoverSeq* DiskServiceMgrServant::updateDataMovers(const char* serverName, const char* serverType, const DS::DataMoverSeq& movers) {
-  scenario_.answer("DiskServiceMgr.updateDataMovers", Args().str(serverName).str(serverType).other(Elements(movers.length())));
+DS::DataMoverSeq* DiskServiceMgrServant::updateDataMovers(const char* serverName,
+                                                          const char* serverType,
+                                                          const DS::DataMoverSeq& movers) {
+  scenario_.answer("DiskServiceMgr.updateDataMovers",
+                   Args().str(serverName).str(serverType).other(Elements(movers.length())));
   return new DS::DataMoverSeq();
 }
 
-void DiskServiceMgrServant::deleteDataMover(const char* serverName, const char* serverType, const char* moverName) {
-  scenario_.answer("DiskServiceMgr.deleteDataMover", Args().str(serverName).str(serverType).str(moverName));
+void DiskServiceMgrServant::deleteDataMover(const char* serverName, const char* serverType,
+                                            const char* moverName) {
+  scenario_.answer("DiskServiceMgr.deleteDataMover",
+                   Args().str(serverName).str(serverType).str(moverName));
 }
 
 DS::ServertypeInfo* DiskServiceMgrServant::getServertypeInfo(const char* serverType) {
@@ -466,47 +599,70 @@ DS::ObjSpecSeq* DiskServiceMgrServant::getObjectsByMachine(const char* machineNa
   return new DS::ObjSpecSeq();
 }
 
-void DiskServiceMgrServant::setGlobalAttribute(const char* attributeName, const char* attributeValue) {
-  scenario_.answer("DiskServiceMgr.setGlobalAttribute", Args().str(attributeName).str(attributeValue));
+void DiskServiceMgrServant::setGlobalAttribute(const char* attributeName,
+                                               const char* attributeValue) {
+  scenario_.answer("DiskServiceMgr.setGlobalAttribute",
+                   Args().str(attributeName).str(attributeValue));
 }
 
-void DiskServiceMgrServant::queueDiskVolumeMount(const char* mediaServer, const char* serverName, const char* serverType, const char* volumeName) {
-  scenario_.answer("DiskServiceMgr.queueDiskVolumeMount", Args().str(mediaServer).str(serverName).str(serverType).str(volumeName));
+void DiskServiceMgrServant::queueDiskVolumeMount(const char* mediaServer, const char* serverName,
+                                                 const char* serverType, const char* volumeName) {
+  scenario_.answer("DiskServiceMgr.queueDiskVolumeMount",
+                   Args().str(mediaServer).str(serverName).str(serverType).str(volumeName));
 }
 
-void DiskServiceMgrServant::dequeueDiskVolumeMount(const char* mediaServer, const char* serverName, const char* serverType, const char* volumeName) {
-  scenario_.answer("DiskServiceMgr.dequeueDiskVolumeMount", Args().str(mediaServer).str(serverName).str(serverType).str(volumeName));
+void DiskServiceMgrServant::dequeueDiskVolumeMount(const char* mediaServer, const char* serverName,
+                                                   const char* serverType, const char* volumeName) {
+  scenario_.answer("DiskServiceMgr.dequeueDiskVolumeMount",
+                   Args().str(mediaServer).str(serverName).str(serverType).str(volumeName));
 }
 
-void DiskServiceMgrServant::queueDiskVolumeUnmount(const char* mediaServer, const char* serverName, const char* serverType, const char* volumeName) {
-  scenario_.answer("DiskServiceMgr.queueDiskVolumeUnmount", Args().str(mediaServer).str(serverName).str(serverType).str(volumeName));
+void DiskServiceMgrServant::queueDiskVolumeUnmount(const char* mediaServer, const char* serverName,
+                                                   const char* serverType, const char* volumeName) {
+  scenario_.answer("DiskServiceMgr.queueDiskVolumeUnmount",
+                   Args().str(mediaServer).str(serverName).str(serverType).str(volumeName));
 }
 
-void DiskServiceMgrServant::dequeueDiskVolumeUnmount(const char* mediaServer, const char* serverName, const char* serverType, const char* volumeName) {
-  scenario_.answer("DiskServiceMgr.dequeueDiskVolumeUnmount", Args().str(mediaServer).str(serverName).str(serverType).str(volumeName));
+void DiskServiceMgrServant::dequeueDiskVolumeUnmount(const char* mediaServer,
+                                                     const char* serverName, const char* serverType,
+                                                     const char* volumeName) {
+  scenario_.answer("DiskServiceMgr.dequeueDiskVolumeUnmount",
+                   Args().str(mediaServer).str(serverName).str(serverType).str(volumeName));
 }
 
-DS::MountPoint* DiskServiceMgrServant::getMountPoint(const char* mediaServer, const char* serverName, const char* serverType, const char* volumeName) {
-  scenario_.answer("DiskServiceMgr.getMountPoint", Args().str(mediaServer).str(serverName).str(serverType).str(volumeName));
+DS::MountPoint* DiskServiceMgrServant::getMountPoint(const char* mediaServer,
+                                                     const char* serverName, const char* serverType,
+                                                     const char* volumeName) {
+  scenario_.answer("DiskServiceMgr.getMountPoint",
+                   Args().str(mediaServer).str(serverName).str(serverType).str(volumeName));
   return nullptr;
 }
 
-DS::StorageServerConfigItemSeq* DiskServiceMgrServant::getStorageServerConfig(const char* serverName, const char* serverType) {
+DS::StorageServerConfigItemSeq* DiskServiceMgrServant::getStorageServerConfig(
+    const char* serverName, const char* serverType) {
   scenario_.answer("DiskServiceMgr.getStorageServerConfig", Args().str(serverName).str(serverType));
   return new DS::StorageServerConfigItemSeq();
 }
 
-void DiskServiceMgrServant::updateStorageServerConfig(const char* serverName, const char* serverType, const DS::StorageServerConfigItemSeq& items) {
-  scenario_.answer("DiskServiceMgr.updateStorageServerConfig", Args().str(serverName).str(serverType).other(Elements(items.length())));
+void DiskServiceMgrServant::updateStorageServerConfig(const char* serverName,
+                                                      const char* serverType,
+                                                      const DS::StorageServerConfigItemSeq& items) {
+  scenario_.answer("DiskServiceMgr.updateStorageServerConfig",
+                   Args().str(serverName).str(serverType).other(Elements(items.length())));
 }
 
-DS::StorageServerSeq* DiskServiceMgrServant::getStorageServersWithReplicationRelationship(const char* serverName, const char* serverType) {
-  scenario_.answer("DiskServiceMgr.getStorageServersWithReplicationRelationship", Args().str(serverName).str(serverType));
+DS::StorageServerSeq* DiskServiceMgrServant::getStorageServersWithReplicationRelationship(
+    const char* serverName, const char* serverType) {
+  scenario_.answer("DiskServiceMgr.getStorageServersWithReplicationRelationship",
+                   Args().str(serverName).str(serverType));
   return new DS::StorageServerSeq();
 }
 
 char* DiskServiceMgrServant::identifyTargetMachine(const char* machineName) {
-  return CORBA::string_dup(scenario_.answer("DiskServiceMgr.identifyTargetMachine", Args().str(machineName)).text("result").c_str());
+  return CORBA::string_dup(
+      scenario_.answer("DiskServiceMgr.identifyTargetMachine", Args().str(machineName))
+          .text("result")
+          .c_str());
 }
 
 }  // namespace cyclesvc_test

@@ -29,17 +29,26 @@ long long Int(json_t* object, const char* key) {
 
 bool Is(const char* a, const char* b) { return strcmp(a, b) == 0; }
 
+// The values `make` builds from the elements of a JSON array (each a new
+// reference the sequence takes); an absent array gives an empty sequence.
+template <class Seq, class Make>
+Seq SequenceFromJson(json_t* array, Make make) {
+  Seq sequence;
+  sequence.length(static_cast<CORBA::ULong>(json_array_size(array)));
+  for (CORBA::ULong i = 0; i < sequence.length(); ++i) sequence[i] = make(json_array_get(array, i));
+  return sequence;
+}
+
+Framework::ExpansionAttribute* ExpansionFromJson(json_t* name) {
+  OBVFramework::ExpansionAttribute* attribute = new OBVFramework::ExpansionAttribute();
+  const char* text = json_string_value(name);
+  attribute->name(text != nullptr ? text : "");
+  return attribute;
+}
+
 void FillBase(Framework::BaseObject& base, json_t* object) {
-  json_t* names = json_object_get(object, "expansion");
-  Framework::ExpansionAttributeSeq expansion;
-  expansion.length(static_cast<CORBA::ULong>(json_array_size(names)));
-  for (CORBA::ULong i = 0; i < expansion.length(); ++i) {
-    OBVFramework::ExpansionAttribute* attribute = new OBVFramework::ExpansionAttribute();
-    const char* name = json_string_value(json_array_get(names, i));
-    attribute->name(name != nullptr ? name : "");
-    expansion[i] = attribute;
-  }
-  base.expansion(expansion);
+  base.expansion(SequenceFromJson<Framework::ExpansionAttributeSeq>(
+      json_object_get(object, "expansion"), ExpansionFromJson));
 }
 
 Framework::MessageItem* InsertFromJson(json_t* object) {
@@ -67,11 +76,8 @@ Framework::Message* MessageFromJson(json_t* object) {
   if (!json_is_object(object)) return nullptr;
   OBVFramework::Message* message = new OBVFramework::Message();
   FillBase(*message, object);
-  json_t* items = json_object_get(object, "inserts");
-  Framework::MessageItemSeq inserts;
-  inserts.length(static_cast<CORBA::ULong>(json_array_size(items)));
-  for (CORBA::ULong i = 0; i < inserts.length(); ++i) inserts[i] = InsertFromJson(json_array_get(items, i));
-  message->inserts(inserts);
+  message->inserts(SequenceFromJson<Framework::MessageItemSeq>(
+      json_object_get(object, "inserts"), InsertFromJson));
   message->textId(static_cast<CORBA::Long>(Int(object, "textId")));
   message->timeStamp(Int(object, "timeStamp"));
   message->originatorId(static_cast<CORBA::Long>(Int(object, "originatorId")));
@@ -87,13 +93,8 @@ void FillDetails(Framework::ServiceExceptionDetails& details, json_t* object) {
   details.originatingHost(Str(object, "originatingHost"));
   details.originatingClass(Str(object, "originatingClass"));
   details.originatingMethod(Str(object, "originatingMethod"));
-  json_t* causes = json_object_get(object, "rootCauses");
-  Framework::ServiceExceptionDetailsSeq rootCauses;
-  rootCauses.length(static_cast<CORBA::ULong>(json_array_size(causes)));
-  for (CORBA::ULong i = 0; i < rootCauses.length(); ++i) {
-    rootCauses[i] = DetailsFromJson(json_array_get(causes, i));
-  }
-  details.rootCauses(rootCauses);
+  details.rootCauses(SequenceFromJson<Framework::ServiceExceptionDetailsSeq>(
+      json_object_get(object, "rootCauses"), DetailsFromJson));
   details.timeStamp(Int(object, "timeStamp"));
 }
 
@@ -113,13 +114,8 @@ DiskService::DiskVolume* VolumeFromJson(json_t* object) {
   FillBase(*volume, object);
   volume->objId(Str(object, "objId"));
   volume->type(static_cast<CORBA::Long>(Int(object, "type")));
-  json_t* pairs = json_object_get(object, "properties");
-  DiskService::PropertySeq properties;
-  properties.length(static_cast<CORBA::ULong>(json_array_size(pairs)));
-  for (CORBA::ULong i = 0; i < properties.length(); ++i) {
-    properties[i] = PropertyFromJson(json_array_get(pairs, i));
-  }
-  volume->properties(properties);
+  volume->properties(SequenceFromJson<DiskService::PropertySeq>(
+      json_object_get(object, "properties"), PropertyFromJson));
   volume->name(Str(object, "name"));
   volume->size(Int(object, "size"));
   return volume;
