@@ -82,12 +82,14 @@ class Params {
 // as a blob: SQLite then hands out the record's bytes as they are, where
 // asking for text would first give them a terminating NUL.
 inline size_t CopyColumnText(sqlite3_stmt* stmt, int col, char* dst, size_t size) {
-  const void* text = sqlite3_column_blob(stmt, col);
+  // One call through the statement; the value's own accessors are cheap.
+  sqlite3_value* value = sqlite3_column_value(stmt, col);
+  const void* text = sqlite3_value_blob(value);
   if (text == nullptr) {
     dst[0] = '\0';
     return 0;
   }
-  size_t n = static_cast<size_t>(sqlite3_column_bytes(stmt, col));
+  size_t n = static_cast<size_t>(sqlite3_value_bytes(value));
   if (n >= size) n = size - 1;
   memcpy(dst, text, n);
   dst[n] = '\0';
