@@ -15,6 +15,8 @@
 #include "util/message.h"
 #include "util/process.h"
 
+using Orvantic::Stashwell::LineWriter;
+
 namespace {
 
 const unsigned kRowsPerFetch = 500;
@@ -107,34 +109,37 @@ struct RowFilters {
   }
 };
 
-void PrintImage(outputform_e form, const EMM_Image& image) {
+void PrintImage(LineWriter& out, outputform_e form, const EMM_Image& image) {
   switch (form) {
-    case OUTPUT_SHORT: PrintImageShort(image); break;
-    case OUTPUT_USER: PrintImageUser(image); break;
-    case OUTPUT_BRIEF: PrintImageBrief(image); break;
-    default: fprintf(stderr, "unrecognized output format: %d\n", static_cast<int>(form)); break;
+    case OUTPUT_SHORT: PrintImageShort(out, image); break;
+    case OUTPUT_USER: PrintImageUser(out, image); break;
+    case OUTPUT_BRIEF: PrintImageBrief(out, image); break;
+    default:
+      out.Flush();
+      fprintf(stderr, "unrecognized output format: %d\n", static_cast<int>(form));
+      break;
   }
 }
 
 // Prints the row's copy and, for a snapshot copy, the snapshots that belong
 // to it; then the row's fragment. `newCopy` is false for the further rows of
 // a copy already printed.
-void PrintRowRecords(outputform_e form, int recordTypes, bool newCopy,
+void PrintRowRecords(LineWriter& out, outputform_e form, int recordTypes, bool newCopy,
                      const Legacy_ImageView& row, SnapshotTraverser& snapshots) {
   const bool user = form == OUTPUT_USER;
   if (newCopy && row.copy.CopyKey != 0) {
     if (recordTypes & kCopyBit) {
-      user ? PrintCopyUser(row.copy) : PrintCopyShort(row.copy);
+      user ? PrintCopyUser(out, row.copy) : PrintCopyShort(out, row.copy);
     }
     if ((recordTypes & kSnapshotBit) && row.copy.DataFormat == kDataFormatSnapshot) {
       EMM_SnapshotInfo* snap = nullptr;
       for (snapshots.next(snap, &row); snap != nullptr; snapshots.next(snap, &row)) {
-        user ? PrintSnapshotUser(*snap) : PrintSnapshotShort(*snap);
+        user ? PrintSnapshotUser(out, *snap) : PrintSnapshotShort(out, *snap);
       }
     }
   }
   if ((recordTypes & kFragmentBit) && row.fragment.FragmentKey != 0) {
-    user ? PrintFragmentUser(row.fragment) : PrintFragmentShort(row.fragment);
+    user ? PrintFragmentUser(out, row.fragment) : PrintFragmentShort(out, row.fragment);
   }
 }
 
@@ -186,6 +191,9 @@ void List(outputform_e form, const char* lifecycle, const char* destination,
   const RowFilters filters = {lifecycle, destination, imageState, copyState, lifecycleOnly,
                               version,   copyType,    jobId,      policy,    timeRange,
                               time};
+  // Records collect here and reach standard output in large writes; the
+  // writer is flushed before anything goes to standard error.
+  LineWriter out(stdout);
   char previousBackupId[EMM_BACKUPID_SIZE] = "";
   int previousCopy = -1;
   bool anyRows = false;
@@ -194,6 +202,7 @@ void List(outputform_e form, const char* lifecycle, const char* destination,
     unsigned count = kRowsPerFetch;
     status = emmlib_ImageQueryFetchRaw(&EmmCid, 3, query.handle(), &count, rows.get());
     if (status != 0 && status != EMMLIB_END_OF_DATA) {
+      out.Flush();
       PrintMsg(stderr, "SmeSlp0090N", "Error fetching image list, status= %d",
                static_cast<int>(status));
       break;
@@ -207,8 +216,10 @@ void List(outputform_e form, const char* lifecycle, const char* destination,
       const bool sameImage = strcmp(row.image.BackupID, previousBackupId) == 0;
       const bool sameCopy = sameImage && row.copy.CopyNumber == previousCopy;
       if (filters.Passes(row)) {
-        if (!sameImage) PrintImage(form, row.image);
-        if (form != OUTPUT_BRIEF) PrintRowRecords(form, recordTypes, !sameCopy, row, snapshots);
+        if (!sameImage) PrintImage(out, form, row.image);
+        if (form != OUTPUT_BRIEF) {
+          PrintRowRecords(out, form, recordTypes, !sameCopy, row, snapshots);
+        }
       }
       if (!sameImage) {
         size_t length = strnlen(row.image.BackupID, EMM_BACKUPID_SIZE - 1);
@@ -222,6 +233,7 @@ void List(outputform_e form, const char* lifecycle, const char* destination,
     if (status == EMMLIB_END_OF_DATA || ferror(stdout)) break;
   }
 
+  out.Flush();
   if (!anyRows) {
     PrintMsg(stderr, "SmeSlp0290N", "No images or lifecycles matching criteria found.");
   }

@@ -1,9 +1,8 @@
-// The record printers. Each record's layout is a table of fields (label,
-// kind, place in the record) in print order; one walker prints a table in the
-// short form and one in the user form, so the two forms of a record cannot
-// drift apart and adding a field is one row. Lines are assembled with
-// LineWriter: one stdio write per record and no allocation on the short-form
-// path that large listings take.
+// The record printers. A short-form record is one line written field by
+// field, the hot path of large listings: no allocation, no table walk. The
+// user forms are tables of fields (label, kind, place in the record) in print
+// order with one walker, so that adding a field is one row. Lines are
+// assembled with LineWriter.
 #include "catalog/record_printers.h"
 
 #include <cstddef>
@@ -27,6 +26,7 @@ const char kNullShort[] = "*NULL*";
 const char kNullUser[] = "(none specified)";
 const char kBadGuid[] = "improperly formatted GUID";
 const char kRemoteMaster[] = "*Remote*Master*";
+const int kInactiveBit = 8;  // of an image's SLP state
 
 // Names of a numbered value: names[value - first] for first <= value <
 // first + count; any other value prints the number and `fallback`.
@@ -57,22 +57,21 @@ const NameTable kMediaSubTypes = {kMediaSubTypeNames, 0, 7, " (UNKNOWN_STU_SUBTY
 const NameTable kFragmentStates = {kFragmentStateNames, 1, 5, " (INVALID_FRAG_STATE)"};
 
 enum FieldKind : uint8_t {
-  kText,           // empty: "*NULL*" / "(none specified)"
-  kRawText,        // printed unchanged in the short form, also when empty
+  kText,           // empty: "(none specified)"
   kUInt8,
   kInt16,
   kInt32,
   kInt64,
-  kTime,           // user form: the seconds and the local date
-  kNamed16,        // user form: the number and its name
+  kTime,           // the seconds and the local date
+  kNamed16,        // the number and its name
   kNamed32,
   kImageState,     // 32 bits: the state without the inactive bit 8, named
   kInactive,       // 32 bits: "true" when the inactive bit 8 is set
-  kMpx,            // 16 bits: user form adds "(true)" for nonzero
+  kMpx,            // 16 bits: the number and "(true)" for nonzero
   kGuid,           // 16 bytes in text form
-  kClassId,        // user form adds the classification's name
-  kResidence,      // user form: "Remote Master" for the remote-master marker
-  kDestinationId,  // user form: labelled "Target ID" on a remote master
+  kClassId,        // the identifier and the classification's name
+  kResidence,      // "Remote Master" for the remote-master marker
+  kDestinationId,  // labelled "Target ID" on a remote master
 };
 
 struct Field {
@@ -107,35 +106,11 @@ const Field kImageFields[] = {
     IMAGE_FIELD(" Time In Process               : ", kTime, TimeInProcess),
     IMAGE_FIELD(" Data Classification ID        : ", kClassId, DataClassificationID),
     IMAGE_FIELD(" Version Number                : ", kInt32, SLPVersion),
-    IMAGE_FIELD(" OriginMasterServer            : ", kRawText, OriginMasterServer),
+    IMAGE_FIELD(" OriginMasterServer            : ", kText, OriginMasterServer),
     IMAGE_FIELD(" OriginMasterServerID          : ", kGuid, OriginMasterServerID),
     IMAGE_FIELD(" Import From Replica Time      : ", kTime, ImportFromReplicaTime),
     IMAGE_FIELD(" Required Expiration Date      : ", kTime, RequiredExpirationDate),
     IMAGE_FIELD(" Created Date Time             : ", kTime, CreatedDateTime),
-};
-
-// The short copy line holds the expire LC time twice (fields 13 and 15).
-const Field kCopyShortFields[] = {
-    COPY_FIELD(nullptr, kText, MasterServer),
-    COPY_FIELD(nullptr, kText, BackupID),
-    COPY_FIELD(nullptr, kInt32, CopyNumber),
-    COPY_FIELD(nullptr, kInt64, ExpireTime),
-    COPY_FIELD(nullptr, kInt64, TryToKeepTime),
-    COPY_FIELD(nullptr, kText, Residence),
-    COPY_FIELD(nullptr, kInt32, CopyState),
-    COPY_FIELD(nullptr, kInt32, JobID),
-    COPY_FIELD(nullptr, kInt16, RetentionType),
-    COPY_FIELD(nullptr, kInt16, MPXState),
-    COPY_FIELD(nullptr, kInt32, Source),
-    COPY_FIELD(nullptr, kText, DestinationID),
-    COPY_FIELD(nullptr, kInt64, ExpireLCTime),
-    COPY_FIELD(nullptr, kInt64, LastRetryTime),
-    COPY_FIELD(nullptr, kInt64, ExpireLCTime),
-    COPY_FIELD(nullptr, kInt32, RetryCount),
-    COPY_FIELD(nullptr, kInt32, CopyType),
-    COPY_FIELD(nullptr, kInt16, Replica),
-    COPY_FIELD(nullptr, kInt16, DataFormat),
-    COPY_FIELD(nullptr, kInt32, SLPIndex),
 };
 
 const Field kCopyUserFields[] = {
@@ -215,7 +190,7 @@ int64_t NumberOf(const char* record, const Field& f) {
     case kMpx: return Read<int16_t>(record, f);
     case kInt64:
     case kTime: return Read<int64_t>(record, f);
-    case kImageState: return Read<int32_t>(record, f) & ~8;
+    case kImageState: return Read<int32_t>(record, f) & ~kInactiveBit;
     default: return Read<int32_t>(record, f);
   }
 }
@@ -238,23 +213,9 @@ void WriteNamed(LineWriter& w, int64_t value, const NameTable& table) {
   }
 }
 
-void WriteShortValue(LineWriter& w, const char* record, const Field& f) {
-  switch (f.kind) {
-    case kText:
-    case kClassId:
-    case kResidence:
-    case kDestinationId: w.TextOr(TextAt(record, f), kNullShort); break;
-    case kRawText: w.Text(TextAt(record, f)); break;
-    case kInactive: w.Text((Read<int32_t>(record, f) & 8) ? "true" : "false"); break;
-    case kGuid: WriteGuid(w, reinterpret_cast<const unsigned char*>(TextAt(record, f))); break;
-    default: w.Int(NumberOf(record, f)); break;
-  }
-}
-
 void WriteUserValue(LineWriter& w, const char* record, const Field& f) {
   switch (f.kind) {
     case kText:
-    case kRawText:
     case kDestinationId: w.TextOr(TextAt(record, f), kNullUser); break;
     case kResidence: {
       const char* residence = TextAt(record, f);
@@ -279,29 +240,21 @@ void WriteUserValue(LineWriter& w, const char* record, const Field& f) {
       w.Int(mpx).Text(mpx != 0 ? " (true)" : " (false)");
       break;
     }
-    default: WriteShortValue(w, record, f); break;
+    case kInactive: w.Text((Read<int32_t>(record, f) & kInactiveBit) ? "true" : "false"); break;
+    case kGuid: WriteGuid(w, reinterpret_cast<const unsigned char*>(TextAt(record, f))); break;
+    default: w.Int(NumberOf(record, f)); break;
   }
 }
 
-// "V7.6.0", the record letter between blanks, the fields separated by one
-// blank, a newline.
-template <size_t N>
-void PrintShort(FILE* out, const char* letter, const void* record, const Field (&fields)[N]) {
-  const char* base = static_cast<const char*>(record);
-  LineWriter w(out);
-  w.Text(kVersion).Text(letter);
-  for (size_t i = 0; i < N; ++i) {
-    if (i != 0) w.Char(' ');
-    WriteShortValue(w, base, fields[i]);
-  }
-  w.Char('\n');
-}
+// Short-form values: a text ("*NULL*" when empty) or a number, each after the
+// blank that separates it from the field before.
+LineWriter& Value(LineWriter& w, const char* text) { return w.Char(' ').TextOr(text, kNullShort); }
+LineWriter& Value(LineWriter& w, int64_t number) { return w.Char(' ').Int(number); }
 
 // The heading line, one labelled line per field, an empty line.
 template <size_t N>
-void PrintUser(FILE* out, const char* heading, const void* record, const Field (&fields)[N]) {
+void PrintUser(LineWriter& w, const char* heading, const void* record, const Field (&fields)[N]) {
   const char* base = static_cast<const char*>(record);
-  LineWriter w(out);
   w.Text(heading).Char('\n');
   for (const Field& f : fields) {
     const char* label = f.label;
@@ -335,38 +288,88 @@ DataClasses ReadDataClasses() {
 
 }  // namespace
 
-void PrintImageShort(const EMM_Image& image, FILE* out) {
-  PrintShort(out, " I ", &image, kImageFields);
+void PrintImageShort(LineWriter& w, const EMM_Image& image) {
+  w.Text(kVersion).Text(" I ").TextOr(image.MasterServer, kNullShort);
+  Value(w, image.BackupID);
+  Value(w, image.ClientName);
+  Value(w, image.BackupTime);
+  Value(w, image.PolicyName);
+  Value(w, image.ClientType);
+  Value(w, image.ScheduleType);
+  Value(w, image.SLPName);
+  Value(w, image.SLPState & ~kInactiveBit);
+  w.Text((image.SLPState & kInactiveBit) ? " true" : " false");
+  Value(w, image.TimeInProcess);
+  Value(w, image.DataClassificationID);
+  Value(w, image.SLPVersion);
+  w.Char(' ').Text(image.OriginMasterServer);  // unchanged, also when empty
+  WriteGuid(w.Char(' '), image.OriginMasterServerID);
+  Value(w, image.ImportFromReplicaTime);
+  Value(w, image.RequiredExpirationDate);
+  Value(w, image.CreatedDateTime).Char('\n');
 }
 
-void PrintImageUser(const EMM_Image& image, FILE* out) {
-  PrintUser(out, "Image:", &image, kImageFields);
+void PrintImageUser(LineWriter& w, const EMM_Image& image) {
+  PrintUser(w, "Image:", &image, kImageFields);
 }
 
-void PrintImageBrief(const EMM_Image& image, FILE* out) {
-  LineWriter w(out);
+void PrintImageBrief(LineWriter& w, const EMM_Image& image) {
   w.TextOr(image.BackupID, kNullShort).Char('\n');
 }
 
-void PrintCopyShort(const EMM_ImageCopy& copy, FILE* out) {
-  PrintShort(out, " C ", &copy, kCopyShortFields);
+// The expire LC time stands twice: fields 13 and 15.
+void PrintCopyShort(LineWriter& w, const EMM_ImageCopy& copy) {
+  w.Text(kVersion).Text(" C ").TextOr(copy.MasterServer, kNullShort);
+  Value(w, copy.BackupID);
+  Value(w, copy.CopyNumber);
+  Value(w, copy.ExpireTime);
+  Value(w, copy.TryToKeepTime);
+  Value(w, copy.Residence);
+  Value(w, copy.CopyState);
+  Value(w, copy.JobID);
+  Value(w, copy.RetentionType);
+  Value(w, copy.MPXState);
+  Value(w, copy.Source);
+  Value(w, copy.DestinationID);
+  Value(w, copy.ExpireLCTime);
+  Value(w, copy.LastRetryTime);
+  Value(w, copy.ExpireLCTime);
+  Value(w, copy.RetryCount);
+  Value(w, copy.CopyType);
+  Value(w, copy.Replica);
+  Value(w, copy.DataFormat);
+  Value(w, copy.SLPIndex).Char('\n');
 }
 
-void PrintCopyUser(const EMM_ImageCopy& copy, FILE* out) {
-  PrintUser(out, " Copy:", &copy, kCopyUserFields);
+void PrintCopyUser(LineWriter& w, const EMM_ImageCopy& copy) {
+  PrintUser(w, " Copy:", &copy, kCopyUserFields);
 }
 
-void PrintFragmentShort(const EMM_ImageFragment& fragment, FILE* out) {
-  PrintShort(out, " F ", &fragment, kFragmentFields);
+void PrintFragmentShort(LineWriter& w, const EMM_ImageFragment& fragment) {
+  w.Text(kVersion).Text(" F ").TextOr(fragment.MasterServer, kNullShort);
+  Value(w, fragment.BackupID);
+  Value(w, fragment.CopyNumber);
+  Value(w, fragment.FragmentNumber);
+  Value(w, fragment.ResumeCount);
+  Value(w, fragment.MediaID);
+  Value(w, fragment.MediaServer);
+  Value(w, fragment.StorageServer);
+  Value(w, fragment.MediaType);
+  Value(w, fragment.MediaSubType);
+  Value(w, fragment.FragmentState);
+  Value(w, fragment.FragmentSize);
+  Value(w, fragment.DeleteHeader);
+  Value(w, fragment.FragmentID);
+  Value(w, fragment.SnapMountHost);
+  Value(w, fragment.MediaDescription).Char('\n');
 }
 
-void PrintFragmentUser(const EMM_ImageFragment& fragment, FILE* out) {
-  PrintUser(out, "   Fragment:", &fragment, kFragmentFields);
+void PrintFragmentUser(LineWriter& w, const EMM_ImageFragment& fragment) {
+  PrintUser(w, "   Fragment:", &fragment, kFragmentFields);
 }
 
 // The five texts after the copy number are each followed by two blanks.
-void PrintSnapshotShort(const EMM_SnapshotInfo& snapshot, FILE* out) {
-  LineWriter w(out);
+void PrintSnapshotShort(LineWriter& w, const EMM_SnapshotInfo& snapshot) {
   w.Text(kVersion).Text(" S ").TextOr(snapshot.BackupID, kNullShort).Char(' ');
   w.Int(snapshot.CopyNumber).Char(' ');
   for (const char* text : {snapshot.StorageServerName, snapshot.StorageServerType,
@@ -377,9 +380,26 @@ void PrintSnapshotShort(const EMM_SnapshotInfo& snapshot, FILE* out) {
   w.Char('\n');
 }
 
-void PrintSnapshotUser(const EMM_SnapshotInfo& snapshot, FILE* out) {
-  PrintUser(out, "   Snapshot : ", &snapshot, kSnapshotFields);
+void PrintSnapshotUser(LineWriter& w, const EMM_SnapshotInfo& snapshot) {
+  PrintUser(w, "   Snapshot : ", &snapshot, kSnapshotFields);
 }
+
+// The stream forms: one writer per record.
+#define STREAM_PRINTER(name, Record)              \
+  void name(const Record& record, FILE* out) {    \
+    LineWriter w(out);                            \
+    name(w, record);                              \
+  }
+STREAM_PRINTER(PrintImageShort, EMM_Image)
+STREAM_PRINTER(PrintImageUser, EMM_Image)
+STREAM_PRINTER(PrintImageBrief, EMM_Image)
+STREAM_PRINTER(PrintCopyShort, EMM_ImageCopy)
+STREAM_PRINTER(PrintCopyUser, EMM_ImageCopy)
+STREAM_PRINTER(PrintFragmentShort, EMM_ImageFragment)
+STREAM_PRINTER(PrintFragmentUser, EMM_ImageFragment)
+STREAM_PRINTER(PrintSnapshotShort, EMM_SnapshotInfo)
+STREAM_PRINTER(PrintSnapshotUser, EMM_SnapshotInfo)
+#undef STREAM_PRINTER
 
 std::string ConvClassIDtoClassName(const char* classId) {
   static const DataClasses classes = ReadDataClasses();

@@ -4,8 +4,10 @@
 // form (a heading and one labelled line per field, empty texts as
 // "(none specified)", times with their local date, numbers of the catalog's
 // enumerations with their names) or, for images, the brief form (the backup
-// ID alone). Each call writes its whole record in one piece to `out`
-// (standard output unless a caller names another stream).
+// ID alone). Each printer comes in two kinds: one writes its whole record in
+// one piece to a stream (standard output unless a caller names another);
+// the other appends the record to a caller's LineWriter, for listings that
+// print many records in a row.
 #ifndef CATALOG_RECORD_PRINTERS_H_
 #define CATALOG_RECORD_PRINTERS_H_
 
@@ -13,19 +15,27 @@
 #include <string>
 
 #include "platform/emmlib/emm_records.h"
+#include "util/line_writer.h"
 
 void PrintImageShort(const EMM_Image& image, FILE* out = stdout);
 void PrintImageUser(const EMM_Image& image, FILE* out = stdout);
 void PrintImageBrief(const EMM_Image& image, FILE* out = stdout);
-
 void PrintCopyShort(const EMM_ImageCopy& copy, FILE* out = stdout);
 void PrintCopyUser(const EMM_ImageCopy& copy, FILE* out = stdout);
-
 void PrintFragmentShort(const EMM_ImageFragment& fragment, FILE* out = stdout);
 void PrintFragmentUser(const EMM_ImageFragment& fragment, FILE* out = stdout);
-
 void PrintSnapshotShort(const EMM_SnapshotInfo& snapshot, FILE* out = stdout);
 void PrintSnapshotUser(const EMM_SnapshotInfo& snapshot, FILE* out = stdout);
+
+void PrintImageShort(Orvantic::Stashwell::LineWriter& w, const EMM_Image& image);
+void PrintImageUser(Orvantic::Stashwell::LineWriter& w, const EMM_Image& image);
+void PrintImageBrief(Orvantic::Stashwell::LineWriter& w, const EMM_Image& image);
+void PrintCopyShort(Orvantic::Stashwell::LineWriter& w, const EMM_ImageCopy& copy);
+void PrintCopyUser(Orvantic::Stashwell::LineWriter& w, const EMM_ImageCopy& copy);
+void PrintFragmentShort(Orvantic::Stashwell::LineWriter& w, const EMM_ImageFragment& fragment);
+void PrintFragmentUser(Orvantic::Stashwell::LineWriter& w, const EMM_ImageFragment& fragment);
+void PrintSnapshotShort(Orvantic::Stashwell::LineWriter& w, const EMM_SnapshotInfo& snapshot);
+void PrintSnapshotUser(Orvantic::Stashwell::LineWriter& w, const EMM_SnapshotInfo& snapshot);
 
 // " (<name>)" of the data classification whose identifier is `classId`, or
 // the empty text when there is none or the classifications cannot be read.

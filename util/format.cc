@@ -7,7 +7,10 @@
 #include <ace/Time_Value.h>
 
 #include <cstdlib>
+#include <cstring>
 #include <ctime>
+
+#include "platform/swlogger.h"
 
 namespace Orvantic {
 namespace Stashwell {
@@ -66,6 +69,17 @@ void AppendPadded(std::string& out, long long value, size_t width) {
 
 const int64_t kSecondsPerYear = 31536000;  // 365 days: durations lie below
 
+// Writes `text`, followed by "(<this file>:<line>)", to the default unified
+// logger when there is one and its verbosity reaches `level`.
+void LogParse(int level, const std::string& text, int line) {
+  SWLogger* logger = SWLogger::s_default;
+  if (logger == nullptr || logger->verbose < level) return;
+  const char* file = strrchr(__FILE__, '/');
+  std::string full = text + "(" + (file != nullptr ? file + 1 : __FILE__) + ":" +
+                     std::to_string(line) + ")";
+  logger->logDebug("ParseBackupId", level, full.c_str());
+}
+
 }  // namespace
 
 const char* FormatImageState(int value) { return Lookup(emmcommon_ss_image_state_str, value); }
@@ -84,12 +98,22 @@ std::string FormatSlpOperationsMask(uint32_t mask) {
 }
 
 int ParseBackupId(const std::string& backupId, int64_t& backupTime, std::string& clientName) {
+  LogParse(4, "parsing backupid = " + backupId, __LINE__);
   size_t underscore = backupId.rfind('_');
-  if (underscore == std::string::npos) return 20;
-  if (underscore + 1 == backupId.size()) return 20;
+  if (underscore == std::string::npos) {
+    LogParse(1, backupId + "is not a backupid. No '_' present.", __LINE__);
+    return 20;
+  }
+  if (underscore + 1 == backupId.size()) {
+    LogParse(1, backupId + "is not a backupid. Nothing after '_'", __LINE__);
+    return 20;
+  }
   backupTime = strtoll(backupId.c_str() + underscore + 1, nullptr, 10);
   clientName.assign(backupId, 0, underscore);
-  if (clientName.empty()) return 20;
+  if (clientName.empty()) {
+    LogParse(1, backupId + "is not a backupid. nothing before '_'", __LINE__);
+    return 20;
+  }
   return 0;
 }
 

@@ -4,21 +4,37 @@
 namespace Orvantic {
 namespace Stashwell {
 
-LineWriter& LineWriter::UInt(uint64_t value) {
-  char digits[20];
-  char* p = digits + sizeof digits;
-  do {
-    *--p = static_cast<char>('0' + value % 10);
-    value /= 10;
-  } while (value != 0);
-  return Text(p, static_cast<size_t>(digits + sizeof digits - p));
-}
-
-LineWriter& LineWriter::Int(int64_t value) {
-  if (value >= 0) return UInt(static_cast<uint64_t>(value));
-  Char('-');
-  // Negated in unsigned arithmetic, so that INT64_MIN needs no special case.
-  return UInt(0 - static_cast<uint64_t>(value));
+LineWriter& LineWriter::Digits(uint64_t value) {
+  // Two digits per step from a table of "00".."99", written in place from
+  // the last digit back.
+  static const char kPairs[] =
+      "00010203040506070809101112131415161718192021222324252627282930313233343536373839"
+      "40414243444546474849505152535455565758596061626364656667686970717273747576777879"
+      "8081828384858687888990919293949596979899";
+  size_t count = 2;
+  for (uint64_t rest = value / 100;; rest /= 10000, count += 4) {
+    if (rest < 1) break;
+    if (rest < 10) { count += 1; break; }
+    if (rest < 100) { count += 2; break; }
+    if (rest < 1000) { count += 3; break; }
+  }
+  if (count > static_cast<size_t>(buffer_ + kSize - end_)) Flush();
+  char* p = end_ + count;
+  end_ = p;
+  while (value >= 100) {
+    const size_t pair = static_cast<size_t>(value % 100) * 2;
+    value /= 100;
+    *--p = kPairs[pair + 1];
+    *--p = kPairs[pair];
+  }
+  if (value >= 10) {
+    const size_t pair = static_cast<size_t>(value) * 2;
+    *--p = kPairs[pair + 1];
+    *--p = kPairs[pair];
+  } else {
+    *--p = static_cast<char>('0' + value);
+  }
+  return *this;
 }
 
 void LineWriter::Flush() {

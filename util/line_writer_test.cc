@@ -26,25 +26,26 @@ std::string Captured(F write) {
 }
 
 TEST(LineWriterTest, Numbers) {
-  EXPECT_EQ("0 -1 -9223372036854775808 9223372036854775807 18446744073709551615",
+  EXPECT_EQ("0 7 10 99 100 1005 -1 -9223372036854775808 9223372036854775807 "
+            "18446744073709551615",
             Captured([](FILE* out) {
               LineWriter w(out);
-              w.Int(0).Char(' ').Int(-1).Char(' ').Int(INT64_MIN).Char(' ');
-              w.Int(INT64_MAX).Char(' ').UInt(UINT64_MAX);
+              for (int64_t v : {0, 7, 10, 99, 100, 1005, -1}) w.Int(v).Char(' ');
+              w.Int(INT64_MIN).Char(' ').Int(INT64_MAX).Char(' ').UInt(UINT64_MAX);
             }));
 }
 
 TEST(LineWriterTest, LongRecordsStayWholeAndInOrder) {
-  const std::string block(3000, 'b');
-  const std::string huge(10000, 'h');
+  const std::string block(30000, 'b');
+  const std::string huge(100000, 'h');
   std::string expected;
   for (int i = 0; i < 3; ++i) expected += block + "|";
-  expected += huge + "|" + std::string(5000, 'c') + "\n";
+  expected += huge + "|" + std::string(70000, 'c') + "\n";
   EXPECT_EQ(expected, Captured([&](FILE* out) {
               LineWriter w(out);
               for (int i = 0; i < 3; ++i) w.Text(block.c_str()).Char('|');
               w.Text(huge.c_str()).Char('|');
-              for (int i = 0; i < 5000; ++i) w.Char('c');
+              for (int i = 0; i < 70000; ++i) w.Char('c');
               w.Char('\n');
             }));
 }
