@@ -50,13 +50,6 @@ TEST(LineWriterTest, LongRecordsStayWholeAndInOrder) {
             }));
 }
 
-TEST(LineWriterTest, TextOrSubstitutesEmptyText) {
-  EXPECT_EQ("x *NULL*", Captured([](FILE* out) {
-              LineWriter w(out);
-              w.TextOr("x", "*NULL*").Char(' ').TextOr("", "*NULL*");
-            }));
-}
-
 }  // namespace
 }  // namespace Stashwell
 }  // namespace Orvantic

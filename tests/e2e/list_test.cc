@@ -260,29 +260,21 @@ TEST_F(ListTest, TimeRangeAtABackupTime) {
   EXPECT_EQ("I beta_1700000001\n", Keys(List({"-rt", "I", "-after", "11/14/2023 22:13:21"}).out));
 }
 
-TEST_F(ListTest, RowsThatAllFailTheFiltersPrintNothing) {
-  AddCopy(AddImage("alpha", 1000, "PolicyName = 'pol1', StorageServiceName = 'slp1'"), 1);
-  AddCopy(AddImage("beta", 2000, "PolicyName = 'pol1'"), 1);
-  for (const std::vector<std::string>& args : std::vector<std::vector<std::string>>{
-           {"-policy", "other"}, {"-lifecycle", "slp1", "-version", "7"}, {"-jobid", "5"}}) {
+TEST_F(ListTest, NothingToPrint) {
+  auto expect = [this](const std::vector<std::string>& args, const std::string& err) {
     e2e::Result r = List(args);
-    EXPECT_EQ("", r.out) << args[0];
-    EXPECT_EQ("", r.err) << args[0];
-    EXPECT_EQ(0, r.status) << args[0];
-  }
-}
-
-TEST_F(ListTest, NothingFoundInTheCatalog) {
-  e2e::Result r = List({});
-  EXPECT_EQ("", r.out);
-  EXPECT_EQ(kNoImages, r.err);
-  EXPECT_EQ(0, r.status);
-
-  AddCopy(AddImage("alpha", 1000), 1);
-  r = List({"-client", "nobody"});
-  EXPECT_EQ("", r.out);
-  EXPECT_EQ(kNoImages, r.err);
-  EXPECT_EQ(0, r.status);
+    EXPECT_EQ("", r.out) << (args.empty() ? "" : args[0]);
+    EXPECT_EQ(err, r.err) << (args.empty() ? "" : args[0]);
+    EXPECT_EQ(0, r.status);
+  };
+  // An empty catalog, and a query that returns no row.
+  expect({}, kNoImages);
+  AddCopy(AddImage("alpha", 1000, "PolicyName = 'pol1', StorageServiceName = 'slp1'"), 1);
+  expect({"-client", "nobody"}, kNoImages);
+  // Rows that all fail the filters print nothing at all.
+  expect({"-policy", "other"}, "");
+  expect({"-lifecycle", "slp1", "-version", "7"}, "");
+  expect({"-jobid", "5"}, "");
 }
 
 TEST_F(ListTest, SnapshotsUnderTheirCopies) {
@@ -352,13 +344,10 @@ TEST_F(ListFilterTest, SelectImagesAndCopies) {
        "I a_1000\nC a_1000 1\nC a_1000 2\nI b_2000\nC b_2000 1\nI c_3000\nC c_3000 1\n"},
       {{"-lifecycle", "slp1", "-version", "2"}, "I b_2000\nC b_2000 1\n"},
       {{"-policy", "pol1"}, "I a_1000\nC a_1000 1\nC a_1000 2\nI c_3000\nC c_3000 1\n"},
-      {{"-client", "c"}, "I c_3000\nC c_3000 1\n"},
-      {{"-backupid", "b_2000"}, "I b_2000\nC b_2000 1\n"},
       // Copy 1 of a fails the copy filters but is a's first row: a's image line
       // is not printed for its later copies either.
       {{"-jobid", "77"}, "C a_1000 2\nI d_4000\nC d_4000 1\n"},
       {{"-image_state", "3"}, "I b_2000\nC b_2000 1\n"},
-      {{"-image_state", "9"}, "I c_3000\nC c_3000 1\n"},
       {{"-image_incomplete"}, "I a_1000\nC a_1000 1\nC a_1000 2\nI c_3000\nC c_3000 1\n"
                               "I d_4000\nC d_4000 1\n"},
       {{"-image_inactive"}, "I c_3000\nC c_3000 1\n"},
@@ -366,10 +355,7 @@ TEST_F(ListFilterTest, SelectImagesAndCopies) {
       {{"-copy_incomplete"}, "C a_1000 2\nI c_3000\nC c_3000 1\nI d_4000\nC d_4000 1\n"},
       {{"-copy_inactive"}, "I c_3000\nC c_3000 1\n"},
       {{"-copy_type", "duplicate"}, "I a_1000\nC a_1000 2\n"},
-      {{"-copy_type", "0"}, "I a_1000\nC a_1000 1\nI b_2000\nC b_2000 1\nI c_3000\nC c_3000 1\n"
-                            "I d_4000\nC d_4000 1\n"},
       {{"-destination", "tape_stu"}, "C a_1000 2\n"},
-      {{"-mediaid", "A00001"}, "I a_1000\nC a_1000 1\nC a_1000 2\n"},
       {{"-frag_state", "3"}, "I b_2000\nC b_2000 1\n"},
   };
   for (const Case& c : cases) {
