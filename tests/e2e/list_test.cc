@@ -277,6 +277,22 @@ TEST_F(ListTest, NothingToPrint) {
   expect({"-jobid", "5"}, "");
 }
 
+TEST_F(ListTest, CatalogQueryFailures) {
+  AddCopy(AddImage("alpha", 1000), 1);
+  // Without the snapshot table only the snapshots are lost.
+  root_.Sql("DROP TABLE DBM_ImageSnapshot;");
+  e2e::Result r = List({"-rt", "ICFS"});
+  EXPECT_EQ("I alpha_1000\nC alpha_1000 1\n", Keys(r.out));
+  EXPECT_EQ(0u, r.err.find("Error querying snapshot list, status= 20070")) << r.err;
+  EXPECT_EQ(0, r.status);
+  // Without the fragment table the image query itself fails.
+  root_.Sql("DROP TABLE DBM_ImageFragment;");
+  r = List({});
+  EXPECT_EQ("", r.out);
+  EXPECT_EQ(0u, r.err.find("Error querying image list, status= 20070")) << r.err;
+  EXPECT_EQ(0, r.status);
+}
+
 TEST_F(ListTest, SnapshotsUnderTheirCopies) {
   // early is not listed, so its snapshot sorts before every listed copy.
   AddSnapshot(AddCopy(AddImage("early", 500, "PolicyName = 'other'"), 1, "DataFormat = 2"),
