@@ -45,12 +45,6 @@ const char* const kIfExistsContext[] = {"TABLE", "INDEX", "VIEW", "TRIGGER"};
 
 const char* const kCompoundOperators[] = {"UNION", "EXCEPT", "INTERSECT"};
 
-// Columns that hold date-times. The catalog stores them as text
-// 'YYYY-MM-DD HH:MM:SS' in some tables and as seconds since 1970 in others;
-// compared with a number they are compared by their seconds since 1970.
-const char* const kDateTimeColumns[] = {"CreatedDateTime", "LastRetryTime"};
-const char kEpochSecondsOpen[] = "DATEDIFF('SECOND', '1970-01-01 00:00:00', ";
-
 template <size_t N>
 bool InList(std::string_view name, const char* const (&list)[N]) {
   for (const char* item : list) {
@@ -74,7 +68,6 @@ class Translator {
     QuoteDateParts();
     RewriteIfExpressions();
     UnwrapCompoundOperands();
-    CompareDateTimesAsSeconds();
     std::string result;
     for (const std::string& piece : out_) result += piece;
     return result;
@@ -171,51 +164,6 @@ class Translator {
       size_t q = p + 1;
       if (At(q).IsWord("ALL") || At(q).IsWord("DISTINCT")) ++q;
       if (At(q).IsPunct('(') && At(q + 1).IsWord("SELECT")) UnwrapSelect(q);
-    }
-  }
-
-  static bool IsComparisonChar(const SqlToken& t) {
-    return t.kind == SqlTokenKind::kPunct && t.text.size() == 1 &&
-           (t.text[0] == '<' || t.text[0] == '>' || t.text[0] == '=' || t.text[0] == '!');
-  }
-  static bool IsScalarOperand(const SqlToken& t) {
-    return t.kind == SqlTokenKind::kParameter || t.kind == SqlTokenKind::kNumber;
-  }
-
-  // True when the column at p is compared, to its right, with a parameter or
-  // a number (or is the left side of BETWEEN).
-  bool ComparedOnRight(size_t p) const {
-    size_t q = p + 1;
-    if (At(q).IsWord("BETWEEN") || (At(q).IsWord("NOT") && At(q + 1).IsWord("BETWEEN"))) {
-      return true;
-    }
-    if (!IsComparisonChar(At(q))) return false;
-    while (IsComparisonChar(At(q))) ++q;
-    if (At(q).IsPunct('-') || At(q).IsPunct('+')) ++q;
-    return IsScalarOperand(At(q));
-  }
-
-  // The same with the parameter or number to the left of the column that
-  // starts at p.
-  bool ComparedOnLeft(size_t p) const {
-    if (p < 2 || !IsComparisonChar(At(p - 1))) return false;
-    size_t q = p - 1;
-    while (q > 0 && IsComparisonChar(At(q))) --q;
-    return IsScalarOperand(At(q));
-  }
-
-  void CompareDateTimesAsSeconds() {
-    bool inSetList = false;  // "col = value" there is an assignment
-    for (size_t p = 0; p < sig_.size(); ++p) {
-      if (At(p).IsWord("SET")) inSetList = true;
-      if (At(p).IsWord("WHERE") || At(p).IsWord("FROM")) inSetList = false;
-      if (inSetList) continue;
-      if (!IsName(At(p)) || !InList(At(p).IdentifierName(), kDateTimeColumns)) continue;
-      if (At(p + 1).IsPunct('.')) continue;  // a qualifier, not the column
-      const size_t start = (p >= 2 && At(p - 1).IsPunct('.') && IsName(At(p - 2))) ? p - 2 : p;
-      if (!ComparedOnRight(p) && !ComparedOnLeft(start)) continue;
-      Out(start) = kEpochSecondsOpen + Out(start);
-      Out(p) += ")";
     }
   }
 

@@ -12,8 +12,6 @@
 //                                                       [WHEN c2 THEN b] ELSE d END
 //   ... EXCEPT (SELECT ...)                         ->  ... EXCEPT SELECT ...
 //   (also UNION [ALL], INTERSECT, and a parenthesized first operand)
-//   col < ? (col a date-time column, compared with  ->  DATEDIFF('SECOND',
-//   a parameter or a number)                            '1970-01-01 00:00:00', col) < ?
 //
 // STRING(...), UPPER, AS aliases and case-insensitive names need no rewrite:
 // STRING is registered as a function, the rest is native to SQLite.

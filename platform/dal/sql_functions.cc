@@ -1,12 +1,12 @@
 // DATEDIFF, DATEADD and STRING for SQLite, with the UTC calendar arithmetic
-// they need (days from a civil date and back, valid for years 0 to 9999).
+// that reading a date-time text needs (days from a civil date, valid for
+// years 0 to 9999).
 #include "platform/dal/sql_functions.h"
 
 #include <sqlite3.h>
 
 #include <cctype>
-#include <cinttypes>
-#include <cstdio>
+#include <string>
 
 #include "platform/dal/sql_tokenizer.h"
 
@@ -47,18 +47,6 @@ int64_t DaysFromCivil(int64_t y, int64_t m, int64_t d) {
   const int64_t doy = (153 * (m + (m > 2 ? -3 : 9)) + 2) / 5 + d - 1;
   const int64_t doe = yoe * 365 + yoe / 4 - yoe / 100 + doy;
   return era * 146097 + doe - 719468;
-}
-
-void CivilFromDays(int64_t z, int64_t* y, int64_t* m, int64_t* d) {
-  z += 719468;
-  const int64_t era = FloorDiv(z, 146097);
-  const int64_t doe = z - era * 146097;
-  const int64_t yoe = (doe - doe / 1460 + doe / 36524 - doe / 146096) / 365;
-  const int64_t doy = doe - (365 * yoe + yoe / 4 - yoe / 100);
-  const int64_t mp = (5 * doy + 2) / 153;
-  *d = doy - (153 * mp + 2) / 5 + 1;
-  *m = mp < 10 ? mp + 3 : mp - 9;
-  *y = yoe + era * 400 + (*m <= 2);
 }
 
 bool IsLeap(int64_t y) { return (y % 4 == 0 && y % 100 != 0) || y % 400 == 0; }
@@ -134,9 +122,7 @@ void DateAdd(sqlite3_context* ctx, int, sqlite3_value** argv) {
       __builtin_add_overflow(base, offset, &result)) {
     return sqlite3_result_error(ctx, "DATEADD: result out of range", -1);
   }
-  if (sqlite3_value_type(argv[2]) != SQLITE_TEXT) return sqlite3_result_int64(ctx, result);
-  const std::string text = FormatDateTime(result);
-  sqlite3_result_text(ctx, text.c_str(), static_cast<int>(text.size()), SQLITE_TRANSIENT);
+  sqlite3_result_int64(ctx, result);
 }
 
 void StringConcat(sqlite3_context* ctx, int argc, sqlite3_value** argv) {
@@ -191,18 +177,6 @@ bool ParseDateTime(std::string_view s, int64_t* seconds) {
   if (d > kMonthDays[mo - 1] + (mo == 2 && IsLeap(y) ? 1 : 0)) return false;
   *seconds = DaysFromCivil(y, mo, d) * 86400 + h * 3600 + mi * 60 + sec;
   return true;
-}
-
-std::string FormatDateTime(int64_t seconds) {
-  const int64_t days = FloorDiv(seconds, 86400);
-  const int64_t rest = seconds - days * 86400;
-  int64_t y, m, d;
-  CivilFromDays(days, &y, &m, &d);
-  char buf[128];
-  snprintf(buf, sizeof buf,
-           "%04" PRId64 "-%02" PRId64 "-%02" PRId64 " %02" PRId64 ":%02" PRId64 ":%02" PRId64, y, m,
-           d, rest / 3600, rest / 60 % 60, rest % 60);
-  return buf;
 }
 
 int RegisterDialectFunctions(sqlite3* db) {

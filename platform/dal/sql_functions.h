@@ -3,11 +3,12 @@
 // argument, see sql_dialect.h):
 //
 //   DATEDIFF(part, a, b)  number of `part` boundaries from a to b; a and b
-//                         are date-times: text 'YYYY-MM-DD[ HH:MM[:SS[.fff]]]'
-//                         (UTC, also with 'T' and a trailing 'Z') or seconds
-//                         since 1970 as a number. NULL when a or b is NULL.
-//   DATEADD(part, n, d)   d moved by n parts: text 'YYYY-MM-DD HH:MM:SS' when
-//                         d is text, a number of seconds when d is a number.
+//                         are date-times: seconds since 1970 as a number (the
+//                         catalog's form) or text 'YYYY-MM-DD[ HH:MM[:SS[.fff]]]'
+//                         (UTC, also with 'T' and a trailing 'Z'). NULL when
+//                         a or b is NULL.
+//   DATEADD(part, n, d)   d moved by n parts, as seconds since 1970 (the
+//                         catalog's form), whether d is a number or a text.
 //   STRING(a, ...)        the texts of the arguments joined, numbers in
 //                         decimal, NULLs left out; NULL when all are NULL.
 //
@@ -17,7 +18,6 @@
 #define PLATFORM_DAL_SQL_FUNCTIONS_H_
 
 #include <cstdint>
-#include <string>
 #include <string_view>
 
 struct sqlite3;
@@ -30,9 +30,6 @@ int RegisterDialectFunctions(sqlite3* db);
 
 // Seconds since 1970 of a UTC date-time text; false when it is not one.
 bool ParseDateTime(std::string_view text, int64_t* seconds);
-
-// 'YYYY-MM-DD HH:MM:SS' (UTC) of seconds since 1970.
-std::string FormatDateTime(int64_t seconds);
 
 }  // namespace Dal
 }  // namespace Corvela

@@ -52,7 +52,7 @@ TEST(ImageQuery, RowsComeInListingOrderWithEveryPart) {
   // and fragment numbers reversed.
   int64_t late = cat.AddImage("zeta", 2000, "PolicyName = 'pol', StorageServiceName = 'slp1',"
                                            " StorageServiceState = 2, StorageServiceIsInactive = 1,"
-                                           " CreatedDateTime = '2001-09-09 01:46:40'");
+                                           " CreatedDateTime = 1000000000");
   int64_t c2 = cat.AddCopy(late, 2, "CopyType = 1, Residence = 'tape_stu', CopyState = 3");
   int64_t c1 = cat.AddCopy(late, 1, "ExpireTime = 99, DataFormat = 2");
   cat.AddFragment(c1, 2, "MediaID = 'A00002', FragmentSize = 20");

@@ -65,7 +65,7 @@ void ReadImage(sqlite3_stmt* st, Connection* connection, EMM_Image* image) {
   memset(image->OriginMasterServerID + guidLen, 0, sizeof image->OriginMasterServerID - guidLen);
   image->ImportFromReplicaTime = Int64(st, 16);
   image->RequiredExpirationDate = Int64(st, 17);
-  image->CreatedDateTime = ColumnDateTime(st, 18);
+  image->CreatedDateTime = Int64(st, 18);
   image->copies = nullptr;
   image->next = nullptr;
 }

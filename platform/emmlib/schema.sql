@@ -7,12 +7,11 @@
 --  * Keys assigned by the database are INTEGER PRIMARY KEY (rowid aliases).
 --  * Texts are NOT NULL DEFAULT '' so that a reader never meets NULL for an
 --    empty text; numbers default to 0.
---  * Times of backups, copies and fragments (BackupTime, ExpireTime,
---    LastRetryTime of a copy, ...) are integers: seconds since 1970 (UTC).
---  * Date-time columns that statements read through DATEDIFF(SECOND,
---    '1970-01-01 00:00:00', x) or set through DATEADD (CreatedDateTime, the
---    LastRetryTime of an outgoing notification) are text
---    'YYYY-MM-DD HH:MM:SS' in UTC, set to the current time by default.
+--  * Every time and date-time is an integer: seconds since 1970 (UTC).
+--    That holds for the times of backups, copies and fragments (BackupTime,
+--    ExpireTime, ...) and for the date-times that statements read through
+--    DATEDIFF(SECOND, '1970-01-01 00:00:00', x) or set through DATEADD
+--    (CreatedDateTime, LastRetryTime), which default to the current time.
 --  * GUIDs are 16-byte blobs.
 --  * The backup id of an image is derived: client name, '_', backup time.
 --
@@ -97,7 +96,7 @@ CREATE TABLE DBM_Image (
   HasDependees                 INTEGER NOT NULL DEFAULT 0,
   JobID                        INTEGER NOT NULL DEFAULT 0,
   ImageAttribute               INTEGER NOT NULL DEFAULT 0,
-  CreatedDateTime              TEXT    NOT NULL DEFAULT (datetime('now'))
+  CreatedDateTime              INTEGER NOT NULL DEFAULT (unixepoch())
 );
 -- The listing order: images of one master by backup time and backup id.
 CREATE INDEX DBM_Image_Listing ON DBM_Image (MasterServerKey, BackupTime, BackupID);
@@ -181,7 +180,7 @@ CREATE TABLE DBM_ImageReplicationDestination (
   TargetMachineKey             INTEGER NOT NULL,
   VolumeInfo                   TEXT    NOT NULL DEFAULT '',
   RemoteMasterServer           TEXT    NOT NULL DEFAULT '',
-  CreatedDateTime              TEXT    NOT NULL DEFAULT (datetime('now'))
+  CreatedDateTime              INTEGER NOT NULL DEFAULT (unixepoch())
 );
 CREATE INDEX DBM_ImageReplicationDestination_Copy ON DBM_ImageReplicationDestination (ImageCopyKey);
 CREATE INDEX DBM_ImageReplicationDestination_Target ON DBM_ImageReplicationDestination (TargetMachineKey, VolumeInfo);
@@ -199,7 +198,7 @@ CREATE TABLE DBM_DeletedFragment (
   MediaType                    INTEGER NOT NULL DEFAULT 0,
   MediaSubType                 INTEGER NOT NULL DEFAULT 0,
   FragmentSize                 INTEGER NOT NULL DEFAULT 0,
-  CreatedDateTime              TEXT    NOT NULL DEFAULT (datetime('now'))
+  CreatedDateTime              INTEGER NOT NULL DEFAULT (unixepoch())
 );
 CREATE INDEX DBM_DeletedFragment_Image ON DBM_DeletedFragment (MasterServerKey, BackupID);
 
@@ -215,7 +214,7 @@ CREATE TABLE SLP_StorageService (
   VersionNumber                INTEGER NOT NULL,
   Flags                        INTEGER NOT NULL DEFAULT 0,
   ClassificationID             TEXT    NOT NULL DEFAULT '',
-  CreatedDateTime              TEXT    NOT NULL DEFAULT (datetime('now'))
+  CreatedDateTime              INTEGER NOT NULL DEFAULT (unixepoch())
 );
 CREATE UNIQUE INDEX SLP_StorageService_Name ON SLP_StorageService (StorageServiceName, VersionNumber);
 
@@ -247,7 +246,7 @@ CREATE TABLE SLP_InNotifications (
   FromHostSWVersion            INTEGER NOT NULL DEFAULT 0,
   ErrorCode                    INTEGER NOT NULL DEFAULT 0,
   ErrorString                  TEXT    NOT NULL DEFAULT '',
-  CreatedDateTime              TEXT    NOT NULL DEFAULT (datetime('now'))
+  CreatedDateTime              INTEGER NOT NULL DEFAULT (unixepoch())
 );
 
 -- LastRetryTime: when the notification was last sent (its creation time
@@ -262,8 +261,8 @@ CREATE TABLE SLP_OutNotifications (
   ErrorCode                    INTEGER NOT NULL DEFAULT 0,
   ErrorString                  TEXT    NOT NULL DEFAULT '',
   RetryCount                   INTEGER NOT NULL DEFAULT 0,
-  LastRetryTime                TEXT    NOT NULL DEFAULT (datetime('now')),
-  CreatedDateTime              TEXT    NOT NULL DEFAULT (datetime('now'))
+  LastRetryTime                INTEGER NOT NULL DEFAULT (unixepoch()),
+  CreatedDateTime              INTEGER NOT NULL DEFAULT (unixepoch())
 );
 
 ------------------------------------------------------------------------------
@@ -298,7 +297,7 @@ CREATE TABLE SLP_WorkGroup (
   TargetVolume                 TEXT    NOT NULL DEFAULT '',
   TargetImportSLP              TEXT    NOT NULL DEFAULT '',
   ImageBlockSize               INTEGER NOT NULL DEFAULT 0,
-  CreatedDateTime              TEXT    NOT NULL DEFAULT (datetime('now'))
+  CreatedDateTime              INTEGER NOT NULL DEFAULT (unixepoch())
 );
 
 CREATE TABLE SLP_TargetCopyInfo (
@@ -333,5 +332,5 @@ CREATE TABLE SLP_PendingImport (
   OriginMasterServer           TEXT    NOT NULL DEFAULT '',
   SLPName                      TEXT    NOT NULL DEFAULT '',
   ImportStatus                 INTEGER NOT NULL DEFAULT 0,
-  CreatedDateTime              TEXT    NOT NULL DEFAULT (datetime('now'))
+  CreatedDateTime              INTEGER NOT NULL DEFAULT (unixepoch())
 );

@@ -108,10 +108,6 @@ inline void CopyCString(char* dst, size_t size, const char* src) {
   CopyText(dst, size, src, src ? strlen(src) : 0);
 }
 
-// Seconds since 1970 of a 'YYYY-MM-DD HH:MM:SS' UTC date-time column (the
-// catalog's date-time form); 0 for NULL or a text of another form.
-int64_t ColumnDateTime(sqlite3_stmt* stmt, int col);
-
 }  // namespace emm
 
 #endif  // PLATFORM_EMMLIB_SQLITE_STMT_H_

@@ -97,7 +97,7 @@ class ListRecordLinesTest : public ListTest {
         "ClassificationID = 'gold-id', OriginMasterServer = 'remote1', "
         "OriginMasterServerID = X'00112233445566778899aabbccddeeff', "
         "ImportFromReplicaTime = 1700000200, RequiredExpirationDate = 1800000000, "
-        "CreatedDateTime = '2023-11-14 22:15:00'");
+        "CreatedDateTime = 1700000100");
     std::string copy = AddCopy(
         image, 1,
         "SLPIndex = 1, CopyType = 2, ExpireTime = 1800000000, "

@@ -1,7 +1,6 @@
 // FillDemoCatalog and the demo records other than images: machines,
 // classifications, SLP definitions, work groups, notifications, the
 // deleted-fragment list and the pending-import queue.
-#include <ctime>
 #include <string>
 #include <vector>
 
@@ -120,7 +119,7 @@ void DemoWriter::WriteDefinitions() {
     for (int v = 1; v <= s->versions; ++v) {
       const int flags = (s->inactiveVersions & (1 << v)) != 0 ? 8 : 0;
       const int64_t created = kWindowEnd - kWindowSeconds - (s->versions - v + 1) * 30 * kDay;
-      slp.Text(s->name).Int(v).Int(flags).Text(s->classification).Text(DateTime(created)).Run();
+      slp.Text(s->name).Int(v).Int(flags).Text(s->classification).Int(created).Run();
       const int64_t key = slp.LastKey();
       for (int o = 0; o < s->operationCount; ++o) {
         const Operation& op = s->operations[o];
@@ -163,7 +162,7 @@ void DemoWriter::WriteWorkGroups() {
         .Text(crossMaster ? remote : "").Text(crossMaster ? "remote1-dd.example.com" : "")
         .Text(crossMaster ? "remote_pool_vol1" : "")
         .Text(crossMaster ? kImportSlp.name : "").Int(262144)
-        .Text(DateTime(kWindowEnd - random_.Below(7 * kDay))).Run();
+        .Int(kWindowEnd - random_.Below(7 * kDay)).Run();
     const int64_t key = group.LastKey();
     // The first work group has no target copy, the second has three.
     const int targets = i == 0 ? 0 : i == 1 ? 3 : static_cast<int>(random_.Between(1, 2));
@@ -203,7 +202,7 @@ void DemoWriter::WriteNotifications() {
     in.Text(clients_[random_.Below(static_cast<int64_t>(clients_.size()))].name)
         .Int(backupTime).Int(1 + random_.Below(5000000)).Int(type).Text(kRemoteMasters[remote])
         .Blob(guid.data(), 16).Int(910000).Int(type == 3 ? err.code : 0)
-        .Text(type == 3 ? err.text : "").Text(DateTime(backupTime + random_.Between(600, 7200)))
+        .Text(type == 3 ? err.text : "").Int(backupTime + random_.Between(600, 7200))
         .Run();
   }
   for (int i = 0; i < count; ++i) {
@@ -216,7 +215,7 @@ void DemoWriter::WriteNotifications() {
         .Int(backupTime).Int(1 + random_.Below(5000000)).Int(type)
         .Text(kRemoteMasters[i % kRemoteMasterCount]).Int(type == 3 ? err.code : 0)
         .Text(type == 3 ? err.text : "").Int(retries)
-        .Text(DateTime(created + retries * 1800)).Text(DateTime(created)).Run();
+        .Int(created + retries * 1800).Int(created).Run();
   }
 }
 
@@ -232,7 +231,7 @@ void DemoWriter::WriteDeletedFragments() {
         .Int(1 + random_.Below(2)).Text(unit.mediaPrefix).Text(unit.mediaServer)
         .Text(unit.storageServer).Int(unit.mediaType).Int(unit.mediaSubType)
         .Int(random_.Between(1 << 20, 1ll << 36))
-        .Text(DateTime(kWindowEnd - random_.Below(kWindowSeconds))).Run();
+        .Int(kWindowEnd - random_.Below(kWindowSeconds)).Run();
   }
 }
 
@@ -249,22 +248,13 @@ void DemoWriter::WritePendingImports() {
         .Text("dd1.example.com").Text("PureDisk").Text("dd1_pool1_vol1")
         .Text(backupId + "_C1_F1").Text(kRemoteMasters[i % kRemoteMasterCount])
         .Text(kImportSlp.name).Int(i % 6)
-        .Text(DateTime(kWindowEnd - random_.Below(kWindowSeconds))).Run();
+        .Int(kWindowEnd - random_.Below(kWindowSeconds)).Run();
   }
 }
 
 std::string DemoWriter::RandomBackupId() {
   return clients_[random_.Below(static_cast<int64_t>(clients_.size()))].name + "_" +
          std::to_string(kWindowEnd - random_.Below(kWindowSeconds));
-}
-
-std::string DemoWriter::DateTime(int64_t t) {
-  const time_t seconds = static_cast<time_t>(t);
-  struct tm tm;
-  gmtime_r(&seconds, &tm);
-  char text[32];
-  strftime(text, sizeof text, "%Y-%m-%d %H:%M:%S", &tm);
-  return text;
 }
 
 std::string DemoWriter::MasterGuid(int remote) {

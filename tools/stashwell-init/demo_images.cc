@@ -187,7 +187,7 @@ void DemoWriter::WriteImage(int64_t backupTime, const Client& client) {
       .Int(random_.Percent(10) ? backupTime + 365 * kDay : 0)
       .Int(kind == ImageKind::kImported ? backupTime + random_.Between(600, 86400) : 0)
       .Int(operationsMask).Int(++lastJobId_)
-      .Text(DateTime(backupTime + random_.Between(30, 900))).Run();
+      .Int(backupTime + random_.Between(30, 900)).Run();
   const int64_t imageKey = image_.LastKey();
   for (int k = 0; k < copies; ++k) {
     WriteCopy(imageKey, backupTime, client, k + 1, operations[k], states[k], size,
@@ -276,7 +276,7 @@ void DemoWriter::WriteSnapshots(int64_t copyKey, int64_t backupTime, const Clien
 void DemoWriter::WriteTargets(int64_t copyKey, int copyType) {
   if (copyType != REPLICATE_TO_REMOTE) {
     target_.Int(copyKey).Int(machineKeys_["dd-dr.example.com"]).Text("dd_dr_pool_vol1").Text("")
-        .Text(DateTime(kWindowEnd - random_.Below(kWindowSeconds))).Run();
+        .Int(kWindowEnd - random_.Below(kWindowSeconds)).Run();
     return;
   }
   const int count = random_.Percent(20) ? 2 : 1;
@@ -287,7 +287,7 @@ void DemoWriter::WriteTargets(int64_t copyKey, int copyType) {
         .Text("remote" + std::to_string(remote + 1) + "_dd_pool_vol" +
               std::to_string(1 + random_.Below(3)))
         .Text(kRemoteMasters[remote])
-        .Text(DateTime(kWindowEnd - random_.Below(kWindowSeconds))).Run();
+        .Int(kWindowEnd - random_.Below(kWindowSeconds)).Run();
   }
 }
 

@@ -75,8 +75,6 @@ class DemoWriter {
 
   // A random client's backup id at a random time of the window.
   std::string RandomBackupId();
-  // 'YYYY-MM-DD HH:MM:SS' (UTC) of `t`.
-  static std::string DateTime(int64_t t);
   // The GUID of a remote master (16 bytes, derived from its index).
   static std::string MasterGuid(int remote);
 
