@@ -1,11 +1,9 @@
 // cyclectl's entry point: the start-up order of a run. It fills the tables,
 // reads the configuration and the master configuration, learns the locale,
 // opens the debug log and logs the start, checks the master server name,
-// selects the record log, then hands the parsed command line to run_builtin
-// and logs the exit status.
+// then hands the parsed command line to run_builtin and logs the exit status.
 #include <sys/stat.h>
 
-#include <cerrno>
 #include <cstdio>
 #include <cstring>
 #include <memory>
@@ -18,7 +16,6 @@
 #include "platform/locale.h"
 #include "remote/orb_startup.h"
 #include "util/cmd_exit.h"
-#include "util/cmn.h"
 #include "util/message.h"
 #include "util/process.h"
 
@@ -121,9 +118,6 @@ int main(int argc, char** argv) {
   MasterServer = master->masterServers[0];
 
   CommandLine cmd = ParseCommandLine(argc, argv);
-  // The record log goes to the legacy debug log for whatever the operation
-  // does; run_builtin sets up the rest (administrator check, catalog, ORB).
-  DBData::UseLegacyLogs();
   int status = run_builtin(cmd);
 
   std::string exiting = "EXITING, status = " + std::to_string(status);

@@ -8,11 +8,15 @@
 #include "cmd/dispatch.h"
 #include "cmd/output_check.h"
 #include "remote/orb_startup.h"
+#include "util/cmn.h"
 #include "util/process.h"
 
 int run_builtin(const CommandLine& cmd) {
   if (cmd.requiresAdmin) check_if_local_swu_admin(progname.c_str());
   if (cmd.requiresCatalog) OpenCatalogLibrary();
   StartOrb();
+  // The record log goes to the legacy debug log for whatever the operation
+  // does.
+  DBData::UseLegacyLogs();
   return CheckStandardOutput(Dispatch(cmd));
 }
