@@ -15,6 +15,7 @@
 #include "cmd/options.h"
 #include "cmd/usage.h"
 #include "util/output_form.h"
+#include "util/service_enums.h"
 
 // A text option whose default is "none": the text (empty when not given) and
 // whether it was given, so that a handler can receive either form.
