@@ -104,7 +104,7 @@ bool CanRunAsOtherUser() {
 
 Result RunProgram(const std::string& program, const std::vector<std::string>& argv,
                   const std::vector<std::string>& environment, const std::string& stdinText,
-                  bool asNobody, int timeoutSeconds) {
+                  bool asNobody, int timeoutSeconds, size_t stdoutLimit) {
   Result result{"", "", -1};
   // A program that ends without reading all of its input must not kill the
   // test with SIGPIPE; the write then fails with EPIPE instead.
@@ -155,6 +155,10 @@ Result RunProgram(const std::string& program, const std::vector<std::string>& ar
       bool isOut = fds[i].fd == out.fd[0];
       if (r > 0) {
         (isOut ? result.out : result.err).append(buf, static_cast<size_t>(r));
+        if (isOut && stdoutLimit > 0 && result.out.size() >= stdoutLimit) {
+          result.out.resize(stdoutLimit);
+          out.Close(0);
+        }
       } else if (r == 0 || errno != EINTR) {
         isOut ? out.Close(0) : err.Close(0);
       }
@@ -301,7 +305,7 @@ Result Root::Run(const std::vector<std::string>& args, const std::string& stdinT
   std::vector<std::string> argv = {options.argv0};
   argv.insert(argv.end(), args.begin(), args.end());
   return RunProgram(BinDir() + "/cyclectl", argv, env, stdinText, options.asNobody,
-                    options.timeoutSeconds);
+                    options.timeoutSeconds, options.stdoutLimit);
 }
 
 std::string Root::DebugLog() const {

@@ -14,6 +14,7 @@
 #ifndef TESTS_E2E_HARNESS_H_
 #define TESTS_E2E_HARNESS_H_
 
+#include <cstddef>
 #include <string>
 #include <vector>
 
@@ -43,6 +44,9 @@ struct RunOptions {
   bool asNobody = false;
   std::string argv0 = "cyclectl";  // argv[0] as the program sees it
   int timeoutSeconds = 60;
+  // > 0: reads only this many bytes of standard output, then closes the
+  // pipe, like a reader that stops early (`| head -c N`).
+  size_t stdoutLimit = 0;
 };
 
 // True when runs can switch to the user nobody (the tests run as root).
@@ -96,7 +100,7 @@ class Root {
 // included) and the given environment; used by Root::Run.
 Result RunProgram(const std::string& program, const std::vector<std::string>& argv,
                   const std::vector<std::string>& environment, const std::string& stdinText,
-                  bool asNobody, int timeoutSeconds);
+                  bool asNobody, int timeoutSeconds, size_t stdoutLimit = 0);
 
 }  // namespace e2e
 
