@@ -196,8 +196,9 @@ TEST(StartupTest, AdministratorCheck) {
     EXPECT_EQ(r.status, c.passes ? 0 : 140) << what;
     std::vector<std::string> log = root.DebugLogMessages();
     EXPECT_TRUE(Contains(log, "<2> cyclectl: VERBOSE = 0")) << what << "\n" << Joined(log);
-    if (c.logLine)
+    if (c.logLine) {
       EXPECT_TRUE(Contains(log, std::string("<2> ") + kCheck + ": " + c.logLine)) << what << "\n" << Joined(log);
+    }
     if (!c.passes) {
       EXPECT_TRUE(Contains(log, std::string("<16> ") + kCheck + ": cyclectl: must be superuser to execute"))
           << what << "\n" << Joined(log);
