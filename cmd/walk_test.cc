@@ -67,22 +67,6 @@ TEST_F(WalkTest, NumbersFollowStrtolIntoTheirFieldWidths) {
   EXPECT_EQ(l.schedType, 7);
 }
 
-TEST_F(WalkTest, DefaultsWhenOptionsAreAbsent) {
-  const CommandLine l = Walk({"list"}).line;
-  EXPECT_EQ(l.days, 30);
-  EXPECT_EQ(l.version, -1);
-  EXPECT_EQ(l.versionGiven(), nullptr);
-  EXPECT_EQ(l.schedType, -1);
-  EXPECT_EQ(l.recordTypes, 7);
-  EXPECT_EQ(l.notificationType, IMPORT_NOTIFICATION_ALL);
-  EXPECT_EQ(l.dumpForm, DUMPFORM_READABLE);
-  EXPECT_EQ(l.subsystem, SUBSYSTEM_ID_NULL);
-  EXPECT_EQ(l.timeRange, TIME_RANGE_NONE);
-  EXPECT_EQ(l.imageState.get(), nullptr);
-  EXPECT_EQ(l.copyType.get(), nullptr);
-  EXPECT_EQ(l.outputForm, OUTPUT_SHORT);
-}
-
 TEST_F(WalkTest, SharedValuesAndLastOccurrenceWin) {
   CommandLine l = Walk({"list", "-U", "-json", "-image_state", "3", "-image_inactive", "-client",
                         "a", "-client", "b"})

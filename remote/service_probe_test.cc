@@ -4,7 +4,6 @@
 // the cyclesvc-probe program in a fresh installation root whose master and
 // EMM server are the loopback address.
 #include <gtest/gtest.h>
-#include <stdlib.h>
 
 #include <string>
 #include <vector>
@@ -35,14 +34,9 @@ struct LadderCase {
 class ServiceProbeTest : public ::testing::Test {
  protected:
   e2e::Result Probe(const std::vector<std::string>& args) {
-    std::vector<std::string> argv = {"cyclesvc-probe"};
-    argv.insert(argv.end(), args.begin(), args.end());
-    std::vector<std::string> env = {"STASHWELL_ROOT=" + root_.path(), "TZ=UTC", "LC_ALL=C"};
-    for (const char* name : {"ASAN_OPTIONS", "UBSAN_OPTIONS", "LSAN_OPTIONS"}) {
-      if (const char* value = getenv(name)) env.push_back(std::string(name) + "=" + value);
-    }
-    return e2e::RunProgram(std::string(STASHWELL_BIN_DIR) + "/cyclesvc-probe", argv, env, "",
-                           false, 60);
+    e2e::RunOptions probe;
+    probe.program = probe.argv0 = "cyclesvc-probe";
+    return root_.Run(args, "", probe);
   }
 
   // Runs each case's probe and checks its standard error, empty standard

@@ -58,11 +58,9 @@ TEST(CmdlineConfirmTest, AcceptedPromptsGoOnToTheOperation) {
     std::string input;
     std::string prompt;
   } cases[] = {
-      {{"dropwg"}, "Y\n", kWorkGroupPrompt},
       {{"dropwg"}, "\n yes\n", kWorkGroupPrompt},
       {{"remove_exp"}, "y", kExpiredPrompt},
       {{"cancel", "-destination", "d"}, "YES\n", kDestinationPrompt},
-      {{"cancel", "-destination", "d"}, "y\n", kDestinationPrompt},
   };
   for (const auto& c : cases) {
     e2e::Result r = root.Run(c.args, c.input);

@@ -49,7 +49,9 @@ std::string BinDir() { return STASHWELL_BIN_DIR; }
 void ApplyEnv(std::vector<std::string>* env, const std::string& entry) {
   std::string key = entry.substr(0, entry.find('='));
   env->erase(std::remove_if(env->begin(), env->end(),
-                            [&](const std::string& e) { return e.compare(0, key.size() + 1, key + "=") == 0; }),
+                            [&](const std::string& e) {
+                              return e.compare(0, key.size() + 1, key + "=") == 0;
+                            }),
              env->end());
   if (entry.find('=') != std::string::npos) env->push_back(entry);
 }
@@ -65,16 +67,26 @@ bool NobodyIds(uid_t* uid, gid_t* gid) {
 // The child after fork: standard streams onto the pipes, user switch, exec.
 [[noreturn]] void ExecChild(Pipe& in, Pipe& out, Pipe& err, const std::string& program,
                             const std::vector<std::string>& argv,
-                            const std::vector<std::string>& environment, bool asNobody) {
+                            const std::vector<std::string>& environment,
+                            const RunOptions& options) {
   signal(SIGPIPE, SIG_DFL);  // the harness ignores it; the program must not inherit that
   dup2(in.fd[0], 0);
   dup2(out.fd[1], 1);
   dup2(err.fd[1], 2);
   for (int f : {in.fd[0], in.fd[1], out.fd[0], out.fd[1], err.fd[0], err.fd[1]}) close(f);
-  if (asNobody) {
+  if (!options.stdoutFile.empty()) {
+    int file = open(options.stdoutFile.c_str(), O_WRONLY | O_CREAT | O_TRUNC, 0644);
+    if (file < 0 || dup2(file, 1) < 0) {
+      perror("harness: cannot open the standard output file");
+      _exit(127);
+    }
+    close(file);
+  }
+  if (options.asNobody) {
     uid_t uid;
     gid_t gid;
-    if (!NobodyIds(&uid, &gid) || setgroups(0, nullptr) != 0 || setgid(gid) != 0 || setuid(uid) != 0) {
+    if (!NobodyIds(&uid, &gid) || setgroups(0, nullptr) != 0 || setgid(gid) != 0 ||
+        setuid(uid) != 0) {
       perror("harness: cannot switch to nobody");
       _exit(127);
     }
@@ -89,28 +101,32 @@ bool NobodyIds(uid_t* uid, gid_t* gid) {
   _exit(127);
 }
 
+// The whole file; empty when it cannot be read.
+std::string FileText(const fs::path& file) {
+  std::ifstream in(file, std::ios::binary);
+  std::ostringstream text;
+  text << in.rdbuf();
+  return text.str();
+}
+
 std::string SqlText(sqlite3_stmt* stmt, int column) {
   const unsigned char* t = sqlite3_column_text(stmt, column);
   return t ? reinterpret_cast<const char*>(t) : "";
 }
 
-}  // namespace
-
-bool CanRunAsOtherUser() {
-  uid_t uid;
-  gid_t gid;
-  return geteuid() == 0 && NobodyIds(&uid, &gid);
-}
-
+// Runs `program` (absolute path) with the argument vector `argv` (argv[0]
+// included) and the given environment, for at most a minute.
 Result RunProgram(const std::string& program, const std::vector<std::string>& argv,
                   const std::vector<std::string>& environment, const std::string& stdinText,
-                  bool asNobody, int timeoutSeconds, size_t stdoutLimit) {
+                  const RunOptions& options) {
+  const int timeoutSeconds = 60;
   Result result{"", "", -1};
   // A program that ends without reading all of its input must not kill the
   // test with SIGPIPE; the write then fails with EPIPE instead.
   signal(SIGPIPE, SIG_IGN);
   Pipe in, out, err;
-  if (pipe2(in.fd, O_CLOEXEC) != 0 || pipe2(out.fd, O_CLOEXEC) != 0 || pipe2(err.fd, O_CLOEXEC) != 0) {
+  if (pipe2(in.fd, O_CLOEXEC) != 0 || pipe2(out.fd, O_CLOEXEC) != 0 ||
+      pipe2(err.fd, O_CLOEXEC) != 0) {
     ADD_FAILURE() << "harness: pipe: " << strerror(errno);
     return result;
   }
@@ -119,7 +135,7 @@ Result RunProgram(const std::string& program, const std::vector<std::string>& ar
     ADD_FAILURE() << "harness: fork: " << strerror(errno);
     return result;
   }
-  if (pid == 0) ExecChild(in, out, err, program, argv, environment, asNobody);
+  if (pid == 0) ExecChild(in, out, err, program, argv, environment, options);
   in.Close(0);
   out.Close(1);
   err.Close(1);
@@ -135,7 +151,8 @@ Result RunProgram(const std::string& program, const std::vector<std::string>& ar
     if (out.fd[0] >= 0) fds[n++] = {out.fd[0], POLLIN, 0};
     if (err.fd[0] >= 0) fds[n++] = {err.fd[0], POLLIN, 0};
     if (in.fd[1] >= 0) fds[n++] = {in.fd[1], POLLOUT, 0};
-    auto left = std::chrono::duration_cast<std::chrono::milliseconds>(deadline - std::chrono::steady_clock::now());
+    auto left = std::chrono::duration_cast<std::chrono::milliseconds>(
+        deadline - std::chrono::steady_clock::now());
     if (left.count() <= 0) {
       timedOut = true;
       break;
@@ -155,8 +172,8 @@ Result RunProgram(const std::string& program, const std::vector<std::string>& ar
       bool isOut = fds[i].fd == out.fd[0];
       if (r > 0) {
         (isOut ? result.out : result.err).append(buf, static_cast<size_t>(r));
-        if (isOut && stdoutLimit > 0 && result.out.size() >= stdoutLimit) {
-          result.out.resize(stdoutLimit);
+        if (isOut && options.stdoutLimit > 0 && result.out.size() >= options.stdoutLimit) {
+          result.out.resize(options.stdoutLimit);
           out.Close(0);
         }
       } else if (r == 0 || errno != EINTR) {
@@ -178,6 +195,20 @@ Result RunProgram(const std::string& program, const std::vector<std::string>& ar
   return result;
 }
 
+}  // namespace
+
+bool CanRunAsOtherUser() {
+  uid_t uid;
+  gid_t gid;
+  return geteuid() == 0 && NobodyIds(&uid, &gid);
+}
+
+std::string Golden(const std::string& name) {
+  fs::path file = fs::path(STASHWELL_SOURCE_DIR) / "tests/e2e/golden" / name;
+  if (!fs::exists(file)) ADD_FAILURE() << "harness: no golden file " << file;
+  return FileText(file);
+}
+
 Root::Root(const RootOptions& options) {
   char tmpl[] = "/tmp/cyclectl-e2e.XXXXXX";
   if (!mkdtemp(tmpl)) {
@@ -190,13 +221,12 @@ Root::Root(const RootOptions& options) {
   std::vector<std::string> argv = {"stashwell-init", "--root", path_, "--master", options.master,
                                    "--emm-server", options.emmServer};
   if (options.adminLog) argv.push_back("--with-admin-log");
-  if (options.demoImages >= 0) {
-    argv.insert(argv.end(), {"--demo", std::to_string(options.demoImages), "--seed",
-                             std::to_string(options.seed)});
-  }
+  if (options.demoImages >= 0)
+    argv.insert(argv.end(), {"--demo", std::to_string(options.demoImages)});
   std::vector<std::string> env = {"PATH=/usr/bin:/bin", "TZ=UTC", "LC_ALL=C"};
-  Result r = RunProgram(BinDir() + "/stashwell-init", argv, env, "", false, 300);
-  if (r.status != 0) ADD_FAILURE() << "harness: stashwell-init failed (" << r.status << "): " << r.err;
+  Result r = RunProgram(BinDir() + "/stashwell-init", argv, env, "", RunOptions());
+  if (r.status != 0)
+    ADD_FAILURE() << "harness: stashwell-init failed (" << r.status << "): " << r.err;
 }
 
 Root::~Root() {
@@ -206,34 +236,26 @@ Root::~Root() {
 }
 
 void Root::SetConfig(const std::string& key, const std::string& value) {
-  std::istringstream in(ReadFile("etc/stashwell.conf"));
-  std::string line, text;
-  bool replaced = false;
-  while (std::getline(in, line)) {
-    std::string k = line.substr(0, line.find('='));
-    k.erase(k.find_last_not_of(" \t") + 1);
-    k.erase(0, k.find_first_not_of(" \t"));
-    if (k == key && line.find('=') != std::string::npos) {
-      if (replaced) continue;
-      line = key + " = " + value;
-      replaced = true;
-    }
-    text += line + "\n";
-  }
-  if (!replaced) text += key + " = " + value + "\n";
-  WriteFile("etc/stashwell.conf", text);
+  RewriteConfig(key, key + " = " + value);
 }
 
-void Root::RemoveConfig(const std::string& key) {
+void Root::RemoveConfig(const std::string& key) { RewriteConfig(key, ""); }
+
+void Root::RewriteConfig(const std::string& key, const std::string& replacement) {
   std::istringstream in(ReadFile("etc/stashwell.conf"));
-  std::string line, text;
+  std::string line, text, pending = replacement;
   while (std::getline(in, line)) {
     std::string k = line.substr(0, line.find('='));
     k.erase(k.find_last_not_of(" \t") + 1);
     k.erase(0, k.find_first_not_of(" \t"));
-    if (k == key && line.find('=') != std::string::npos) continue;
-    text += line + "\n";
+    if (k != key || line.find('=') == std::string::npos) {
+      text += line + "\n";
+    } else if (!pending.empty()) {
+      text += pending + "\n";
+      pending.clear();
+    }
   }
+  if (!pending.empty()) text += pending + "\n";
   WriteFile("etc/stashwell.conf", text);
 }
 
@@ -247,10 +269,7 @@ void Root::WriteFile(const std::string& relpath, const std::string& text) {
 }
 
 std::string Root::ReadFile(const std::string& relpath) const {
-  std::ifstream in(fs::path(path_) / relpath, std::ios::binary);
-  std::ostringstream text;
-  text << in.rdbuf();
-  return text.str();
+  return FileText(fs::path(path_) / relpath);
 }
 
 void Root::Remove(const std::string& relpath) {
@@ -285,7 +304,8 @@ std::string Root::Sql(const std::string& statements) {
     std::string these;
     int rc;
     while ((rc = sqlite3_step(stmt)) == SQLITE_ROW) {
-      for (int c = 0; c < sqlite3_column_count(stmt); ++c) these += (c ? "|" : "") + SqlText(stmt, c);
+      for (int c = 0; c < sqlite3_column_count(stmt); ++c)
+        these += (c ? "|" : "") + SqlText(stmt, c);
       these += "\n";
     }
     if (rc != SQLITE_DONE) ADD_FAILURE() << "harness: SQL error: " << sqlite3_errmsg(db);
@@ -298,14 +318,14 @@ std::string Root::Sql(const std::string& statements) {
 
 Result Root::Run(const std::vector<std::string>& args, const std::string& stdinText,
                  const RunOptions& options) const {
-  std::vector<std::string> env = {"PATH=/usr/bin:/bin", "STASHWELL_ROOT=" + path_, "TZ=UTC", "LC_ALL=C"};
+  std::vector<std::string> env = {"PATH=/usr/bin:/bin", "STASHWELL_ROOT=" + path_, "TZ=UTC",
+                                  "LC_ALL=C"};
   for (const char* name : kPassedVariables)
     if (const char* v = getenv(name)) env.push_back(std::string(name) + "=" + v);
   for (const std::string& e : options.env) ApplyEnv(&env, e);
   std::vector<std::string> argv = {options.argv0};
   argv.insert(argv.end(), args.begin(), args.end());
-  return RunProgram(BinDir() + "/cyclectl", argv, env, stdinText, options.asNobody,
-                    options.timeoutSeconds, options.stdoutLimit);
+  return RunProgram(BinDir() + "/" + options.program, argv, env, stdinText, options);
 }
 
 std::string Root::DebugLog() const {

@@ -1,6 +1,6 @@
 // End-to-end test harness: a fresh installation root per test, laid out by
-// stashwell-init in a temporary directory, and runs of the real cyclectl
-// binary in it, capturing standard output, standard error and exit status.
+// stashwell-init in a temporary directory, and runs of the real programs in
+// it, capturing standard output, standard error and exit status.
 //
 //   e2e::Root root;                                // root with logs/admin
 //   e2e::Result r = root.Run({"list", "-l"});
@@ -9,8 +9,8 @@
 // A run gets an environment of its own: PATH, STASHWELL_ROOT=<root>, TZ=UTC,
 // LC_ALL=C (and the sanitizer settings of the test process), plus
 // RunOptions::env. Standard input is always a pipe: the text given, or empty.
-// Failures of the harness itself (stashwell-init, SQL, a run that exceeds its
-// time limit) are reported as gtest failures.
+// Failures of the harness itself (stashwell-init, SQL, a run that exceeds a
+// minute) are reported as gtest failures.
 #ifndef TESTS_E2E_HARNESS_H_
 #define TESTS_E2E_HARNESS_H_
 
@@ -27,11 +27,10 @@ struct Result {
 };
 
 struct RootOptions {
-  bool adminLog = true;             // create logs/admin (the debug log)
-  std::string master = "master1";   // MASTER_SERVER
+  bool adminLog = true;               // create logs/admin (the debug log)
+  std::string master = "master1";     // MASTER_SERVER
   std::string emmServer = "master1";  // EMM_SERVER
-  long demoImages = -1;             // >= 0: stashwell-init --demo N
-  unsigned seed = 1;                // with demoImages: --seed
+  long demoImages = -1;               // >= 0: stashwell-init --demo N
 };
 
 struct RunOptions {
@@ -42,8 +41,10 @@ struct RunOptions {
   // CanRunAsOtherUser). The root is readable by everyone; logs/admin is not
   // writable by nobody unless a test changes its mode.
   bool asNobody = false;
-  std::string argv0 = "cyclectl";  // argv[0] as the program sees it
-  int timeoutSeconds = 60;
+  std::string program = "cyclectl";  // a program of the build's bin folder
+  std::string argv0 = "cyclectl";    // argv[0] as the program sees it
+  // Not empty: standard output goes to this file (/dev/full) instead.
+  std::string stdoutFile;
   // > 0: reads only this many bytes of standard output, then closes the
   // pipe, like a reader that stops early (`| head -c N`).
   size_t stdoutLimit = 0;
@@ -51,6 +52,9 @@ struct RunOptions {
 
 // True when runs can switch to the user nobody (the tests run as root).
 bool CanRunAsOtherUser();
+
+// The text of tests/e2e/golden/<name>; a gtest failure when it is missing.
+std::string Golden(const std::string& name);
 
 class Root {
  public:
@@ -81,7 +85,7 @@ class Root {
   // the columns separated by '|' (NULL as empty).
   std::string Sql(const std::string& statements);
 
-  // Runs cyclectl with `args` (argv[1...]).
+  // Runs cyclectl (or options.program) with `args` (argv[1...]).
   Result Run(const std::vector<std::string>& args, const std::string& stdinText = "",
              const RunOptions& options = RunOptions()) const;
 
@@ -92,15 +96,14 @@ class Root {
   std::vector<std::string> DebugLogMessages() const;
 
  private:
+  // Rewrites etc/stashwell.conf without the lines of `key`, then with
+  // `replacement` in place of the first of them (or at the end) unless it is
+  // empty.
+  void RewriteConfig(const std::string& key, const std::string& replacement);
+
   std::string dir_;   // the temporary directory
   std::string path_;  // the root inside it
 };
-
-// Runs any program (absolute path) with the argument vector `argv` (argv[0]
-// included) and the given environment; used by Root::Run.
-Result RunProgram(const std::string& program, const std::vector<std::string>& argv,
-                  const std::vector<std::string>& environment, const std::string& stdinText,
-                  bool asNobody, int timeoutSeconds, size_t stdoutLimit = 0);
 
 }  // namespace e2e
 
