@@ -195,13 +195,10 @@ int64_t NumberOf(const char* record, const Field& f) {
   }
 }
 
-void WriteGuid(LineWriter& w, const unsigned char* guid) {
-  char text[RGUID_BRACED_TEXT_SIZE];
-  if (RGUIDAsString(guid, text, sizeof text, 0) != 0) {
-    w.Text(kBadGuid);
-  } else {
-    w.Text(text);
-  }
+// The braced text form of a GUID in `text`, or the text for a GUID that
+// cannot be formatted.
+const char* GuidText(const unsigned char* guid, char (&text)[RGUID_BRACED_TEXT_SIZE]) {
+  return RGUIDAsString(guid, text, sizeof text, 0) != 0 ? kBadGuid : text;
 }
 
 void WriteNamed(LineWriter& w, int64_t value, const NameTable& table) {
@@ -241,15 +238,30 @@ void WriteUserValue(LineWriter& w, const char* record, const Field& f) {
       break;
     }
     case kInactive: w.Text((Read<int32_t>(record, f) & kInactiveBit) ? "true" : "false"); break;
-    case kGuid: WriteGuid(w, reinterpret_cast<const unsigned char*>(TextAt(record, f))); break;
+    case kGuid: {
+      char text[RGUID_BRACED_TEXT_SIZE];
+      w.Text(GuidText(reinterpret_cast<const unsigned char*>(TextAt(record, f)), text));
+      break;
+    }
     default: w.Int(NumberOf(record, f)); break;
   }
 }
 
+// Short records are written through a span with room for the longest line
+// a record can give: its texts are cut to their arrays, so the record's size
+// bounds them; each number takes at most kMaxDigits bytes and a blank.
+template <typename Record>
+constexpr size_t kMaxShortLine = sizeof(Record) + 32 * (LineWriter::kMaxDigits + 1);
+
 // Short-form values: a text ("*NULL*" when empty) or a number, each after the
 // blank that separates it from the field before.
-LineWriter& Value(LineWriter& w, const char* text) { return w.Char(' ').TextOr(text, kNullShort); }
-LineWriter& Value(LineWriter& w, int64_t number) { return w.Char(' ').Int(number); }
+template <size_t N>
+inline LineWriter::Span& Value(LineWriter::Span& s, const char (&text)[N]) {
+  return s.Char(' ').FieldOr(text, kNullShort);
+}
+inline LineWriter::Span& Value(LineWriter::Span& s, int64_t number) {
+  return s.Char(' ').Int(number);
+}
 
 // The heading line, one labelled line per field, an empty line.
 template <size_t N>
@@ -289,24 +301,31 @@ DataClasses ReadDataClasses() {
 }  // namespace
 
 void PrintImageShort(LineWriter& w, const EMM_Image& image) {
-  w.Text(kVersion).Text(" I ").TextOr(image.MasterServer, kNullShort);
-  Value(w, image.BackupID);
-  Value(w, image.ClientName);
-  Value(w, image.BackupTime);
-  Value(w, image.PolicyName);
-  Value(w, image.ClientType);
-  Value(w, image.ScheduleType);
-  Value(w, image.SLPName);
-  Value(w, image.SLPState & ~kInactiveBit);
-  w.Text((image.SLPState & kInactiveBit) ? " true" : " false");
-  Value(w, image.TimeInProcess);
-  Value(w, image.DataClassificationID);
-  Value(w, image.SLPVersion);
-  w.Char(' ').Text(image.OriginMasterServer);  // unchanged, also when empty
-  WriteGuid(w.Char(' '), image.OriginMasterServerID);
-  Value(w, image.ImportFromReplicaTime);
-  Value(w, image.RequiredExpirationDate);
-  Value(w, image.CreatedDateTime).Char('\n');
+  LineWriter::Span s(w, kMaxShortLine<EMM_Image>);
+  s.Literal(kVersion).Literal(" I ").FieldOr(image.MasterServer, kNullShort);
+  Value(s, image.BackupID);
+  Value(s, image.ClientName);
+  Value(s, image.BackupTime);
+  Value(s, image.PolicyName);
+  Value(s, image.ClientType);
+  Value(s, image.ScheduleType);
+  Value(s, image.SLPName);
+  Value(s, image.SLPState & ~kInactiveBit);
+  if (image.SLPState & kInactiveBit) {
+    s.Literal(" true");
+  } else {
+    s.Literal(" false");
+  }
+  Value(s, image.TimeInProcess);
+  Value(s, image.DataClassificationID);
+  Value(s, image.SLPVersion);
+  s.Char(' ').Field(image.OriginMasterServer).Char(' ');  // unchanged, also when empty
+  char guid[RGUID_BRACED_TEXT_SIZE];
+  const char* guidText = GuidText(image.OriginMasterServerID, guid);
+  s.Text(guidText, strlen(guidText));
+  Value(s, image.ImportFromReplicaTime);
+  Value(s, image.RequiredExpirationDate);
+  Value(s, image.CreatedDateTime).Char('\n');
 }
 
 void PrintImageUser(LineWriter& w, const EMM_Image& image) {
@@ -314,31 +333,32 @@ void PrintImageUser(LineWriter& w, const EMM_Image& image) {
 }
 
 void PrintImageBrief(LineWriter& w, const EMM_Image& image) {
-  w.TextOr(image.BackupID, kNullShort).Char('\n');
+  LineWriter::Span(w, kMaxShortLine<EMM_Image>).FieldOr(image.BackupID, kNullShort).Char('\n');
 }
 
 // The expire LC time stands twice: fields 13 and 15.
 void PrintCopyShort(LineWriter& w, const EMM_ImageCopy& copy) {
-  w.Text(kVersion).Text(" C ").TextOr(copy.MasterServer, kNullShort);
-  Value(w, copy.BackupID);
-  Value(w, copy.CopyNumber);
-  Value(w, copy.ExpireTime);
-  Value(w, copy.TryToKeepTime);
-  Value(w, copy.Residence);
-  Value(w, copy.CopyState);
-  Value(w, copy.JobID);
-  Value(w, copy.RetentionType);
-  Value(w, copy.MPXState);
-  Value(w, copy.Source);
-  Value(w, copy.DestinationID);
-  Value(w, copy.ExpireLCTime);
-  Value(w, copy.LastRetryTime);
-  Value(w, copy.ExpireLCTime);
-  Value(w, copy.RetryCount);
-  Value(w, copy.CopyType);
-  Value(w, copy.Replica);
-  Value(w, copy.DataFormat);
-  Value(w, copy.SLPIndex).Char('\n');
+  LineWriter::Span s(w, kMaxShortLine<EMM_ImageCopy>);
+  s.Literal(kVersion).Literal(" C ").FieldOr(copy.MasterServer, kNullShort);
+  Value(s, copy.BackupID);
+  Value(s, copy.CopyNumber);
+  Value(s, copy.ExpireTime);
+  Value(s, copy.TryToKeepTime);
+  Value(s, copy.Residence);
+  Value(s, copy.CopyState);
+  Value(s, copy.JobID);
+  Value(s, copy.RetentionType);
+  Value(s, copy.MPXState);
+  Value(s, copy.Source);
+  Value(s, copy.DestinationID);
+  Value(s, copy.ExpireLCTime);
+  Value(s, copy.LastRetryTime);
+  Value(s, copy.ExpireLCTime);
+  Value(s, copy.RetryCount);
+  Value(s, copy.CopyType);
+  Value(s, copy.Replica);
+  Value(s, copy.DataFormat);
+  Value(s, copy.SLPIndex).Char('\n');
 }
 
 void PrintCopyUser(LineWriter& w, const EMM_ImageCopy& copy) {
@@ -346,22 +366,23 @@ void PrintCopyUser(LineWriter& w, const EMM_ImageCopy& copy) {
 }
 
 void PrintFragmentShort(LineWriter& w, const EMM_ImageFragment& fragment) {
-  w.Text(kVersion).Text(" F ").TextOr(fragment.MasterServer, kNullShort);
-  Value(w, fragment.BackupID);
-  Value(w, fragment.CopyNumber);
-  Value(w, fragment.FragmentNumber);
-  Value(w, fragment.ResumeCount);
-  Value(w, fragment.MediaID);
-  Value(w, fragment.MediaServer);
-  Value(w, fragment.StorageServer);
-  Value(w, fragment.MediaType);
-  Value(w, fragment.MediaSubType);
-  Value(w, fragment.FragmentState);
-  Value(w, fragment.FragmentSize);
-  Value(w, fragment.DeleteHeader);
-  Value(w, fragment.FragmentID);
-  Value(w, fragment.SnapMountHost);
-  Value(w, fragment.MediaDescription).Char('\n');
+  LineWriter::Span s(w, kMaxShortLine<EMM_ImageFragment>);
+  s.Literal(kVersion).Literal(" F ").FieldOr(fragment.MasterServer, kNullShort);
+  Value(s, fragment.BackupID);
+  Value(s, fragment.CopyNumber);
+  Value(s, fragment.FragmentNumber);
+  Value(s, fragment.ResumeCount);
+  Value(s, fragment.MediaID);
+  Value(s, fragment.MediaServer);
+  Value(s, fragment.StorageServer);
+  Value(s, fragment.MediaType);
+  Value(s, fragment.MediaSubType);
+  Value(s, fragment.FragmentState);
+  Value(s, fragment.FragmentSize);
+  Value(s, fragment.DeleteHeader);
+  Value(s, fragment.FragmentID);
+  Value(s, fragment.SnapMountHost);
+  Value(s, fragment.MediaDescription).Char('\n');
 }
 
 void PrintFragmentUser(LineWriter& w, const EMM_ImageFragment& fragment) {

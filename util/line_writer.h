@@ -6,9 +6,14 @@
 // records; anything longer than the buffer is passed on in pieces, so a
 // record of any length comes out whole and in order. Whoever shares the
 // stream with a writer flushes it before writing there directly.
+//
+// The hot path of a large listing appends through a Span: room for a whole
+// record of bounded length is made once, and the fields are then written
+// without a check each.
 #ifndef UTIL_LINE_WRITER_H_
 #define UTIL_LINE_WRITER_H_
 
+#include <cstddef>
 #include <cstdint>
 #include <cstdio>
 #include <cstring>
@@ -16,15 +21,30 @@
 namespace Orvantic {
 namespace Stashwell {
 
+// Writes the decimal digits of `value` (at least 10) at `p`; returns the
+// end of what was written (at most 20 bytes).
+char* FormatDecimalDigits(char* p, uint64_t value);
+
+// Writes the decimal digits of `value` at `p` (at most 20 bytes); returns
+// the end of what was written. One digit, the most common number in
+// catalog records, takes no call.
+inline char* FormatDecimal(char* p, uint64_t value) {
+  if (value >= 10) return FormatDecimalDigits(p, value);
+  *p = static_cast<char>('0' + value);
+  return p + 1;
+}
+
 class LineWriter {
  public:
+  static const size_t kSize = 65536;
+
   explicit LineWriter(FILE* out) : out_(out), end_(buffer_) {}
   ~LineWriter() { Flush(); }
   LineWriter(const LineWriter&) = delete;
   LineWriter& operator=(const LineWriter&) = delete;
 
   LineWriter& Text(const char* text, size_t size) {
-    if (size > static_cast<size_t>(buffer_ + kSize - end_)) return Spill(text, size);
+    if (size > Room()) return Spill(text, size);
     memcpy(end_, text, size);
     end_ += size;
     return *this;
@@ -40,8 +60,9 @@ class LineWriter {
     return *this;
   }
   LineWriter& UInt(uint64_t value) {
-    if (value < 10) return Char(static_cast<char>('0' + value));
-    return Digits(value);
+    if (Room() < kMaxDigits) Flush();
+    end_ = FormatDecimal(end_, value);
+    return *this;
   }
   LineWriter& Int(int64_t value) {
     if (value >= 0) return UInt(static_cast<uint64_t>(value));
@@ -52,12 +73,65 @@ class LineWriter {
   // Hands the assembled text to the stream.
   void Flush();
 
- private:
-  static const size_t kSize = 65536;
+  // Appends one record of at most `maxSize` bytes (at most kSize) with no
+  // check per field: room for all of it is made when the span starts, and
+  // the record joins the writer's text when the span ends. Writing more than
+  // `maxSize` bytes through a span is a fault of the caller.
+  class Span {
+   public:
+    Span(LineWriter& w, size_t maxSize) : w_(w) {
+      if (w.Room() < maxSize) w.Flush();
+      p_ = w.end_;
+    }
+    ~Span() { w_.end_ = p_; }
+    Span(const Span&) = delete;
+    Span& operator=(const Span&) = delete;
 
+    Span& Text(const char* text, size_t size) {
+      memcpy(p_, text, size);
+      p_ += size;
+      return *this;
+    }
+    // A text of a record's character array: up to its NUL, never past the
+    // array, so that the array's size bounds what it adds to the record.
+    template <size_t N>
+    Span& Field(const char (&text)[N]) {
+      return Text(text, strnlen(text, N));
+    }
+    // The same, or `ifEmpty` (a literal) when the text is empty.
+    template <size_t N, size_t M>
+    Span& FieldOr(const char (&text)[N], const char (&ifEmpty)[M]) {
+      return text[0] != '\0' ? Field(text) : Text(ifEmpty, M - 1);
+    }
+    template <size_t M>
+    Span& Literal(const char (&text)[M]) {
+      return Text(text, M - 1);
+    }
+    Span& Char(char c) {
+      *p_++ = c;
+      return *this;
+    }
+    Span& UInt(uint64_t value) {
+      p_ = FormatDecimal(p_, value);
+      return *this;
+    }
+    Span& Int(int64_t value) {
+      if (value >= 0) return UInt(static_cast<uint64_t>(value));
+      *p_++ = '-';
+      return UInt(0 - static_cast<uint64_t>(value));
+    }
+
+   private:
+    LineWriter& w_;
+    char* p_;
+  };
+
+  // The most a span may need for a number with its sign.
+  static const size_t kMaxDigits = 21;
+
+ private:
+  size_t Room() const { return static_cast<size_t>(buffer_ + kSize - end_); }
   LineWriter& Spill(const char* text, size_t size);
-  // Writes a number of two digits or more.
-  LineWriter& Digits(uint64_t value);
 
   FILE* out_;
   char* end_;

@@ -23,24 +23,27 @@ struct EMM_ReplicationTarget;
 struct EMM_ImageFragment;
 struct EMM_ImageCopy;
 
+// Within each record the numbers come first and sit together, then the
+// texts: filling or printing a record touches few cache lines besides the
+// used bytes of its texts.
 struct EMM_Image {
-  char MasterServer[EMM_HOSTNAME_SIZE];
-  char BackupID[EMM_BACKUPID_SIZE];
-  char ClientName[EMM_HOSTNAME_SIZE];
   int64_t BackupTime;
-  char PolicyName[EMM_NAME_SIZE];
-  int32_t ClientType;
-  int32_t ScheduleType;
-  char SLPName[EMM_NAME_SIZE];
-  int32_t SLPState;             // state in the low bits, 8 = inactive bit
   int64_t TimeInProcess;
-  char DataClassificationID[EMM_CLASSID_SIZE];
-  int32_t SLPVersion;
-  char OriginMasterServer[EMM_HOSTNAME_SIZE];
-  unsigned char OriginMasterServerID[EMM_GUID_SIZE];
   int64_t ImportFromReplicaTime;
   int64_t RequiredExpirationDate;
   int64_t CreatedDateTime;
+  int32_t ClientType;
+  int32_t ScheduleType;
+  int32_t SLPState;             // state in the low bits, 8 = inactive bit
+  int32_t SLPVersion;
+  unsigned char OriginMasterServerID[EMM_GUID_SIZE];
+  char MasterServer[EMM_HOSTNAME_SIZE];
+  char BackupID[EMM_BACKUPID_SIZE];
+  char ClientName[EMM_HOSTNAME_SIZE];
+  char PolicyName[EMM_NAME_SIZE];
+  char SLPName[EMM_NAME_SIZE];
+  char DataClassificationID[EMM_CLASSID_SIZE];
+  char OriginMasterServer[EMM_HOSTNAME_SIZE];
   // List shape only.
   EMM_ImageCopy* copies;
   EMM_Image* next;
@@ -48,26 +51,26 @@ struct EMM_Image {
 
 struct EMM_ImageCopy {
   uint64_t CopyKey;             // 0 in a flat row: the row has no copy
-  char MasterServer[EMM_HOSTNAME_SIZE];
-  char BackupID[EMM_BACKUPID_SIZE];
+  int64_t ExpireTime;
+  int64_t ExpireLCTime;
+  int64_t TryToKeepTime;
+  int64_t LastRetryTime;
   int32_t CopyNumber;
   int32_t SLPIndex;
   int32_t SLPSourceIndex;
   int32_t CopyType;
-  int64_t ExpireTime;
-  int64_t ExpireLCTime;
-  int64_t TryToKeepTime;
-  char Residence[EMM_LONGTEXT_SIZE];  // "*Remote*Master*": held by a remote master
   int32_t CopyState;
   int32_t JobID;
+  int32_t RetryCount;
+  int32_t Source;
   int16_t RetentionType;
   int16_t MPXState;
-  int32_t RetryCount;
-  int64_t LastRetryTime;
-  char DestinationID[EMM_NAME_SIZE];
-  int32_t Source;
   int16_t Replica;
   int16_t DataFormat;           // 2 = DF_SNAPSHOT
+  char MasterServer[EMM_HOSTNAME_SIZE];
+  char BackupID[EMM_BACKUPID_SIZE];
+  char Residence[EMM_LONGTEXT_SIZE];  // "*Remote*Master*": held by a remote master
+  char DestinationID[EMM_NAME_SIZE];
   // List shape only.
   EMM_ImageFragment* fragments;
   EMM_ReplicationTarget* replicationTargets;
@@ -76,19 +79,19 @@ struct EMM_ImageCopy {
 
 struct EMM_ImageFragment {
   uint64_t FragmentKey;         // 0 in a flat row: the row has no fragment
-  char MasterServer[EMM_HOSTNAME_SIZE];
-  char BackupID[EMM_BACKUPID_SIZE];
+  int64_t FragmentSize;
   int32_t CopyNumber;
   int32_t FragmentNumber;
   int32_t ResumeCount;
-  char MediaID[EMM_NAME_SIZE];
-  char MediaServer[EMM_HOSTNAME_SIZE];
-  char StorageServer[EMM_HOSTNAME_SIZE];
   int32_t MediaType;            // 0 = DISK
   int16_t MediaSubType;         // 6 = STSDYNAMIC
   int16_t FragmentState;
-  int64_t FragmentSize;
   uint8_t DeleteHeader;
+  char MasterServer[EMM_HOSTNAME_SIZE];
+  char BackupID[EMM_BACKUPID_SIZE];
+  char MediaID[EMM_NAME_SIZE];
+  char MediaServer[EMM_HOSTNAME_SIZE];
+  char StorageServer[EMM_HOSTNAME_SIZE];
   char FragmentID[EMM_LONGTEXT_SIZE];
   char SnapMountHost[EMM_HOSTNAME_SIZE];
   char MediaDescription[EMM_LONGTEXT_SIZE];

@@ -1,6 +1,7 @@
 // Tests of the image query: row order and shape, every filter, batch
 // boundaries of the raw fetch, the list-shape fetch, handles, and the query
 // plan of the listing statement.
+#include <cstring>
 #include <set>
 #include <string>
 #include <vector>
@@ -212,6 +213,59 @@ TEST(ImageQuery, RawFetchCrossesBatchesInsideOneImage) {
             emmlib_ImageQueryFetchRaw(cat.cid(), 3, handle, &count, buffer.data()));
   EXPECT_EQ(0u, count);
   EXPECT_EQ(0u, emmlib_ReleaseImageResultHandle(cat.cid(), handle));
+}
+
+// Rows of one image (and copy) take those parts from the row before them;
+// they must be exactly what reading the columns gives. Each batch goes into
+// a buffer filled with one byte value, so that whole rows compare byte for
+// byte and a text copied without its last byte or NUL shows; batches of one
+// row read every part from the columns.
+TEST(ImageQuery, RawFetchRepeatsImageAndCopyExactly) {
+  TestCatalog cat;
+  const std::string longText(300, 'x');  // cut to its field
+  for (int i = 0; i < 3; ++i) {
+    int64_t image = cat.AddImage(
+        "client" + std::to_string(i), 100 + i,
+        "PolicyName = 'policy" + std::string(i, 'p') + "', StorageServiceName = '" +
+            (i == 1 ? longText : "slp") + "', ClassificationID = 'class" + std::to_string(i) +
+            "', OriginMasterServer = 'origin', OriginMasterServerID = X'0102', TimeInProcess = " +
+            std::to_string(7 + i));
+    for (int c = 1; c <= i + 1; ++c) {
+      int64_t copy = cat.AddCopy(image, c,
+                                 "Residence = 'stu" + std::string(c * 5, 'r') +
+                                     "', DestinationID = 'dest', JobID = " + std::to_string(c));
+      for (int f = 1; f <= 3 - c; ++f) {
+        cat.AddFragment(copy, f, "MediaID = 'm" + std::to_string(f) + "', FragmentID = 'id'");
+      }
+    }
+  }
+  cat.AddImage("nocopy", 200);
+  auto fetch = [&](unsigned batch) {
+    uint64_t handle = 0;
+    EXPECT_EQ(0u, emmlib_ImageQueryExecute(cat.cid(), 3, emm_test::kMaster, nullptr, nullptr,
+                                           nullptr, nullptr, nullptr, 0, 0, 0, 0, 0, nullptr,
+                                           &handle));
+    std::vector<Legacy_ImageView> all;
+    for (;;) {
+      std::vector<Legacy_ImageView> buffer(batch);
+      memset(static_cast<void*>(buffer.data()), 0xab, batch * sizeof buffer[0]);
+      unsigned count = batch;
+      if (emmlib_ImageQueryFetchRaw(cat.cid(), 3, handle, &count, buffer.data()) != 0) break;
+      all.insert(all.end(), buffer.begin(), buffer.begin() + count);
+    }
+    emmlib_ReleaseImageResultHandle(cat.cid(), handle);
+    return all;
+  };
+  const std::vector<Legacy_ImageView> single = fetch(1);
+  ASSERT_EQ(10u, single.size());
+  EXPECT_EQ(256u, strlen(single[4].image.SLPName));
+  for (unsigned batch : {3u, 500u}) {
+    const std::vector<Legacy_ImageView> rows = fetch(batch);
+    ASSERT_EQ(single.size(), rows.size());
+    for (size_t i = 0; i < rows.size(); ++i) {
+      EXPECT_EQ(0, memcmp(&single[i], &rows[i], sizeof rows[i])) << "batch " << batch << " row " << i;
+    }
+  }
 }
 
 TEST(ImageQuery, RawFetchEndingExactlyOnABatch) {

@@ -6,12 +6,11 @@
 #ifndef PLATFORM_EMMLIB_IMAGE_ROWS_H_
 #define PLATFORM_EMMLIB_IMAGE_ROWS_H_
 
-#include <sqlite3.h>
-
 #include <cstddef>
 #include <cstdint>
 
 #include "platform/emmlib/emm_records.h"
+#include "platform/emmlib/result_row.h"
 
 namespace emm {
 
@@ -34,45 +33,58 @@ enum : int {
   kLastGroupFirstColumn = kImageColumnCount + kCopyColumnCount,
 };
 
+// Lengths of the texts of the image and the copy last read: the further
+// rows of one image (or copy) repeat those texts, and copy them by length.
+struct RowTextLengths {
+  size_t master = 0;
+  size_t backupId = 0;
+  size_t client = 0;
+  size_t policy = 0;
+  size_t slpName = 0;
+  size_t classificationId = 0;
+  size_t originMaster = 0;
+  size_t residence = 0;
+  size_t destinationId = 0;
+};
+
 // The image key of the current row (column 0).
-inline int64_t RowImageKey(sqlite3_stmt* stmt) { return sqlite3_column_int64(stmt, 0); }
-
-// Reads the image columns. The master server name comes from the
-// connection's cache of machine names.
-void ReadImage(sqlite3_stmt* stmt, Connection* connection, EMM_Image* image);
-
-// Copies an image record of the same result (every field but the list
-// links), texts by their length; cheaper than reading the columns again for
-// the next row of one image.
-void CopyImage(const EMM_Image& from, EMM_Image* to);
+inline int64_t RowImageKey(const ResultRow& row) { return row.Int64(0); }
 
 // The copy key of the current row (0: no copy).
-inline uint64_t RowCopyKey(sqlite3_stmt* stmt) {
-  return static_cast<uint64_t>(sqlite3_column_int64(stmt, kCopyFirstColumn));
+inline uint64_t RowCopyKey(const ResultRow& row) {
+  return static_cast<uint64_t>(row.Int64(kCopyFirstColumn));
 }
+
+// Reads the image columns and records the lengths of its texts. The master
+// server name comes from the connection's cache of machine names.
+void ReadImage(const ResultRow& row, Connection* connection, EMM_Image* image,
+               RowTextLengths* lengths);
+
+// Copies an image record of the same result whose text lengths are
+// `lengths` (every field but the list links): cheaper than reading the
+// columns again for the next row of one image.
+void CopyImage(const EMM_Image& from, const RowTextLengths& lengths, EMM_Image* to);
 
 // Reads the copy columns after the key, which the caller has read; returns
 // the copy key (0 when the row has no copy, the record then holds zeros and
-// empty texts). Master server and backup id are taken from `image`.
-uint64_t ReadCopy(sqlite3_stmt* stmt, uint64_t key, const EMM_Image& image,
-                  EMM_ImageCopy* copy);
+// empty texts). Master server and backup id are taken from `image`, whose
+// text lengths `lengths` holds; the copy's own are recorded there.
+uint64_t ReadCopy(const ResultRow& row, uint64_t key, const EMM_Image& image,
+                  RowTextLengths* lengths, EMM_ImageCopy* copy);
 
 // Copies a copy record of the same result for the next row of one copy.
-void CopyCopy(const EMM_ImageCopy& from, EMM_ImageCopy* to);
-
-inline uint64_t ReadCopy(sqlite3_stmt* stmt, const EMM_Image& image, EMM_ImageCopy* copy) {
-  return ReadCopy(stmt, RowCopyKey(stmt), image, copy);
-}
+void CopyCopy(const EMM_ImageCopy& from, const RowTextLengths& lengths, EMM_ImageCopy* to);
 
 // Reads the fragment columns that follow the copy columns; returns the
 // fragment key (0: no fragment, zeros and empty texts).
-uint64_t ReadFragment(sqlite3_stmt* stmt, const EMM_Image& image, int32_t copyNumber,
+uint64_t ReadFragment(const ResultRow& row, const EMM_Image& image,
+                      const RowTextLengths& lengths, int32_t copyNumber,
                       EMM_ImageFragment* fragment);
 
 // Reads the target columns that follow the copy columns; returns the target's
 // key (0: none).
-uint64_t ReadTarget(sqlite3_stmt* stmt, const EMM_Image& image, int32_t copyNumber,
-                    EMM_ReplicationTarget* target);
+uint64_t ReadTarget(const ResultRow& row, const EMM_Image& image, const RowTextLengths& lengths,
+                    int32_t copyNumber, EMM_ReplicationTarget* target);
 
 }  // namespace emm
 

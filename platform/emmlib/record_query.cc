@@ -21,6 +21,7 @@ T* Allocate() {
 unsigned RecordQuery::Start(const std::string& sql, const Params& params) {
   int rc = stmt_.Prepare(connection()->db(), sql);
   if (rc == SQLITE_OK) rc = params.BindAll(stmt_.get());
+  if (rc == SQLITE_OK) row_.Attach(stmt_.get());
   return rc == SQLITE_OK ? EMMLIB_OK : connection()->Fail("catalog query", rc);
 }
 
@@ -34,6 +35,7 @@ unsigned RecordQuery::NextRow(bool* row) {
   if (done_) return EMMLIB_OK;
   const int rc = sqlite3_step(stmt_.get());
   if (rc == SQLITE_ROW) {
+    row_.Next();
     *row = true;
     return EMMLIB_OK;
   }
@@ -48,35 +50,34 @@ unsigned RecordQuery::Peek(bool* any) {
 }
 
 unsigned RecordQuery::FetchRaw(unsigned* count, Legacy_ImageView* rows) {
-  sqlite3_stmt* st = stmt_.get();
   Connection* conn = connection();
   unsigned n = 0;
   while (n < *count) {
-    bool row;
-    unsigned status = NextRow(&row);
+    bool any;
+    unsigned status = NextRow(&any);
     if (status != EMMLIB_OK) {
       *count = n;
       return status;
     }
-    if (!row) break;
+    if (!any) break;
     // The next row of the image (and copy) just written takes those parts
     // from the row before it instead of reading their columns again.
     Legacy_ImageView& r = rows[n];
     const Legacy_ImageView* previous = n > 0 ? &rows[n - 1] : nullptr;
-    const int64_t imageKey = RowImageKey(st);
-    const uint64_t copyKey = RowCopyKey(st);
+    const int64_t imageKey = RowImageKey(row_);
+    const uint64_t copyKey = RowCopyKey(row_);
     if (previous != nullptr && imageKey == lastImageKey_) {
-      CopyImage(previous->image, &r.image);
+      CopyImage(previous->image, lengths_, &r.image);
       if (copyKey == previous->copy.CopyKey && copyKey != 0) {
-        CopyCopy(previous->copy, &r.copy);
+        CopyCopy(previous->copy, lengths_, &r.copy);
       } else {
-        ReadCopy(st, copyKey, r.image, &r.copy);
+        ReadCopy(row_, copyKey, r.image, &lengths_, &r.copy);
       }
     } else {
-      ReadImage(st, conn, &r.image);
-      ReadCopy(st, copyKey, r.image, &r.copy);
+      ReadImage(row_, conn, &r.image, &lengths_);
+      ReadCopy(row_, copyKey, r.image, &lengths_, &r.copy);
     }
-    ReadFragment(st, r.image, r.copy.CopyNumber, &r.fragment);
+    ReadFragment(row_, r.image, lengths_, r.copy.CopyNumber, &r.fragment);
     lastImageKey_ = imageKey;
     ++n;
   }
@@ -85,7 +86,7 @@ unsigned RecordQuery::FetchRaw(unsigned* count, Legacy_ImageView* rows) {
 }
 
 unsigned RecordQuery::FetchList(int depth, unsigned* count, EMM_Image** list, bool* atEnd) {
-  sqlite3_stmt* st = stmt_.get();
+  RowTextLengths lengths;
   EMM_Image* head = nullptr;
   EMM_Image* image = nullptr;
   EMM_ImageCopy* copy = nullptr;
@@ -95,10 +96,10 @@ unsigned RecordQuery::FetchList(int depth, unsigned* count, EMM_Image** list, bo
   unsigned images = 0;
   unsigned status = EMMLIB_OK;
   for (;;) {
-    bool row;
-    status = NextRow(&row);
-    if (status != EMMLIB_OK || !row) break;
-    const int64_t key = RowImageKey(st);
+    bool any;
+    status = NextRow(&any);
+    if (status != EMMLIB_OK || !any) break;
+    const int64_t key = RowImageKey(row_);
     if (image == nullptr || key != imageKey) {
       if (images == *count) {
         pending_ = true;
@@ -109,7 +110,7 @@ unsigned RecordQuery::FetchList(int depth, unsigned* count, EMM_Image** list, bo
         status = EMMLIB_NO_MEMORY;
         break;
       }
-      ReadImage(st, connection(), next);
+      ReadImage(row_, connection(), next, &lengths);
       (image != nullptr ? image->next : head) = next;
       image = next;
       imageKey = key;
@@ -117,7 +118,7 @@ unsigned RecordQuery::FetchList(int depth, unsigned* count, EMM_Image** list, bo
       ++images;
     }
     if (depth < 2) continue;
-    const uint64_t copyKey = static_cast<uint64_t>(sqlite3_column_int64(st, kCopyFirstColumn));
+    const uint64_t copyKey = RowCopyKey(row_);
     if (copyKey == 0) continue;
     if (copy == nullptr || copy->CopyKey != copyKey) {
       EMM_ImageCopy* next = Allocate<EMM_ImageCopy>();
@@ -125,20 +126,20 @@ unsigned RecordQuery::FetchList(int depth, unsigned* count, EMM_Image** list, bo
         status = EMMLIB_NO_MEMORY;
         break;
       }
-      ReadCopy(st, *image, next);
+      ReadCopy(row_, copyKey, *image, &lengths, next);
       (copy != nullptr ? copy->next : image->copies) = next;
       copy = next;
       fragment = nullptr;
       target = nullptr;
     }
-    if (depth < 3 || sqlite3_column_type(st, kLastGroupFirstColumn) == SQLITE_NULL) continue;
+    if (depth < 3 || row_.IsNull(kLastGroupFirstColumn)) continue;
     if (detail_ == Detail::kFragments) {
       EMM_ImageFragment* next = Allocate<EMM_ImageFragment>();
       if (next == nullptr) {
         status = EMMLIB_NO_MEMORY;
         break;
       }
-      ReadFragment(st, *image, copy->CopyNumber, next);
+      ReadFragment(row_, *image, lengths, copy->CopyNumber, next);
       (fragment != nullptr ? fragment->next : copy->fragments) = next;
       fragment = next;
     } else {
@@ -147,7 +148,7 @@ unsigned RecordQuery::FetchList(int depth, unsigned* count, EMM_Image** list, bo
         status = EMMLIB_NO_MEMORY;
         break;
       }
-      ReadTarget(st, *image, copy->CopyNumber, next);
+      ReadTarget(row_, *image, lengths, copy->CopyNumber, next);
       (target != nullptr ? target->next : copy->replicationTargets) = next;
       target = next;
     }

@@ -11,7 +11,9 @@
 #include <string>
 
 #include "platform/emmlib/emm_records.h"
+#include "platform/emmlib/image_rows.h"
 #include "platform/emmlib/query_handles.h"
+#include "platform/emmlib/result_row.h"
 #include "platform/emmlib/sqlite_stmt.h"
 
 namespace emm {
@@ -43,14 +45,17 @@ class RecordQuery : public OpenQuery {
   unsigned FetchList(int depth, unsigned* count, EMM_Image** list, bool* atEnd);
 
  private:
-  // The next row: the kept one, or a new step. *row false at the end.
+  // The next row, which row_ then reads: the kept one, or a new step. *row
+  // false at the end.
   unsigned NextRow(bool* row);
 
   Detail detail_;
   Statement stmt_;
+  ResultRow row_;         // the statement's current row
   bool pending_ = false;  // the statement stands on a row not yet returned
   bool done_ = false;
   int64_t lastImageKey_ = 0;  // image of the last flat row returned
+  RowTextLengths lengths_;    // of that row's image and copy texts
 };
 
 }  // namespace emm

@@ -76,31 +76,32 @@ class Params {
   std::vector<Value> values_;
 };
 
-// Copies a text column into `dst` (capacity `size`, at least 1), cut to
+// Copies a text value into `dst` (capacity `size`, at least 1), cut to
 // size - 1 bytes and NUL-terminated; NULL gives the empty text. Returns the
 // length copied. Only the text's own bytes are written. The bytes are taken
 // as a blob: SQLite then hands out the record's bytes as they are, where
 // asking for text would first give them a terminating NUL.
-inline size_t CopyColumnText(sqlite3_stmt* stmt, int col, char* dst, size_t size) {
-  // One call through the statement; the value's own accessors are cheap.
-  sqlite3_value* value = sqlite3_column_value(stmt, col);
+inline size_t CopyValueText(sqlite3_value* value, char* dst, size_t size) {
   const void* text = sqlite3_value_blob(value);
-  if (text == nullptr) {
-    dst[0] = '\0';
-    return 0;
-  }
-  size_t n = static_cast<size_t>(sqlite3_value_bytes(value));
+  size_t n = text != nullptr ? static_cast<size_t>(sqlite3_value_bytes(value)) : 0;
   if (n >= size) n = size - 1;
-  memcpy(dst, text, n);
+  if (n > 0) memcpy(dst, text, n);
   dst[n] = '\0';
   return n;
 }
 
-// Copies `len` bytes of `src` and a NUL into `dst` of capacity `size`.
-inline void CopyText(char* dst, size_t size, const char* src, size_t len) {
+// The same for column `col` of the statement's current row.
+inline size_t CopyColumnText(sqlite3_stmt* stmt, int col, char* dst, size_t size) {
+  return CopyValueText(sqlite3_column_value(stmt, col), dst, size);
+}
+
+// Copies `len` bytes of `src` and a NUL into `dst` of capacity `size`, cut
+// to size - 1 bytes; returns the length copied.
+inline size_t CopyText(char* dst, size_t size, const char* src, size_t len) {
   if (len >= size) len = size - 1;
   memcpy(dst, src, len);
   dst[len] = '\0';
+  return len;
 }
 
 // Copies a NUL-terminated text, cut to fit.
