@@ -70,18 +70,13 @@ TEST(DispatchTest, SubsystemArgumentsFallBack) {
 
 std::vector<std::string> calls;
 
-void RecordIncoming(outputform_e form, ImportNotificationType_e type, TimeRangeType range,
-                    long time, const std::string& client, const std::string& hostname) {
-  calls.push_back("in " + std::to_string(form) + " " + std::to_string(type) + " " +
-                  std::to_string(range) + " " + std::to_string(time) + " [" + client + "] [" +
-                  hostname + "]");
-}
-
-void RecordOutgoing(outputform_e form, ImportNotificationType_e type, TimeRangeType range,
-                    long time, const std::string& client, const std::string& hostname) {
-  calls.push_back("out " + std::to_string(form) + " " + std::to_string(type) + " " +
-                  std::to_string(range) + " " + std::to_string(time) + " [" + client + "] [" +
-                  hostname + "]");
+// Records a listing's call as "in" or "out" and its values.
+template <bool kIncoming>
+void Record(outputform_e form, ImportNotificationType_e type, TimeRangeType range, long time,
+            const std::string& client, const std::string& hostname) {
+  calls.push_back(std::string(kIncoming ? "in " : "out ") + std::to_string(form) + " " +
+                  std::to_string(type) + " " + std::to_string(range) + " " + std::to_string(time) +
+                  " [" + client + "] [" + hostname + "]");
 }
 
 TEST(DispatchTest, NotificationListingsInOrder) {
@@ -100,7 +95,7 @@ TEST(DispatchTest, NotificationListingsInOrder) {
   };
   for (const auto& c : cases) {
     calls.clear();
-    ListImportNotifications(Settle(c.args), RecordIncoming, RecordOutgoing);
+    ListImportNotifications(Settle(c.args), Record<true>, Record<false>);
     EXPECT_EQ(calls, c.calls);
   }
 }
