@@ -3,7 +3,6 @@
 
 #include <gtest/gtest.h>
 
-#include <map>
 #include <string>
 
 namespace {
@@ -44,16 +43,6 @@ TEST(LegacyCmpTest, OrdersByEachFieldInTurn) {
   }
   LegacyInfo same = Key(1, "m", "ms", "ss");
   EXPECT_FALSE(less(same, same));
-}
-
-TEST(LegacyCmpTest, KeysDifferingOnlyInStorageServerAreDistinct) {
-  std::map<LegacyInfo, std::string, LegacyCmp> cache;
-  cache[Key(1, "m", "ms", "ss1")] = "A";
-  cache[Key(1, "m", "ms", "ss2")] = "B";
-  cache[Key(1, "m", "ms", "ss1")] = "C";
-  ASSERT_EQ(cache.size(), 2u);
-  EXPECT_EQ(cache[Key(1, "m", "ms", "ss1")], "C");
-  EXPECT_EQ(cache[Key(1, "m", "ms", "ss2")], "B");
 }
 
 }  // namespace
