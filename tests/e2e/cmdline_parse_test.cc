@@ -5,6 +5,7 @@
 #include <gtest/gtest.h>
 
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "tests/e2e/harness.h"
@@ -14,10 +15,12 @@ namespace {
 const char kNotice[] = "This operation has been deprecated and is no longer available.\n";
 
 struct Case {
+  Case(std::vector<std::string> a, const char* e, int s, const char* o = "")
+      : args(std::move(a)), err(e), status(s), out(o) {}
   std::vector<std::string> args;
   const char* err;
   int status;
-  const char* out = nullptr;  // standard output; nullptr: empty
+  const char* out;  // standard output
 };
 
 std::string Trace(const std::vector<std::string>& args) {
@@ -31,7 +34,7 @@ void RunCases(const std::vector<Case>& cases) {
   for (const Case& c : cases) {
     e2e::Result r = root.Run(c.args);
     EXPECT_EQ(r.err, c.err) << Trace(c.args);
-    EXPECT_EQ(r.out, c.out != nullptr ? c.out : "") << Trace(c.args);
+    EXPECT_EQ(r.out, c.out) << Trace(c.args);
     EXPECT_EQ(r.status, c.status) << Trace(c.args);
   }
 }
