@@ -52,11 +52,8 @@ template <size_t N>
 void ServiceProbeTest::ExpectRuns(const LadderCase (&cases)[N]) {
   for (const LadderCase& c : cases) {
     if (c.scenario != nullptr && service_ != nullptr) service_->SetScenario(c.scenario);
-    e2e::Result r = Probe(c.probe);
-    std::string label = c.scenario != nullptr ? c.scenario : c.probe[0];
-    EXPECT_EQ(r.err, c.err) << label;
-    EXPECT_EQ(r.out, "") << label;
-    EXPECT_EQ(r.status, c.status) << label;
+    EXPECT_EQ(Probe(c.probe), (e2e::Result{"", c.err, c.status}))
+        << (c.scenario != nullptr ? c.scenario : c.probe[0]);
   }
 }
 
@@ -178,10 +175,7 @@ TEST_F(ServiceProbeTest, RepliesAndOutValuesArriveAndCallsAreRecorded) {
                       R"({"Dssvc.SubSystemDump": {"status": 3, "dumpLines": ["a", "b c"]},
                           "ExpMgr.DeletionDone": [{"status": 1}, {"status": 2}]})");
   ASSERT_TRUE(service.ok()) << service.error();
-  e2e::Result dump = Probe({"dump"});
-  EXPECT_EQ(dump.out, "a\nb c\nstatus 3\n");
-  EXPECT_EQ(dump.err, "");
-  EXPECT_EQ(dump.status, 0);
+  EXPECT_EQ(Probe({"dump"}), (e2e::Result{"a\nb c\nstatus 3\n", "", 0}));
   // A list of replies answers call after call, the last one repeating.
   EXPECT_EQ(Probe({"deletedone", "-4"}).out, "status 1\n");
   EXPECT_EQ(Probe({"deletedone", "5"}).out, "status 2\n");
@@ -198,11 +192,10 @@ TEST_F(ServiceProbeTest, MediaIdLookupsCallOncePerFoundVolume) {
       {"args": ["M3"], "result": {"servertype": ""}},
       {"result": null}]})");
   ASSERT_TRUE(service.ok()) << service.error();
-  e2e::Result r = Probe({"stype", "M1", "M2", "M1", "M2", "M3", "M3"});
-  EXPECT_EQ(r.out, "M1 -> BasicDisk\nM2 -> Unknown\nM1 -> BasicDisk\nM2 -> Unknown\nM3 -> \n"
-                   "M3 -> \n");
-  EXPECT_EQ(r.err, "");
-  EXPECT_EQ(r.status, 0);
+  EXPECT_EQ(Probe({"stype", "M1", "M2", "M1", "M2", "M3", "M3"}),
+            (e2e::Result{"M1 -> BasicDisk\nM2 -> Unknown\nM1 -> BasicDisk\nM2 -> Unknown\n"
+                         "M3 -> \nM3 -> \n",
+                         "", 0}));
   // A volume the service does not know is asked for again.
   EXPECT_EQ(service.Calls(), (std::vector<std::string>{
                                  "DiskServiceMgr.getDiskVolumeInfoByMediaId(\"M1\")",
@@ -231,10 +224,10 @@ TEST_F(ServiceProbeTest, LegacyLookupsCallOncePerVolumeAndFillTheServerTypeCache
                          "6", "MID3", "ms1", "ss1",   // no disk media id property
                          "6", "MID4", "ms1", "ss1",   // not found ...
                          "6", "MID4", "ms1", "ss1"});  // ... asked again
-  EXPECT_EQ(r.out, "MID1 -> D1 (NearStore)\nMID1 -> D1 (NearStore)\nMID1 -> D1 (NearStore)\n"
-                   "MID2 -> D2 (ExtDisk)\nMID3 -> \nMID4 -> \nMID4 -> \n");
-  EXPECT_EQ(r.err, "unrecognized disk subtype encountered\n");
-  EXPECT_EQ(r.status, 0);
+  EXPECT_EQ(r, (e2e::Result{"MID1 -> D1 (NearStore)\nMID1 -> D1 (NearStore)\n"
+                            "MID1 -> D1 (NearStore)\nMID2 -> D2 (ExtDisk)\nMID3 -> \n"
+                            "MID4 -> \nMID4 -> \n",
+                            "unrecognized disk subtype encountered\n", 0}));
   auto call = [](const char* storageServer, const char* serverType, const char* mediaId) {
     return std::string(R"(DiskServiceMgr.getDiskVolumeInfoByLegacyInfo("127.0.0.1", ")") +
            storageServer + "\", \"" + serverType + "\", \"" + mediaId + "\")";

@@ -16,6 +16,8 @@ using ::testing::AllOf;
 using ::testing::Contains;
 using ::testing::HasSubstr;
 
+const char kCannotConnect[] = "cyclectl: error connecting to EMM database, status=2007060\n";
+
 TEST(CatalogOpen, UnusableCatalogEndsTheRunBeforeAnyOutput) {
   struct Case {
     const char* name;
@@ -29,10 +31,7 @@ TEST(CatalogOpen, UnusableCatalogEndsTheRunBeforeAnyOutput) {
     } else {
       root.WriteFile("db/catalog.db", std::string(4096, 'x') + c.catalogText);
     }
-    e2e::Result r = root.Run({"list"});
-    EXPECT_EQ("", r.out) << c.name;
-    EXPECT_EQ("cyclectl: error connecting to EMM database, status=2007060\n", r.err) << c.name;
-    EXPECT_EQ(1, r.status) << c.name;
+    EXPECT_EQ(root.Run({"list"}), (e2e::Result{"", kCannotConnect, 1})) << c.name;
     EXPECT_THAT(root.DebugLogMessages(),
                 Contains(AllOf(HasSubstr("<16> cyclectl: emmlib_initialize: cannot open catalog"),
                                HasSubstr("db/catalog.db"))))
@@ -51,18 +50,13 @@ TEST(CatalogOpen, UsesTheConfiguredCatalog) {
   std::filesystem::rename(root.path() + "/db/catalog.db", root.path() + "/db/other.db");
 
   root.SetConfig("EMM_CATALOG", "db/other.db");
-  e2e::Result relative = root.Run({"list", "-rt", "I", "-b"});
-  EXPECT_EQ("", relative.err);
-  EXPECT_EQ("client1_1000\n", relative.out);
-  EXPECT_EQ(0, relative.status);
+  EXPECT_EQ(root.Run({"list", "-rt", "I", "-b"}), (e2e::Result{"client1_1000\n", "", 0}));
 
   root.SetConfig("EMM_CATALOG", root.path() + "/db/other.db");
   EXPECT_EQ("client1_1000\n", root.Run({"list", "-rt", "I", "-b"}).out);
 
   root.SetConfig("EMM_CATALOG", "db/none.db");
-  e2e::Result missing = root.Run({"list"});
-  EXPECT_EQ("cyclectl: error connecting to EMM database, status=2007060\n", missing.err);
-  EXPECT_EQ(1, missing.status);
+  EXPECT_EQ(root.Run({"list"}), (e2e::Result{"", kCannotConnect, 1}));
 }
 
 }  // namespace

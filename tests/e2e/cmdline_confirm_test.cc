@@ -44,10 +44,8 @@ TEST(CmdlineConfirmTest, DeclinedOperationsEndWithStatusZero) {
       {{"cancel", "-destination", "d"}, "", kDestinationPrompt + noDestinations},
   };
   for (const Declined& c : cases) {
-    e2e::Result r = root.Run(c.args, c.input);
-    EXPECT_EQ(r.out, c.out) << c.args[0] << " [" << c.input << "]";
-    EXPECT_EQ(r.err, "") << c.args[0] << " [" << c.input << "]";
-    EXPECT_EQ(r.status, 0) << c.args[0] << " [" << c.input << "]";
+    EXPECT_EQ(root.Run(c.args, c.input), (e2e::Result{c.out, "", 0}))
+        << c.args[0] << " [" << c.input << "]";
   }
 }
 

@@ -11,6 +11,8 @@
 
 namespace {
 
+const char kNoSpace[] = "cyclectl: cannot write standard output: No space left on device\n";
+
 TEST(CmdlineOutputTest, FullDiskFailsTheRun) {
   e2e::RootOptions options;
   options.demoImages = 2000;  // far more output than the buffers hold
@@ -19,10 +21,7 @@ TEST(CmdlineOutputTest, FullDiskFailsTheRun) {
   full.stdoutFile = "/dev/full";
   for (const std::vector<std::string>& args :
        {std::vector<std::string>{"remove_all"}, {"list", "-help"}, {"-testhook"}}) {
-    e2e::Result r = root.Run(args, "", full);
-    EXPECT_EQ(r.err, "cyclectl: cannot write standard output: No space left on device\n")
-        << args[0];
-    EXPECT_EQ(r.status, 74) << args[0];
+    EXPECT_EQ(root.Run(args, "", full), (e2e::Result{"", kNoSpace, 74})) << args[0];
   }
   // Writes fail while the listing runs; the loss is still reported once (the
   // reason only when the last flush failed too: stdio keeps no errno).
@@ -45,9 +44,9 @@ TEST(CmdlineOutputTest, ReaderThatStopsEarlyEndsTheRunQuietly) {
     EXPECT_EQ(r.status, 141) << form;
   }
   head.stdoutLimit = 10;
-  e2e::Result r = root.Run({"list", "-help"}, "", head);
-  EXPECT_EQ(r.err, "");
-  EXPECT_EQ(r.status, 0) << "a short text is written before the reader goes";
+  // A short text is all written before the reader goes.
+  std::string start = e2e::Golden("synopsis/list.txt").substr(0, 10);
+  EXPECT_EQ(root.Run({"list", "-help"}, "", head), (e2e::Result{start, "", 0}));
 }
 
 }  // namespace

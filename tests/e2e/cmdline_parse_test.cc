@@ -32,10 +32,7 @@ std::string Trace(const std::vector<std::string>& args) {
 void RunCases(const std::vector<Case>& cases) {
   e2e::Root root;
   for (const Case& c : cases) {
-    e2e::Result r = root.Run(c.args);
-    EXPECT_EQ(r.err, c.err) << Trace(c.args);
-    EXPECT_EQ(r.out, c.out) << Trace(c.args);
-    EXPECT_EQ(r.status, c.status) << Trace(c.args);
+    EXPECT_EQ(root.Run(c.args), (e2e::Result{c.out, c.err, c.status})) << Trace(c.args);
   }
 }
 

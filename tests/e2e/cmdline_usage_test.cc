@@ -69,11 +69,8 @@ TEST(CmdlineUsageTest, GeneralUsageGoesToStandardError) {
        1},
   };
   for (const auto& c : cases) {
-    e2e::Result r = root.Run(c.args);
-    std::string trace = c.args.empty() ? "(none)" : c.args[0];
-    EXPECT_EQ(r.err, c.err) << trace;
-    EXPECT_EQ(r.out, "") << trace;
-    EXPECT_EQ(r.status, c.status) << trace;
+    EXPECT_EQ(root.Run(c.args), (e2e::Result{"", c.err, c.status}))
+        << (c.args.empty() ? "(none)" : c.args[0]);
   }
 
   // The first line names the program; the last one always says cyclectl.
@@ -87,10 +84,7 @@ TEST(CmdlineUsageTest, GeneralUsageGoesToStandardError) {
 TEST(CmdlineUsageTest, EveryOperationHasItsSynopsisOnStandardOutput) {
   e2e::Root root;
   for (const char* word : kWords) {
-    e2e::Result r = root.Run({word, "-help"});
-    EXPECT_EQ(r.out, Synopsis(word)) << word;
-    EXPECT_EQ(r.err, "") << word;
-    EXPECT_EQ(r.status, 0) << word;
+    EXPECT_EQ(root.Run({word, "-help"}), (e2e::Result{Synopsis(word), "", 0})) << word;
   }
 }
 
@@ -109,10 +103,8 @@ TEST(CmdlineUsageTest, SynopsisSpellingsAndForms) {
       {{"remove_all", "-help"}, ""},
   };
   for (const auto& c : cases) {
-    e2e::Result r = root.Run(c.args);
-    EXPECT_EQ(r.out, *c.synopsisOf ? Synopsis(c.synopsisOf) : "") << c.args[0];
-    EXPECT_EQ(r.err, "") << c.args[0];
-    EXPECT_EQ(r.status, 0) << c.args[0];
+    std::string out = *c.synopsisOf ? Synopsis(c.synopsisOf) : "";
+    EXPECT_EQ(root.Run(c.args), (e2e::Result{out, "", 0})) << c.args[0];
   }
 }
 

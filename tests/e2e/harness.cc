@@ -197,6 +197,11 @@ Result RunProgram(const std::string& program, const std::vector<std::string>& ar
 
 }  // namespace
 
+void PrintTo(const Result& result, std::ostream* os) {
+  *os << "status " << result.status << ", standard output " << testing::PrintToString(result.out)
+      << ", standard error " << testing::PrintToString(result.err);
+}
+
 bool CanRunAsOtherUser() {
   uid_t uid;
   gid_t gid;

@@ -15,16 +15,25 @@
 #define TESTS_E2E_HARNESS_H_
 
 #include <cstddef>
+#include <ostream>
 #include <string>
 #include <vector>
 
 namespace e2e {
 
+// What a run showed; compared whole, so that a failure shows all of it:
+//   EXPECT_EQ(root.Run({"help"}), (e2e::Result{"", usage, 0}));
 struct Result {
   std::string out;  // standard output
   std::string err;  // standard error
   int status;       // exit status; 128 + signal for a run killed by a signal
+
+  bool operator==(const Result& other) const {
+    return out == other.out && err == other.err && status == other.status;
+  }
 };
+// Prints a Result in gtest's failure messages.
+void PrintTo(const Result& result, std::ostream* os);
 
 struct RootOptions {
   bool adminLog = true;               // create logs/admin (the debug log)

@@ -132,10 +132,7 @@ TEST_F(ListRecordLinesTest, ShortForm) {
 }
 
 TEST_F(ListRecordLinesTest, UserForm) {
-  e2e::Result r = List({"-U", "-rt", "ICFS"});
-  EXPECT_EQ(e2e::Golden("list-user.txt"), r.out);
-  EXPECT_EQ("", r.err);
-  EXPECT_EQ(0, r.status);
+  EXPECT_EQ(List({"-U", "-rt", "ICFS"}), (e2e::Result{e2e::Golden("list-user.txt"), "", 0}));
 }
 
 TEST_F(ListTest, EachImageCopyAndFragmentOnce) {
@@ -187,10 +184,7 @@ TEST_F(ListTest, TimeRangeAtABackupTime) {
 
 TEST_F(ListTest, NothingToPrint) {
   auto expect = [this](const std::vector<std::string>& args, const std::string& err) {
-    e2e::Result r = List(args);
-    EXPECT_EQ("", r.out) << (args.empty() ? "" : args[0]);
-    EXPECT_EQ(err, r.err) << (args.empty() ? "" : args[0]);
-    EXPECT_EQ(0, r.status);
+    EXPECT_EQ(List(args), (e2e::Result{"", err, 0})) << (args.empty() ? "" : args[0]);
   };
   // An empty catalog, and a query that returns no row.
   expect({}, kNoImages);

@@ -56,10 +56,7 @@ TEST(StartupTest, ConfigurationFailures) {
     size_t at = err.find("<root>");
     if (at != std::string::npos) err.replace(at, 6, root.path());
     // The command line is not read before these checks: -M changes nothing.
-    e2e::Result r = root.Run({"list", "-M", "other"});
-    EXPECT_EQ(r.err, err) << c.name;
-    EXPECT_EQ(r.out, "") << c.name;
-    EXPECT_EQ(r.status, c.status) << c.name;
+    EXPECT_EQ(root.Run({"list", "-M", "other"}), (e2e::Result{"", err, c.status})) << c.name;
   }
 }
 
@@ -74,17 +71,12 @@ TEST(StartupTest, ProgramNameComesFromTheLastComponentOfArgv0) {
   e2e::Root good;
   e2e::RunOptions empty;
   empty.argv0 = "";
-  e2e::Result r = good.Run({"list"}, "", empty);
-  EXPECT_EQ(r.err, "cannot malloc progname\n");
-  EXPECT_EQ(r.status, 36);
+  EXPECT_EQ(good.Run({"list"}, "", empty), (e2e::Result{"", "cannot malloc progname\n", 36}));
 }
 
 TEST(StartupTest, DebugLogOfANormalRunAndOfAnEarlyEnd) {
   e2e::Root root;
-  e2e::Result r = root.Run({"remove_all"});
-  EXPECT_EQ(r.out, kNotice);
-  EXPECT_EQ(r.err, "");
-  EXPECT_EQ(r.status, 0);
+  EXPECT_EQ(root.Run({"remove_all"}), (e2e::Result{kNotice, "", 0}));
   std::vector<std::string> log = root.DebugLogMessages();
   ASSERT_GE(log.size(), 4u);
   EXPECT_EQ(log[0], "<2> cyclectl: INITIATING: Stashwell 9.1.0.1 created: 0");
@@ -110,10 +102,7 @@ TEST(StartupTest, WithoutTheAdminLogDirectoryTheRunLogsNothing) {
   e2e::RootOptions options;
   options.adminLog = false;
   e2e::Root root(options);
-  e2e::Result r = root.Run({"remove_all"});
-  EXPECT_EQ(r.out, kNotice);
-  EXPECT_EQ(r.err, "");
-  EXPECT_EQ(r.status, 0);
+  EXPECT_EQ(root.Run({"remove_all"}), (e2e::Result{kNotice, "", 0}));
   EXPECT_EQ(root.DebugLog(), "");
 }
 
@@ -122,10 +111,8 @@ TEST(StartupTest, AnAdministratorStopsWhenTheLogCannotBeOpened) {
   options.adminLog = false;
   e2e::Root root(options);
   root.WriteFile("logs/admin", "a file where the log directory should be");
-  e2e::Result r = root.Run({"-testhook"});
-  EXPECT_EQ(r.err, "cyclectl: terminating - cannot open debug file: Not a directory (20)\n");
-  EXPECT_EQ(r.out, "");
-  EXPECT_EQ(r.status, 12);
+  const char refused[] = "cyclectl: terminating - cannot open debug file: Not a directory (20)\n";
+  EXPECT_EQ(root.Run({"-testhook"}), (e2e::Result{"", refused, 12}));
 }
 
 TEST(StartupTest, AnotherUserRunsWithoutALogItCannotOpen) {
@@ -134,10 +121,7 @@ TEST(StartupTest, AnotherUserRunsWithoutALogItCannotOpen) {
   root.Chmod("logs/admin", 0755);
   e2e::RunOptions nobody;
   nobody.asNobody = true;
-  e2e::Result r = root.Run({"-testhook"}, "", nobody);
-  EXPECT_EQ(r.err, "");
-  EXPECT_EQ(r.out, "SLP_WINDOWS_VERSION=1\n");
-  EXPECT_EQ(r.status, 0);
+  EXPECT_EQ(root.Run({"-testhook"}, "", nobody), (e2e::Result{"SLP_WINDOWS_VERSION=1\n", "", 0}));
   EXPECT_EQ(root.DebugLog(), "");
 }
 
@@ -170,10 +154,9 @@ TEST(StartupTest, AdministratorCheck) {
     std::string what = std::string(c.mode) + (c.credential ? " with credential" : "") +
                        (c.adminUser ? std::string(" ADMIN_USER ") + c.adminUser : "");
 
-    e2e::Result r = root.Run({"remove_all"}, "", nobody);
-    EXPECT_EQ(r.err, c.passes ? "" : refused) << what;
-    EXPECT_EQ(r.out, c.passes ? kNotice : "") << what;
-    EXPECT_EQ(r.status, c.passes ? 0 : 140) << what;
+    EXPECT_EQ(root.Run({"remove_all"}, "", nobody),
+              c.passes ? (e2e::Result{kNotice, "", 0}) : (e2e::Result{"", refused, 140}))
+        << what;
     std::vector<std::string> log = root.DebugLogMessages();
     EXPECT_THAT(log, Contains("<2> cyclectl: VERBOSE = 0")) << what;
     if (c.logLine) {
@@ -189,9 +172,7 @@ TEST(StartupTest, AdministratorCheck) {
   for (const char* mode : {"AUTOMATIC", "PROHIBITED", "REQUIRED"}) {
     e2e::Root root;
     root.SetConfig("USE_QZSS", mode);
-    e2e::Result r = root.Run({"remove_all"});
-    EXPECT_EQ(r.status, 0) << mode;
-    EXPECT_EQ(r.err, "") << mode;
+    EXPECT_EQ(root.Run({"remove_all"}), (e2e::Result{kNotice, "", 0})) << mode;
   }
 }
 
@@ -212,9 +193,8 @@ TEST(StartupTest, SecondLanguageCatalog) {
   e2e::Root admin;
   admin.Chmod("logs/admin", 0777);
   german.asNobody = true;
-  e2e::Result r = admin.Run({"remove_all"}, "", german);
-  EXPECT_EQ(r.err, "cyclectl: nur als Superuser ausführbar\n");
-  EXPECT_EQ(r.status, 140);
+  EXPECT_EQ(admin.Run({"remove_all"}, "", german),
+            (e2e::Result{"", "cyclectl: nur als Superuser ausführbar\n", 140}));
   EXPECT_THAT(admin.DebugLogMessages(), Contains(kRefusalLogged));
 }
 
