@@ -21,9 +21,10 @@ int g_method = LOG_METHOD_NONE;
 void LogMessage(int level, const char* source, const char* format, ...) {
   if (g_method == LOG_METHOD_NONE) return;
   char text[7680];
+  text[0] = '\0';
   va_list ap;
   va_start(ap, format);
-  vsnprintf(text, sizeof text, format ? format : "", ap);
+  if (format) vsnprintf(text, sizeof text, format, ap);
   va_end(ap);
   if (!source) source = "";
 
