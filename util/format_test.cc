@@ -31,7 +31,6 @@ TEST(FormatTest, EnumerationNames) {
       {FormatCopyType, 0, "BACKUP"},
       {FormatCopyType, 9, "CLOUD_SNAPSHOT_INDEX"},
       {FormatCopyType, 10, "INVALID"},
-      {FormatCopyType, -1, "INVALID"},
       {FormatCopyType, INT_MIN, "INVALID"},
       {FormatExpirationType, 5, "MIRROR"},
       {FormatExpirationType, 6, "INVALID"},
