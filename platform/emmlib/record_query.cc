@@ -6,6 +6,7 @@
 
 #include "platform/emmlib/connection.h"
 #include "platform/emmlib/emmlib.h"
+#include "platform/emmlib/free_chain.h"
 #include "platform/emmlib/image_rows.h"
 
 namespace emm {
@@ -167,29 +168,11 @@ unsigned RecordQuery::FetchList(int depth, unsigned* count, EMM_Image** list, bo
 
 void emmlib_FreeImage_List(EMM_Image** list) {
   if (list == nullptr) return;
-  EMM_Image* image = *list;
-  while (image != nullptr) {
-    EMM_ImageCopy* copy = image->copies;
-    while (copy != nullptr) {
-      EMM_ImageFragment* fragment = copy->fragments;
-      while (fragment != nullptr) {
-        EMM_ImageFragment* next = fragment->next;
-        free(fragment);
-        fragment = next;
-      }
-      EMM_ReplicationTarget* target = copy->replicationTargets;
-      while (target != nullptr) {
-        EMM_ReplicationTarget* next = target->next;
-        free(target);
-        target = next;
-      }
-      EMM_ImageCopy* next = copy->next;
-      free(copy);
-      copy = next;
-    }
-    EMM_Image* next = image->next;
-    free(image);
-    image = next;
-  }
+  emm::FreeChain(*list, [](EMM_Image* image) {
+    emm::FreeChain(image->copies, [](EMM_ImageCopy* copy) {
+      emm::FreeChain(copy->fragments);
+      emm::FreeChain(copy->replicationTargets);
+    });
+  });
   *list = nullptr;
 }

@@ -5,6 +5,7 @@
 
 #include "platform/emmlib/connection.h"
 #include "platform/emmlib/emmlib.h"
+#include "platform/emmlib/free_chain.h"
 #include "platform/emmlib/sqlite_stmt.h"
 
 namespace emm {
@@ -92,17 +93,7 @@ SS_LIST* db_getAllStorageServicesWithAllVersions(int* status) {
 }
 
 void db_freeSS_LISTs(SS_LIST* list) {
-  while (list != nullptr) {
-    SS_OPERATION* operation = list->operations;
-    while (operation != nullptr) {
-      SS_OPERATION* next = operation->next;
-      free(operation);
-      operation = next;
-    }
-    SS_LIST* next = list->next;
-    free(list);
-    list = next;
-  }
+  emm::FreeChain(list, [](SS_LIST* definition) { emm::FreeChain(definition->operations); });
 }
 
 DATA_CLASS_LIST* db_getDATA_CLASS_LIST(int* status) {
@@ -138,13 +129,7 @@ DATA_CLASS_LIST* db_getDATA_CLASS_LIST(int* status) {
   return head;
 }
 
-void db_freeDATA_CLASS_LIST(DATA_CLASS_LIST* list) {
-  while (list != nullptr) {
-    DATA_CLASS_LIST* next = list->next;
-    free(list);
-    list = next;
-  }
-}
+void db_freeDATA_CLASS_LIST(DATA_CLASS_LIST* list) { emm::FreeChain(list); }
 
 int db_get_Policy_Category() {
   int status;

@@ -7,6 +7,7 @@
 
 #include "platform/emmlib/connection.h"
 #include "platform/emmlib/emmlib.h"
+#include "platform/emmlib/free_chain.h"
 #include "platform/emmlib/query_handles.h"
 #include "platform/emmlib/sqlite_stmt.h"
 
@@ -127,11 +128,6 @@ unsigned emmlib_FetchSnapshotInfo(int* cid, int level, uint64_t handle, unsigned
 
 void emmlib_FreeSnapshotInfo_List(EMM_SnapshotInfo** list) {
   if (list == nullptr) return;
-  EMM_SnapshotInfo* record = *list;
-  while (record != nullptr) {
-    EMM_SnapshotInfo* next = record->next;
-    free(record);
-    record = next;
-  }
+  emm::FreeChain(*list);
   *list = nullptr;
 }
