@@ -21,8 +21,10 @@
 #include "platform/config.h"
 #include "platform/orb/orb.h"
 #include "remote/value_factories.h"
+#include "tools/cyclesvc-test/disk_service_servant.h"
+#include "tools/cyclesvc-test/exp_mgr_servant.h"
 #include "tools/cyclesvc-test/scenario.h"
-#include "tools/cyclesvc-test/servants.h"
+#include "tools/cyclesvc-test/slp_manager_servant.h"
 
 namespace {
 

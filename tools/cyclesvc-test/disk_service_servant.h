@@ -1,85 +1,16 @@
-// The test service's three servants: the SLP manager, the expiration
-// manager and the disk service manager. Every operation records its call and
-// answers as the scenario says (tools/cyclesvc-test/scenario.h); operations
-// whose results the scenario cannot describe answer with empty sequences and
-// null values.
-#ifndef TOOLS_CYCLESVC_TEST_SERVANTS_H_
-#define TOOLS_CYCLESVC_TEST_SERVANTS_H_
+// The test service's disk service manager: every operation records its
+// call; the volume lookups and identifyTargetMachine answer from the
+// scenario (tools/cyclesvc-test/scenario.h), the others with empty sequences
+// and null values.
+#ifndef TOOLS_CYCLESVC_TEST_DISK_SERVICE_SERVANT_H_
+#define TOOLS_CYCLESVC_TEST_DISK_SERVICE_SERVANT_H_
 
 #include "remote/idl/DiskService.hh"
-#include "remote/idl/ExpMgr.hh"
-#include "remote/idl/dssvc.hh"
 #include "tools/cyclesvc-test/scenario.h"
 
 namespace cyclesvc_test {
 
 namespace DS = Orvantic::Stashwell::DL::DiskService;
-
-class DssvcServant : public POA_Orvantic::Stashwell::StorageServiceMgmt::DssSVC::Dssvc {
- public:
-  explicit DssvcServant(Scenario& scenario) : scenario_(scenario) {}
-
-  using SubSystemID = Orvantic::Stashwell::StorageServiceMgmt::DssSVC::SubSystemID;
-  using DumpFormSelector = Orvantic::Stashwell::StorageServiceMgmt::DssSVC::DumpFormSelector;
-  using TimeRangeType = Orvantic::Stashwell::StorageServiceMgmt::DssSVC::TimeRangeType;
-
-  CORBA::Long StartImageDupSession() override;
-  CORBA::Long CancelImageCopyProcessing(
-      const char* destination, const char* lifecycle, const char* backupId, CORBA::Long slpVersion,
-      TimeRangeType rangeType, CORBA::ULongLong rangeTime, CORBA::Boolean doCancel,
-      Orvantic::Stashwell::StorageServiceMgmt::DssSVC::SLP_CancellableImageSeq_out
-          cancellableImages) override;
-  CORBA::Long ResumeImageCopyProcessing(const char* destination, const char* lifecycle,
-                                        const char* backupId, TimeRangeType rangeType,
-                                        CORBA::ULongLong rangeTime) override;
-  CORBA::Long SuspendImageCopyProcessing(const char* destination, const char* lifecycle,
-                                         const char* backupId, CORBA::ULongLong reactivationTime,
-                                         TimeRangeType rangeType,
-                                         CORBA::ULongLong rangeTime) override;
-  CORBA::Long CheckForActiveSession(CORBA::Long sessionKind) override;
-  CORBA::Long TerminateActiveSession() override;
-  CORBA::Long SubSystemDump(
-      SubSystemID subsystem, DumpFormSelector form, const char* dumpOptions,
-      Orvantic::Stashwell::StorageServiceMgmt::DssSVC::stringdata_out dumpLines) override;
-  CORBA::Long SubSystemSuspend(SubSystemID subsystem) override;
-  CORBA::Long SubSystemResume(SubSystemID subsystem) override;
-  CORBA::Long SubSystemOneSession(SubSystemID subsystem, const char* arg1, const char* arg2,
-                                  CORBA::Long arg3) override;
-  CORBA::Long DropAllWorkGroupAllocations() override;
-  CORBA::Long ProcessImportNotificationsFromTarget(
-      const char* targetMaster, const char* sourceMaster, CORBA::ULong notificationCount,
-      const Orvantic::Stashwell::StorageServiceMgmt::DssSVC::SLP_ImportNotificationSeq&
-          notifications) override;
-
- private:
-  Scenario& scenario_;
-};
-
-class ExpMgrServant : public POA_Orvantic::Stashwell::StorageServiceMgmt::ExpMgrSVC::ExpMgr {
- public:
-  explicit ExpMgrServant(Scenario& scenario) : scenario_(scenario) {}
-
-  CORBA::Long InitiateExpiration(const char* mediaServer, const char* storageServer,
-                                 const char* volumeId, const char* mediaId, const char* diskPool,
-                                 CORBA::Long diskType) override;
-  CORBA::Long HwmUpdate(const char* mediaServer, const char* storageServer, const char* mediaId,
-                        const char* stsSubtype, CORBA::LongLong totalCapacity,
-                        CORBA::LongLong usedCapacity) override;
-  CORBA::Long DiskfullExpiration(
-      Orvantic::Stashwell::StorageServiceMgmt::ExpMgrSVC::EXPIRATION_TYPE expirationType,
-      const char* mediaServer, const char* storageServer, const char* volumeId, const char* mediaId,
-      CORBA::Long diskType, CORBA::LongLong totalCapacity, CORBA::LongLong usedSpace,
-      CORBA::LongLong& expiredSpace, CORBA::Long& expirationId) override;
-  CORBA::Long QueryExpiration(CORBA::Long expirationId, CORBA::Long& opStatus,
-                              CORBA::LongLong& expiredSpace) override;
-  CORBA::Long DeletionDone(CORBA::Long expirationId) override;
-  CORBA::Long UpdatePotentialFreeSpace(const char* mediaServer, const char* storageServer,
-                                       const char* volumeId, const char* mediaId,
-                                       CORBA::Long diskType) override;
-
- private:
-  Scenario& scenario_;
-};
 
 class DiskServiceMgrServant : public POA_Orvantic::Stashwell::DL::DiskService::DiskServiceMgr {
  public:
@@ -199,4 +130,4 @@ class DiskServiceMgrServant : public POA_Orvantic::Stashwell::DL::DiskService::D
 
 }  // namespace cyclesvc_test
 
-#endif  // TOOLS_CYCLESVC_TEST_SERVANTS_H_
+#endif  // TOOLS_CYCLESVC_TEST_DISK_SERVICE_SERVANT_H_
