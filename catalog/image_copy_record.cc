@@ -6,6 +6,8 @@
 #include <cstddef>
 #include <cstring>
 
+#include "catalog/copy_state.h"
+
 using Corvela::Dal::DAL_VT_CHAR;
 using Corvela::Dal::DAL_VT_SBIGINT;
 using Corvela::Dal::DAL_VT_SHORT;
@@ -130,15 +132,12 @@ std::string SelectList() {
   return select;
 }
 
-// IMPORT_PENDING, the state of a copy waiting for the target's confirmation.
-const int kImportPendingState = 14;
-
 }  // namespace
 
 const std::string imageCopySelectStr = SelectList();
 
 std::string ImportPendingCondition(const char* slpName, bool allPendingImages, int64_t cutoff) {
-  std::string condition = " Copy.CopyState = " + std::to_string(kImportPendingState);
+  std::string condition = " Copy.CopyState = " + std::to_string(COPY_STATE_IMPORT_PENDING);
   if (slpName != nullptr && *slpName != '\0') {
     condition += " AND Image.StorageServiceName = '";
     for (const char* p = slpName; *p; ++p) {

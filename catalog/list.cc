@@ -9,7 +9,11 @@
 #include <cstring>
 #include <memory>
 
+#include "catalog/copy_state.h"
+#include "catalog/image_query.h"
 #include "catalog/record_printers.h"
+#include "catalog/record_types.h"
+#include "catalog/slp_state.h"
 #include "catalog/snapshot_traverser.h"
 #include "platform/emmlib/emmlib.h"
 #include "util/message.h"
@@ -22,27 +26,7 @@ namespace {
 const unsigned kRowsPerFetch = 500;
 const unsigned kSnapshotsPerFetch = 50;
 
-enum RecordBits { kImageBit = 1, kCopyBit = 2, kFragmentBit = 4, kSnapshotBit = 8 };
-const int kInactiveBit = 8;
-const int kImageComplete = 3;
-const int kCopyComplete = 5;
 const int kDataFormatSnapshot = 2;
-
-// Owns a catalog query handle and releases it.
-class ImageQuery {
- public:
-  ImageQuery() = default;
-  ~ImageQuery() {
-    if (handle_ != 0) emmlib_ReleaseImageResultHandle(&EmmCid, handle_);
-  }
-  ImageQuery(const ImageQuery&) = delete;
-  ImageQuery& operator=(const ImageQuery&) = delete;
-  uint64_t* address() { return &handle_; }
-  uint64_t handle() const { return handle_; }
-
- private:
-  uint64_t handle_ = 0;
-};
 
 // The filters that do not depend on the catalog's side of the query, with
 // their two outcomes: a row that fails a skip filter is passed over as if it
@@ -81,9 +65,9 @@ struct RowFilters {
 
     if (imageState != nullptr) {
       if (*imageState == -1) {
-        if ((image.SLPState & ~kInactiveBit) == kImageComplete) return false;
+        if ((image.SLPState & ~SLP_STATE_INACTIVE) == SLP_STATE_COMPLETE) return false;
       } else if (*imageState == -2) {
-        if ((image.SLPState & kInactiveBit) == 0) return false;
+        if ((image.SLPState & SLP_STATE_INACTIVE) == 0) return false;
       } else if (image.SLPState != *imageState) {
         return false;
       }
@@ -93,9 +77,9 @@ struct RowFilters {
         copy.CopyKey != 0) {
       if (copyState != nullptr) {
         if (*copyState == -1) {
-          if (copy.CopyState == kCopyComplete) return false;
+          if (copy.CopyState == COPY_STATE_COPYCOMPLETE) return false;
         } else if (*copyState == -2) {
-          if ((copy.CopyState & kInactiveBit) == 0) return false;
+          if ((copy.CopyState & COPY_STATE_INACTIVE) == 0) return false;
         } else if (copy.CopyState != *copyState) {
           return false;
         }
@@ -116,7 +100,7 @@ void PrintImage(LineWriter& out, outputform_e form, const EMM_Image& image) {
     case OUTPUT_BRIEF: PrintImageBrief(out, image); break;
     default:
       out.Flush();
-      fprintf(stderr, "unrecognized output format: %d\n", static_cast<int>(form));
+      PrintUnsupportedForm(form);
       break;
   }
 }
@@ -128,17 +112,17 @@ void PrintRowRecords(LineWriter& out, outputform_e form, int recordTypes, bool n
                      const Legacy_ImageView& row, SnapshotTraverser& snapshots) {
   const bool user = form == OUTPUT_USER;
   if (newCopy && row.copy.CopyKey != 0) {
-    if (recordTypes & kCopyBit) {
+    if (recordTypes & RECORD_TYPE_COPY) {
       user ? PrintCopyUser(out, row.copy) : PrintCopyShort(out, row.copy);
     }
-    if ((recordTypes & kSnapshotBit) && row.copy.DataFormat == kDataFormatSnapshot) {
+    if ((recordTypes & RECORD_TYPE_SNAPSHOT) && row.copy.DataFormat == kDataFormatSnapshot) {
       EMM_SnapshotInfo* snap = nullptr;
       for (snapshots.next(snap, &row); snap != nullptr; snapshots.next(snap, &row)) {
         user ? PrintSnapshotUser(out, *snap) : PrintSnapshotShort(out, *snap);
       }
     }
   }
-  if ((recordTypes & kFragmentBit) && row.fragment.FragmentKey != 0) {
+  if ((recordTypes & RECORD_TYPE_FRAGMENT) && row.fragment.FragmentKey != 0) {
     user ? PrintFragmentUser(out, row.fragment) : PrintFragmentShort(out, row.fragment);
   }
 }
@@ -151,23 +135,11 @@ void List(outputform_e form, const char* lifecycle, const char* destination,
           const short* copyState, const short* fragState, short lifecycleOnly, long version,
           int recordTypes, const int* copyType, int jobId, const char* policy,
           TimeRangeType timeRange, long time) {
-  // The catalog knows the incomplete (-1) and inactive (-2) selections as
-  // the states 8 and 4.
   int catalogState = 0;
-  const int* catalogStateArg = nullptr;
-  if (imageState != nullptr) {
-    if (*imageState >= 1) {
-      catalogState = *imageState;
-    } else if (*imageState == -1) {
-      catalogState = 8;
-    } else if (*imageState == -2) {
-      catalogState = 4;
-    }
-    if (catalogState != 0) catalogStateArg = &catalogState;
-  }
+  const int* catalogStateArg = CatalogImageState(imageState, &catalogState);
 
   SnapshotTraverser snapshots(EmmCid, MasterServer.c_str(), kSnapshotsPerFetch);
-  if (recordTypes & kSnapshotBit) {
+  if (recordTypes & RECORD_TYPE_SNAPSHOT) {
     unsigned status = snapshots.initQuery(backupId);
     if (status != 0) {
       PrintMsg(stderr, "SmeSlp0180N", "Error querying snapshot list, status= %d",
@@ -176,12 +148,10 @@ void List(outputform_e form, const char* lifecycle, const char* destination,
   }
 
   ImageQuery query;
-  unsigned status = emmlib_ImageQueryCopyTypeAndFormatExecute(
-      &EmmCid, 3, MasterServer.c_str(), backupId, client, mediaId, storageServer, mediaServer,
-      0, 0, fragState, 0, 0, catalogStateArg, copyType, 0, -1, lifecycle, query.address());
-  if (status != 0) {
-    PrintMsg(stderr, "SmeSlp0080N", "Error querying image list, status= %d",
-             static_cast<int>(status));
+  if (!ImageQueryStarted(emmlib_ImageQueryCopyTypeAndFormatExecute(
+          &EmmCid, 3, MasterServer.c_str(), backupId, client, mediaId, storageServer,
+          mediaServer, 0, 0, fragState, 0, 0, catalogStateArg, copyType, 0, -1, lifecycle,
+          query.address()))) {
     return;
   }
 
@@ -198,20 +168,11 @@ void List(outputform_e form, const char* lifecycle, const char* destination,
   int previousCopy = -1;
   bool anyRows = false;
 
-  for (;;) {
-    unsigned count = kRowsPerFetch;
-    status = emmlib_ImageQueryFetchRaw(&EmmCid, 3, query.handle(), &count, rows.get());
-    if (status != 0 && status != EMMLIB_END_OF_DATA) {
-      out.Flush();
-      PrintMsg(stderr, "SmeSlp0090N", "Error fetching image list, status= %d",
-               static_cast<int>(status));
-      break;
-    }
-    if (count > kRowsPerFetch) count = kRowsPerFetch;
-    if (count > 0) anyRows = true;
-
+  unsigned status = ForEachRowBatch(query, rows.get(), kRowsPerFetch, [&](
+      const Legacy_ImageView* batch, unsigned count) {
+    anyRows = true;
     for (unsigned i = 0; i < count; ++i) {
-      const Legacy_ImageView& row = rows[i];
+      const Legacy_ImageView& row = batch[i];
       if (filters.Skips(row)) continue;
       const bool sameImage = strcmp(row.image.BackupID, previousBackupId) == 0;
       const bool sameCopy = sameImage && row.copy.CopyNumber == previousCopy;
@@ -228,9 +189,12 @@ void List(outputform_e form, const char* lifecycle, const char* destination,
       }
       previousCopy = row.copy.CopyNumber;
     }
-
-    // End of data, or nobody reads the output any more (a closed pipe).
-    if (status == EMMLIB_END_OF_DATA || ferror(stdout)) break;
+    // Nobody reads the output any more (a closed pipe): stop.
+    return !ferror(stdout);
+  });
+  if (status != 0) {
+    out.Flush();
+    PrintImageFetchError(status);
   }
 
   out.Flush();

@@ -8,11 +8,9 @@
 #include <cstddef>
 #include <cstdint>
 #include <cstring>
-#include <memory>
-#include <utility>
-#include <vector>
 
-#include "platform/emmlib/emmlib.h"
+#include "catalog/data_classes.h"
+#include "catalog/slp_state.h"
 #include "platform/rguid.h"
 #include "util/format.h"
 #include "util/line_writer.h"
@@ -26,7 +24,6 @@ const char kNullShort[] = "*NULL*";
 const char kNullUser[] = "(none specified)";
 const char kBadGuid[] = "improperly formatted GUID";
 const char kRemoteMaster[] = "*Remote*Master*";
-const int kInactiveBit = 8;  // of an image's SLP state
 
 // Names of a numbered value: names[value - first] for first <= value <
 // first + count; any other value prints the number and `fallback`.
@@ -190,7 +187,7 @@ int64_t NumberOf(const char* record, const Field& f) {
     case kMpx: return Read<int16_t>(record, f);
     case kInt64:
     case kTime: return Read<int64_t>(record, f);
-    case kImageState: return Read<int32_t>(record, f) & ~kInactiveBit;
+    case kImageState: return Read<int32_t>(record, f) & ~SLP_STATE_INACTIVE;
     default: return Read<int32_t>(record, f);
   }
 }
@@ -237,7 +234,7 @@ void WriteUserValue(LineWriter& w, const char* record, const Field& f) {
       w.Int(mpx).Text(mpx != 0 ? " (true)" : " (false)");
       break;
     }
-    case kInactive: w.Text((Read<int32_t>(record, f) & kInactiveBit) ? "true" : "false"); break;
+    case kInactive: w.Text((Read<int32_t>(record, f) & SLP_STATE_INACTIVE) ? "true" : "false"); break;
     case kGuid: {
       char text[RGUID_BRACED_TEXT_SIZE];
       w.Text(GuidText(reinterpret_cast<const unsigned char*>(TextAt(record, f)), text));
@@ -281,23 +278,6 @@ void PrintUser(LineWriter& w, const char* heading, const void* record, const Fie
   w.Char('\n');
 }
 
-// Identifier and name of every data classification, read once per run.
-using DataClasses = std::vector<std::pair<std::string, std::string>>;
-
-DataClasses ReadDataClasses() {
-  DataClasses classes;
-  int status = 0;
-  std::unique_ptr<DATA_CLASS_LIST, void (*)(DATA_CLASS_LIST*)> list(
-      db_getDATA_CLASS_LIST(&status), [](DATA_CLASS_LIST* l) {
-        if (l != nullptr) db_freeDATA_CLASS_LIST(l);
-      });
-  if (status != 0) return classes;
-  for (const DATA_CLASS_LIST* c = list.get(); c != nullptr; c = c->next) {
-    classes.emplace_back(c->identifier, c->name);
-  }
-  return classes;
-}
-
 }  // namespace
 
 void PrintImageShort(LineWriter& w, const EMM_Image& image) {
@@ -310,8 +290,8 @@ void PrintImageShort(LineWriter& w, const EMM_Image& image) {
   Value(s, image.ClientType);
   Value(s, image.ScheduleType);
   Value(s, image.SLPName);
-  Value(s, image.SLPState & ~kInactiveBit);
-  if (image.SLPState & kInactiveBit) {
+  Value(s, image.SLPState & ~SLP_STATE_INACTIVE);
+  if (image.SLPState & SLP_STATE_INACTIVE) {
     s.Literal(" true");
   } else {
     s.Literal(" false");
@@ -421,11 +401,3 @@ STREAM_PRINTER(PrintFragmentUser, EMM_ImageFragment)
 STREAM_PRINTER(PrintSnapshotShort, EMM_SnapshotInfo)
 STREAM_PRINTER(PrintSnapshotUser, EMM_SnapshotInfo)
 #undef STREAM_PRINTER
-
-std::string ConvClassIDtoClassName(const char* classId) {
-  static const DataClasses classes = ReadDataClasses();
-  for (const auto& c : classes) {
-    if (c.first == classId) return " (" + c.second + ")";
-  }
-  return std::string();
-}

@@ -12,7 +12,6 @@
 #define CATALOG_RECORD_PRINTERS_H_
 
 #include <cstdio>
-#include <string>
 
 #include "platform/emmlib/emm_records.h"
 #include "util/line_writer.h"
@@ -36,10 +35,5 @@ void PrintFragmentShort(Orvantic::Stashwell::LineWriter& w, const EMM_ImageFragm
 void PrintFragmentUser(Orvantic::Stashwell::LineWriter& w, const EMM_ImageFragment& fragment);
 void PrintSnapshotShort(Orvantic::Stashwell::LineWriter& w, const EMM_SnapshotInfo& snapshot);
 void PrintSnapshotUser(Orvantic::Stashwell::LineWriter& w, const EMM_SnapshotInfo& snapshot);
-
-// " (<name>)" of the data classification whose identifier is `classId`, or
-// the empty text when there is none or the classifications cannot be read.
-// The classification list is read from the catalog once per run.
-std::string ConvClassIDtoClassName(const char* classId);
 
 #endif  // CATALOG_RECORD_PRINTERS_H_

@@ -9,15 +9,8 @@
 #include <map>
 #include <string>
 
+#include "catalog/record_types.h"
 #include "util/service_enums.h"
-
-// Bits of the -rt record-type mask.
-enum {
-  RECORD_TYPE_IMAGE = 1,
-  RECORD_TYPE_COPY = 2,
-  RECORD_TYPE_FRAGMENT = 4,
-  RECORD_TYPE_SNAPSHOT = 8,
-};
 
 // Subsystem abbreviation to subsystem, compared with case.
 extern std::map<std::string, SubSystemID> abrevMap;

@@ -9,43 +9,13 @@
 #include <string>
 #include <vector>
 
+#include "tests/e2e/catalog_test.h"
 #include "tests/e2e/harness.h"
 
 namespace {
 
-class ListTest : public ::testing::Test {
+class ListTest : public e2e::CatalogTest {
  protected:
-  // Inserts a row, applies the "Column = value" settings `set` and returns
-  // the new row's key.
-  std::string Insert(const std::string& table, const std::string& keyColumn,
-                     const std::string& columns, const std::string& values,
-                     const std::string& set) {
-    std::string sql = "INSERT INTO " + table + " (" + columns + ") VALUES (" + values + ");";
-    if (!set.empty()) {
-      sql += "UPDATE " + table + " SET " + set + " WHERE " + keyColumn + " = last_insert_rowid();";
-    }
-    std::string key = root_.Sql(sql + "SELECT last_insert_rowid();");
-    return key.substr(0, key.find('\n'));
-  }
-  std::string AddImage(const std::string& client, long backupTime, const std::string& set = "") {
-    return Insert("DBM_Image", "ImageKey", "MasterServerKey, ClientMachineName, BackupTime",
-                  "(SELECT MachineKey FROM EMM_Machine WHERE MachinePrimaryName = 'master1'), '" +
-                      client + "', " + std::to_string(backupTime),
-                  set);
-  }
-  std::string AddCopy(const std::string& image, int number, const std::string& set = "") {
-    return Insert("DBM_ImageCopy", "ImageCopyKey", "ImageKey, CopyNumber",
-                  image + ", " + std::to_string(number), set);
-  }
-  std::string AddFragment(const std::string& copy, int number, const std::string& set = "") {
-    return Insert("DBM_ImageFragment", "FragmentKey", "ImageCopyKey, FragmentNumber",
-                  copy + ", " + std::to_string(number), set);
-  }
-  void AddSnapshot(const std::string& copy, const std::string& name) {
-    Insert("DBM_ImageSnapshot", "SnapshotKey", "ImageCopyKey, StorageServerName, SnapshotName",
-           copy + ", 'array1', '" + name + "'", "");
-  }
-
   e2e::Result List(std::vector<std::string> args) {
     args.insert(args.begin(), "list");
     return root_.Run(args);
@@ -75,8 +45,6 @@ class ListTest : public ::testing::Test {
     }
     return keys;
   }
-
-  e2e::Root root_;
 };
 
 const char kNoImages[] = "No images or lifecycles matching criteria found.\n";

@@ -1,0 +1,72 @@
+// A test fixture for the catalog reports: a fresh installation root and
+// helpers that seed its catalog with images, copies, fragments, snapshots,
+// SLP definitions and data classifications. Each Add... inserts one row with
+// the columns every row needs, then applies the "Column = value, ..."
+// settings `set`, and returns the new row's key.
+#ifndef TESTS_E2E_CATALOG_TEST_H_
+#define TESTS_E2E_CATALOG_TEST_H_
+
+#include <gtest/gtest.h>
+
+#include <string>
+
+#include "tests/e2e/harness.h"
+
+namespace e2e {
+
+class CatalogTest : public ::testing::Test {
+ protected:
+  std::string Insert(const std::string& table, const std::string& keyColumn,
+                     const std::string& columns, const std::string& values,
+                     const std::string& set) {
+    std::string sql = "INSERT INTO " + table + " (" + columns + ") VALUES (" + values + ");";
+    if (!set.empty()) {
+      sql += "UPDATE " + table + " SET " + set + " WHERE " + keyColumn + " = last_insert_rowid();";
+    }
+    std::string key = root_.Sql(sql + "SELECT last_insert_rowid();");
+    return key.substr(0, key.find('\n'));
+  }
+  // An image of the master server master1.
+  std::string AddImage(const std::string& client, long backupTime, const std::string& set = "") {
+    return Insert("DBM_Image", "ImageKey", "MasterServerKey, ClientMachineName, BackupTime",
+                  "(SELECT MachineKey FROM EMM_Machine WHERE MachinePrimaryName = 'master1'), '" +
+                      client + "', " + std::to_string(backupTime),
+                  set);
+  }
+  std::string AddCopy(const std::string& image, int number, const std::string& set = "") {
+    return Insert("DBM_ImageCopy", "ImageCopyKey", "ImageKey, CopyNumber",
+                  image + ", " + std::to_string(number), set);
+  }
+  std::string AddFragment(const std::string& copy, int number, const std::string& set = "") {
+    return Insert("DBM_ImageFragment", "FragmentKey", "ImageCopyKey, FragmentNumber",
+                  copy + ", " + std::to_string(number), set);
+  }
+  void AddSnapshot(const std::string& copy, const std::string& name) {
+    Insert("DBM_ImageSnapshot", "SnapshotKey", "ImageCopyKey, StorageServerName, SnapshotName",
+           copy + ", 'array1', '" + name + "'", "");
+  }
+  // One version of an SLP definition with `operations` operations (copy
+  // type 1 each); `flags` 8 marks it inactive.
+  void AddSlp(const std::string& name, int version, int operations, int flags = 0) {
+    std::string slp = Insert("SLP_StorageService", "StorageServiceKey",
+                             "StorageServiceName, VersionNumber, Flags",
+                             "'" + name + "', " + std::to_string(version) + ", " +
+                                 std::to_string(flags),
+                             "");
+    for (int i = 1; i <= operations; ++i) {
+      Insert("SLP_StorageServiceOperation", "OperationKey",
+             "StorageServiceKey, OperationIndex, CopyType",
+             slp + ", " + std::to_string(i) + ", 1", "");
+    }
+  }
+  void AddDataClass(const std::string& id, const std::string& name, int rank) {
+    Insert("EMM_DataClassification", "ClassificationID", "ClassificationID, Name, Rank",
+           "'" + id + "', '" + name + "', " + std::to_string(rank), "");
+  }
+
+  Root root_;
+};
+
+}  // namespace e2e
+
+#endif  // TESTS_E2E_CATALOG_TEST_H_
