@@ -76,6 +76,9 @@ void WalkOption(ArgumentWalk& walk, ACE_Arg_Shifter_T<char>& shifter) {
     if (!shifter.is_parameter_next()) {
       PrintMsg(stderr, "SmeSlp0470N", "No value supplied for %s option", optNames[rule->option]);
       walk.errorSeen = true;
+      // The argument that stood where the value belongs is passed over
+      // unread: "-client -U" does not also switch the output form.
+      if (shifter.is_anything_left()) shifter.consume_arg();
       return;
     }
     value = shifter.get_current();

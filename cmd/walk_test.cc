@@ -134,8 +134,24 @@ TEST_F(WalkTest, RejectedValuesLeaveTheOptionNotGiven) {
   EXPECT_FALSE(walk.line.given(OPT_CLIENT));
   EXPECT_FALSE(walk.line.given(OPT_RT));
   EXPECT_FALSE(walk.line.given(OPT_SUBSYS));
-  EXPECT_TRUE(walk.line.given(OPT_U));  // read as an option of its own
+  EXPECT_FALSE(walk.line.given(OPT_U));  // passed over unread
+  EXPECT_EQ(walk.line.outputForm, OUTPUT_SHORT);
   EXPECT_EQ(walk.line.recordTypes, 7);
+  EXPECT_EQ(walk.argumentCount, 4);
+}
+
+TEST_F(WalkTest, AMissingValueStepsOverTheNextArgumentUnread) {
+  ArgumentWalk walk = Walk({"list", "-client", "-zzz", "-policy", "-wait", "-mediaid"});
+  EXPECT_EQ(err_,
+            "No value supplied for -client option\n"
+            "No value supplied for -policy option\n"
+            "No value supplied for -mediaid option\n");
+  walk = Walk({"update_hwm", "-totalcap", "-5", "-usedcap", "7"});
+  EXPECT_EQ(err_, "No value supplied for -totalcap option\n");
+  EXPECT_EQ(walk.line.usedCap, 7);
+  // A passed-over argument never selects an operation.
+  walk = Walk({"-client", "-testhook"});
+  EXPECT_EQ(walk.line.operation, OP_NONE);
 }
 
 TEST_F(WalkTest, UnknownWordClearsTheOperation) {

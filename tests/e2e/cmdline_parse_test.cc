@@ -40,6 +40,14 @@ TEST(CmdlineParseTest, WalkErrorsEndTheRunWithStatusOne) {
   RunCases({
       {{"list", "-client"}, "No value supplied for -client option\n", 1},
       {{"list", "-client", "-U"}, "No value supplied for -client option\n", 1},
+      // What stands where a value belongs is passed over unread.
+      {{"list", "-client", "-zzz", "-policy", "-wait", "-mediaid"},
+       "No value supplied for -client option\n"
+       "No value supplied for -policy option\n"
+       "No value supplied for -mediaid option\n",
+       1},
+      {{"suspend", "-subsys", "-1"}, "No value supplied for -subsys option\n", 1},
+      {{"update_hwm", "-totalcap", "-5"}, "No value supplied for -totalcap option\n", 1},
       {{"list", "-rt", "X"}, "-rt argument X not a recognized value\n", 1},
       {{"dump", "-df", "json"}, "-df argument json not a recognized value\n", 1},
       {{"list", "-lifecyclex", "a"},
@@ -60,8 +68,8 @@ TEST(CmdlineParseTest, WalkErrorsEndTheRunWithStatusOne) {
 
 TEST(CmdlineParseTest, AllWalkErrorsAreReportedInArgumentOrderBeforeTheRunEnds) {
   RunCases({
-      {{"-bogus", "list", "-rt", "Z", "cancel", "-client", "-subsys", "x", "nosuch", "-wait",
-        "-jobid"},
+      {{"-bogus", "list", "-rt", "Z", "cancel", "-client", "-U", "-subsys", "x", "nosuch",
+        "-wait", "-jobid"},
        "-bogus is not a recognized option\n"
        "-rt argument Z not a recognized value\n"
        "multiple operations  specified\n"
