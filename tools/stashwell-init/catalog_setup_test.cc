@@ -149,6 +149,11 @@ TEST(DemoCatalog, CoversWhatTheReportsShow) {
   EXPECT_EQ(1, count("SELECT COUNT(*) FROM SLP_WorkGroup w WHERE NOT EXISTS (SELECT 1 FROM"
                      " SLP_TargetCopyInfo t WHERE t.WorkGroupKey = w.WorkGroupKey)"));
   EXPECT_GT(count("SELECT COUNT(*) FROM SLP_TargetCopyInfo"), 0);
+  // Target copies go to the demo's own two pools, both of them.
+  auto pools = Counts(db, "SELECT VolumePool, COUNT(*) FROM SLP_TargetCopyInfo GROUP BY 1");
+  EXPECT_EQ(2u, pools.size());
+  EXPECT_GT(pools["stash_pool"], 0);
+  EXPECT_GT(pools["dr_pool"], 0);
   EXPECT_GT(count("SELECT COUNT(*) FROM DBM_DeletedFragment"), 0);
   EXPECT_GT(count("SELECT COUNT(*) FROM SLP_PendingImport"), 0);
   // Images are stored in listing order, so a listing reads the file in order.

@@ -169,7 +169,7 @@ void DemoWriter::WriteWorkGroups() {
     for (int t = 0; t < targets; ++t) {
       const Operation& op = slp.operations[(t + 1) % slp.operationCount];
       target.Int(key).Int(2 + t).Int(2 + t).Int(random_.Below(8)).Int(random_.Below(25))
-          .Text(op.destination).Text(random_.Percent(50) ? "NetBackup" : "DataStore")
+          .Text(op.destination).Text(random_.Percent(50) ? "stash_pool" : "dr_pool")
           .Text(random_.Percent(30) ? "ms_group1" : "").Text(random_.Percent(20) ? "dr-tag" : "")
           .Run();
     }
