@@ -7,6 +7,7 @@
 #include "catalog/list.h"
 #include "cmd/confirm.h"
 #include "util/process.h"
+#include "workgroup/list_work_groups.h"
 
 namespace {
 
@@ -25,6 +26,8 @@ int cmd_list(const CommandLine& l) {
        l.copyType.get(), l.jobId, l.policy.get(), l.timeRange, l.time);
   return 0;
 }
+
+int cmd_listwg(const CommandLine& l) { return ListWorkGroups(l.outputForm, l.key); }
 
 int cmd_remove_all(const CommandLine&) {
   fputs("This operation has been deprecated and is no longer available.\n", stdout);
@@ -53,7 +56,7 @@ const DispatchEntry kDispatchTable[] = {
     {OP_PENDIMPLIST, nullptr, nullptr, STATUS_ZERO},
     {OP_LIST_IMPORT_NOTIFY, nullptr, nullptr, STATUS_ZERO},
     {OP_REPLLIST, nullptr, nullptr, STATUS_ZERO},
-    {OP_LISTWG, nullptr, nullptr, STATUS_RESULT},
+    {OP_LISTWG, nullptr, cmd_listwg, STATUS_RESULT},
     {OP_ONE_SESSION, nullptr, nullptr, STATUS_ZERO},
     {OP_QUERY_EXP, nullptr, nullptr, STATUS_ZERO},
     {OP_REDO, nullptr, nullptr, STATUS_ZERO},

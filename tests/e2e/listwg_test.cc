@@ -1,0 +1,214 @@
+// End-to-end tests of `cyclectl listwg`: work groups with three, one and no
+// target copies in every output form, the selection of one key, and the
+// statuses of a missing catalog, a catalog without work-group table, and a
+// fetch that fails part way.
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <string>
+#include <vector>
+
+#include "tests/e2e/harness.h"
+
+namespace {
+
+const char kGroupColumns[] =
+    "WorkGroupKey, WorkGroupID, HasSingleSLPImages, SLPName, SLPVersionNumber, "
+    "PrimaryCopyNumber, IsFrozen, SrcCopyNumber, SrcMediaType, SrcMediaSubType, SrcAltReadHost, "
+    "SrcServerType, SrcStorageServer, SrcParentID, SrcMediaId, IsTargetPreserveMPX, "
+    "IsTargetMirror, TargetPriority, TargetNumberCopies, PolicyName, SchedName, SchedType, "
+    "WindowCloseOptions, TargetMasterServer, TargetStorageServer, TargetVolume, TargetImportSLP, "
+    "ImageBlockSize, CreatedDateTime";
+const char kCopyColumns[] =
+    "WorkGroupKey, CopyNumber, SLPIndex, Flags, RetentionLevel, Residence, VolumePool, "
+    "ServerGroup, DestTag";
+
+bool EndsWith(const std::string& text, const std::string& end) {
+  return text.size() >= end.size() && text.compare(text.size() - end.size(), end.size(), end) == 0;
+}
+
+class ListWgTest : public ::testing::Test {
+ protected:
+  void SetUp() override {
+    // Group 7: every field its own value, three target copies; group 9: kind
+    // 15 (past the table), one target copy; group 12: kind 14, none.
+    root_.Sql(std::string("INSERT INTO SLP_WorkGroup (") + kGroupColumns +
+              ") VALUES "
+              "(7, 1, 1, 'slp_gold', 3, 1, 1, 2, 0, 6, 'alt1', 'PoolDisk', 'sts1', 'parent1', "
+              "'media1', 1, 1, 50, 2, 'pol1', 'sched1', 4, 'CANCEL', 'tm1', 'tsts1', 'tvol1', "
+              "'imp_slp', 262144, 1700000000), "
+              "(9, 15, 0, 'slp_b', 1, 1, 0, 1, 2, 0, '', '', '', '', '', 0, 0, 0, 1, '', '', 0, "
+              "'', '', '', '', '', 0, 1700000001), "
+              "(12, 14, 0, '', 0, 0, 0, 0, 0, 0, '', '', '', '', '', 0, 0, 0, 0, '', '', 0, "
+              "'', '', '', '', '', 0, 0);" +
+              "INSERT INTO SLP_TargetCopyInfo (" + kCopyColumns +
+              ") VALUES "
+              "(7, 2, 2, 4294967295, 11, 'stu_a', 'pool_a', 'grp_a', 'tag_a'), "
+              "(7, 3, 3, 0, 12, 'stu_b', '', '', ''), "
+              "(7, 4, 4, 1, 13, 'stu_c', '', '', ''), "
+              "(9, -1, 1, 8, 0, 'stu_d', 'pool_d', '', '');");
+  }
+
+  e2e::Result ListWg(std::vector<std::string> args) {
+    args.insert(args.begin(), "listwg");
+    return root_.Run(args);
+  }
+
+  e2e::Root root_;
+};
+
+const char kShortAll[] =
+    "V7.6.0 WG 7 1 pol1 sched1 4 1 slp_gold 3 1 1 2 media1 0 6 alt1 PoolDisk sts1 parent1 1 1 "
+    "50 2 CANCEL tm1 tsts1 tvol1 imp_slp 1700000000 262144\n"
+    "V7.6.0 TCI 2 2 4294967295 11 stu_a pool_a grp_a tag_a \n"
+    "V7.6.0 TCI 3 3 0 12 stu_b *NULL* *NULL* *NULL* \n"
+    "V7.6.0 TCI 4 4 1 13 stu_c *NULL* *NULL* *NULL* \n"
+    "V7.6.0 WG 9 15 *NULL* *NULL* 0 0 slp_b 1 1 0 1 *NULL* 2 0 *NULL* *NULL* *NULL* *NULL* 0 0 "
+    "0 1 *NULL* *NULL* *NULL* *NULL* *NULL* 1700000001 0\n"
+    "V7.6.0 TCI -1 1 8 0 stu_d pool_d *NULL* *NULL* \n"
+    "V7.6.0 WG 12 14 *NULL* *NULL* 0 0 *NULL* 0 0 0 0 *NULL* 0 0 *NULL* *NULL* *NULL* *NULL* 0 "
+    "0 0 0 *NULL* *NULL* *NULL* *NULL* *NULL* 0 0\n"
+    "V7.6.0 TCI 0 0 0 0 *NULL* *NULL* *NULL* *NULL* \n";
+
+TEST_F(ListWgTest, ShortAndBriefFormsGroupTargetCopiesUnderTheirWorkGroup) {
+  EXPECT_EQ(ListWg({}), (e2e::Result{kShortAll, "", 0}));
+  EXPECT_EQ(ListWg({"-l"}), (e2e::Result{kShortAll, "", 0}));
+  EXPECT_EQ(ListWg({"-b"}), (e2e::Result{"7\n9\n12\n", "", 0}));
+}
+
+TEST_F(ListWgTest, UserFormNamesTheKindAndDatesTheCreationTime) {
+  const std::string group12 =
+      "\nWorkGroup:\n"
+      " WorkGroup Key                 : 12\n"
+      " WorkGroup ID                  : 14(CLOUD_SNAPSHOT_BACKUP)\n";
+  e2e::Result r = ListWg({"-U", "-key", "7"});
+  EXPECT_EQ(r.out,
+            "\nWorkGroup:\n"
+            " WorkGroup Key                 : 7\n"
+            " WorkGroup ID                  : 1(DISK)\n"
+            " Policy                        : pol1\n"
+            " Schedule                      : sched1\n"
+            " Schedule Type                 : 4\n"
+            " Has Single SLP?               : 1\n"
+            " Storage Lifecycle Policy      : slp_gold\n"
+            " Version Number                : 3\n"
+            " Primary Copy Number           : 1\n"
+            " is Frozen?                    : 1\n"
+            " Source Copy Number            : 2\n"
+            " Source Media ID               : media1\n"
+            " Source Media Type             : 0\n"
+            " Source Media SubType          : 6\n"
+            " Alternate Read Host           : alt1\n"
+            " Server Type                   : PoolDisk\n"
+            " Source Storage Server         : sts1\n"
+            " Parent ID                     : parent1\n"
+            " Block Size                    : 262144\n"
+            " Target Preserve MPX           : 1\n"
+            " Target Mirror                 : 1\n"
+            " Target Priority               : 50\n"
+            " Target Number Copies          : 2\n"
+            " Window Close Option           : CANCEL\n"
+            " Target Master Server          : tm1\n"
+            " Target Storage Server         : tsts1\n"
+            " Target Volume                 : tvol1\n"
+            " Target Import SLP             : imp_slp\n"
+            " Created Date/Time             : 1700000000(2023/11/14 22:13:20)\n"
+            " Target Copy:\n"
+            "   Copy Number                 : 2\n"
+            "   SLP Index                   : 2\n"
+            "   Flags                       : 4294967295\n"
+            "   Retention Level             : 11\n"
+            "   Residence                   : stu_a\n"
+            "   Volume Pool                 : pool_a\n"
+            "   Server Group                : grp_a\n"
+            "   Destination Tag             : tag_a\n"
+            " Target Copy:\n"
+            "   Copy Number                 : 3\n"
+            "   SLP Index                   : 3\n"
+            "   Flags                       : 0\n"
+            "   Retention Level             : 12\n"
+            "   Residence                   : stu_b\n"
+            "   Volume Pool                 : (none specified)\n"
+            "   Server Group                : (none specified)\n"
+            "   Destination Tag             : (none specified)\n"
+            " Target Copy:\n"
+            "   Copy Number                 : 4\n"
+            "   SLP Index                   : 4\n"
+            "   Flags                       : 1\n"
+            "   Retention Level             : 13\n"
+            "   Residence                   : stu_c\n"
+            "   Volume Pool                 : (none specified)\n"
+            "   Server Group                : (none specified)\n"
+            "   Destination Tag             : (none specified)\n");
+  EXPECT_EQ(r.status, 0);
+  EXPECT_EQ(ListWg({"-U", "-key", "12"}).out.substr(0, group12.size()), group12);
+  EXPECT_NE(ListWg({"-U", "-key", "9"}).out.find(" WorkGroup ID                  : 15(NULL)\n"),
+            std::string::npos);
+}
+
+TEST_F(ListWgTest, JsonFormsWriteOneDocumentPerWorkGroup) {
+  const std::string group9 =
+      R"({"WorkGroupKey":9,"WorkGroupID":15,"WorkGroupIDName":"NULL","Policy":"",)"
+      R"("Schedule":"","ScheduleType":0,"HasSingleSLP":0,"SLPName":"slp_b","VersionNumber":1,)"
+      R"("PrimaryCopyNumber":1,"is Frozen":0,"SourceCopyNumber":1,"SourceMediaID":"",)"
+      R"("SourceMediaType":2,"SourceMediaSubType":0,"AlternateReadHost":"","ServerType":"",)"
+      R"("SourceStorageServer":"","ParentID":"","TargetPreserveMPX":0,"TargetMirror":0,)"
+      R"("TargetPriority":0,"TargetNumberCopies":1,"WindowCloseOption":"",)"
+      R"("TargetMasterServer":"","TargetStorageServer":"","TargetVolume":"",)"
+      R"("TargetImportSLP":"","CreatedDateTime":1700000001,"TargetCopyInfo":[)"
+      R"({"CopyNumber":-1,"SLPIndex":1,"Flags":8,"RetentionLevel":0,"Residence":"stu_d",)"
+      R"("VolumePool":"pool_d","ServerGroup":"","DestinationTag":""}]})"
+      "\n";
+  EXPECT_EQ(ListWg({"-json_compact", "-key", "9"}), (e2e::Result{group9, "", 0}));
+
+  e2e::Result all = ListWg({"-json_compact"});
+  EXPECT_EQ(all.status, 0);
+  ASSERT_EQ(std::count(all.out.begin(), all.out.end(), '\n'), 3) << all.out;
+  const std::string first = all.out.substr(0, all.out.find('\n'));
+  EXPECT_EQ(first.find(R"({"WorkGroupKey":7,"WorkGroupID":1,"WorkGroupIDName":"DISK",)"), 0u);
+  EXPECT_NE(first.find(R"("Flags":4294967295)"), std::string::npos);
+  EXPECT_EQ(std::count(first.begin(), first.end(), '{'), 4);  // the group and 3 copies
+  EXPECT_NE(all.out.find("\n" + group9), std::string::npos);
+  EXPECT_NE(all.out.find(R"({"WorkGroupKey":12,"WorkGroupID":14,)"
+                         R"("WorkGroupIDName":"CLOUD_SNAPSHOT_BACKUP",)"),
+            std::string::npos);
+  EXPECT_PRED2(EndsWith, all.out,
+            R"("TargetCopyInfo":[{"CopyNumber":0,"SLPIndex":0,"Flags":0,"RetentionLevel":0,)"
+            R"("Residence":"","VolumePool":"","ServerGroup":"","DestinationTag":""}]})"
+            "\n");
+  EXPECT_EQ(all.out.find("Block"), std::string::npos);
+
+  e2e::Result indented = ListWg({"-json", "-key", "9"});
+  EXPECT_EQ(indented.out.find("{\n  \"WorkGroupKey\": 9,\n  \"WorkGroupID\": 15,\n"), 0u);
+  EXPECT_NE(indented.out.find("\n  \"TargetCopyInfo\": [\n    {\n      \"CopyNumber\": -1,\n"),
+            std::string::npos);
+  EXPECT_PRED2(EndsWith, indented.out, "\n    }\n  ]\n}\n");
+}
+
+TEST_F(ListWgTest, NothingFoundIsNoFailure) {
+  EXPECT_EQ(ListWg({"-key", "8"}), (e2e::Result{"", "No work groups found\n", 0}));
+  root_.Sql("DELETE FROM SLP_TargetCopyInfo; DELETE FROM SLP_WorkGroup;");
+  EXPECT_EQ(ListWg({"-json"}), (e2e::Result{"", "No work groups found\n", 0}));
+}
+
+TEST_F(ListWgTest, CatalogFailuresEndWithTheirStatus) {
+  // A kind that does not fit its field fails the fetch of group 9's row:
+  // group 7 is out, group 9 never appears.
+  root_.Sql("UPDATE SLP_WorkGroup SET WorkGroupID = 99999999999 WHERE WorkGroupKey = 9;");
+  const char kFetchError[] = "error fetching data from database, status = 2007010\n";
+  e2e::Result brief = ListWg({"-b"});
+  EXPECT_EQ(brief, (e2e::Result{"7\n", kFetchError, 130}));
+  // In JSON group 7 is finished only when group 9 starts, so nothing is out.
+  EXPECT_EQ(ListWg({"-json"}), (e2e::Result{"", kFetchError, 130}));
+
+  root_.Sql("DROP TABLE SLP_WorkGroup;");
+  EXPECT_EQ(ListWg({}),
+            (e2e::Result{"", "error executing SQL query, status = 2007006\n", 130}));
+  EXPECT_NE(root_.DebugLog().find("FROM SLP_MAIN.SLP_WorkGroup AS Wg"), std::string::npos);
+
+  root_.Remove("db/catalog.db");
+  EXPECT_EQ(ListWg({}),
+            (e2e::Result{"", "cannot connect to database, status = 2007002\n", 25}));
+}
+
+}  // namespace
