@@ -6,6 +6,7 @@
 
 #include "catalog/list.h"
 #include "cmd/confirm.h"
+#include "remote/drop_wg.h"
 #include "util/process.h"
 #include "workgroup/list_work_groups.h"
 
@@ -27,6 +28,8 @@ int cmd_list(const CommandLine& l) {
   return 0;
 }
 
+int cmd_dropwg(const CommandLine&) { return DropWG(); }
+
 int cmd_listwg(const CommandLine& l) { return ListWorkGroups(l.outputForm, l.key); }
 
 int cmd_remove_all(const CommandLine&) {
@@ -43,7 +46,7 @@ const DispatchEntry kDispatchTable[] = {
     {OP_DELETEDONE, nullptr, nullptr, STATUS_FROM_BODY},
     {OP_DISKFULL, nullptr, nullptr, STATUS_FROM_BODY},
     {OP_DISKSPACEINFO, nullptr, nullptr, STATUS_FROM_BODY},
-    {OP_DROPWG, ConfirmDropWG, nullptr, STATUS_RESULT},
+    {OP_DROPWG, ConfirmDropWG, cmd_dropwg, STATUS_RESULT},
     {OP_DUMP, nullptr, nullptr, STATUS_ZERO},
     {OP_UPDATE_HWM, nullptr, nullptr, STATUS_ZERO},
     {OP_INACTIVE, nullptr, nullptr, STATUS_FROM_BODY},

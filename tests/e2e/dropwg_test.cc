@@ -1,0 +1,88 @@
+// End-to-end tests of `cyclectl dropwg` against the test service: the
+// message for each status the service returns, the statuses when the SLP
+// manager cannot be reached or narrowed, and a raised exception.
+#include <gtest/gtest.h>
+
+#include <string>
+#include <vector>
+
+#include "tests/e2e/harness.h"
+#include "tools/cyclesvc-test/test_service.h"
+
+namespace {
+
+const char kDropCall[] = "Dssvc.DropAllWorkGroupAllocations()";
+
+e2e::RootOptions LoopbackRoot() {
+  e2e::RootOptions options;
+  options.master = options.emmServer = "127.0.0.1";
+  return options;
+}
+
+std::string Status(int status) {
+  return R"({"Dssvc.DropAllWorkGroupAllocations": {"status": )" + std::to_string(status) + "}}";
+}
+
+TEST(DropWgTest, EachStatusGivesItsMessageAndTheRunSucceeds) {
+  e2e::Root root(LoopbackRoot());
+  cyclesvc_test::TestService service(root.path(), Status(0));
+  ASSERT_TRUE(service.ok()) << service.error();
+
+  EXPECT_EQ(root.Run({"dropwg", "-nowarn"}), (e2e::Result{"", "", 0}));
+  EXPECT_EQ(service.Calls(), std::vector<std::string>{kDropCall});
+
+  const struct {
+    int status;
+    const char* err;
+  } cases[] = {
+      {133,
+       "Work groups cannot be removed.  There are still in-process SLP managed images\n"},
+      {13, "Cannot query work group information from the database\n"},
+      {14, "Cannot update work group information in the database\n"},
+      {7, "error 7 (unknown status code 7) returned by 'dropwg' operation\n"},
+      {-1, "error -1 (unknown status code -1) returned by 'dropwg' operation\n"},
+  };
+  for (const auto& c : cases) {
+    service.SetScenario(Status(c.status));
+    EXPECT_EQ(root.Run({"dropwg", "-nowarn"}), (e2e::Result{"", c.err, 0})) << c.status;
+  }
+}
+
+TEST(DropWgTest, TheConfirmationComesBeforeTheCall) {
+  e2e::Root root(LoopbackRoot());
+  cyclesvc_test::TestService service(root.path(), Status(0));
+  ASSERT_TRUE(service.ok()) << service.error();
+  const std::string prompt =
+      "This operation will remove work group information in the database.  This will increase "
+      "the time taken for SLP processing and may impact ongoing SLP operations.  Do you wish to "
+      "proceed ? (y/n):";
+
+  EXPECT_EQ(root.Run({"dropwg"}, "\nn\n"), (e2e::Result{prompt + "No entries removed\n", "", 0}));
+  EXPECT_EQ(service.Calls(), std::vector<std::string>{});
+  EXPECT_EQ(root.Run({"dropwg"}, "  yes\n"), (e2e::Result{prompt, "", 0}));
+  EXPECT_EQ(service.Calls(), std::vector<std::string>{kDropCall});
+}
+
+TEST(DropWgTest, UnreachableOrWrongServiceEndsWith25ExceptionsWithMinusOne) {
+  e2e::Root root(LoopbackRoot());
+  {
+    cyclesvc_test::ServiceOptions mismatched;
+    mismatched.mismatchedObjects = true;
+    cyclesvc_test::TestService service(root.path(), "{}", mismatched);
+    ASSERT_TRUE(service.ok()) << service.error();
+    EXPECT_EQ(root.Run({"dropwg", "-nowarn"}),
+              (e2e::Result{"", "cannot narrow SLP manager object\n", 25}));
+  }
+  {
+    cyclesvc_test::TestService service(
+        root.path(),
+        R"({"Dssvc.DropAllWorkGroupAllocations": {"raise": {"system": "TRANSIENT"}}})");
+    ASSERT_TRUE(service.ok()) << service.error();
+    EXPECT_EQ(root.Run({"dropwg", "-nowarn"}),
+              (e2e::Result{"", "cannot connect to cyclesvc\n", 255}));
+  }
+  // The service has gone; its port stays in the configuration.
+  EXPECT_EQ(root.Run({"dropwg", "-nowarn"}), (e2e::Result{"", "cannot connect to cyclesvc\n", 255}));
+}
+
+}  // namespace
