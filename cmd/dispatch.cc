@@ -4,6 +4,7 @@
 
 #include <cstdio>
 
+#include "catalog/completion_report.h"
 #include "catalog/list.h"
 #include "cmd/confirm.h"
 #include "remote/drop_wg.h"
@@ -19,6 +20,11 @@ bool ConfirmCancel(const CommandLine& line) {
 bool ConfirmDropWG(const CommandLine&) { return ConfirmWorkGroupDrop(); }
 
 bool ConfirmRemoveExp(const CommandLine&) { return ConfirmExpiredFragmentRemoval(); }
+
+int cmd_completion_report(const CommandLine& l) {
+  return CompletionReport(MasterServer, l.policy.text(), l.client.text(), l.lifecycle.text(),
+                          l.version, l.days, l.byDate, l.trace);
+}
 
 int cmd_list(const CommandLine& l) {
   List(l.outputForm, l.lifecycle.get(), l.destination.get(), l.backupId.get(), l.client.get(),
@@ -42,7 +48,7 @@ const DispatchEntry kDispatchTable[] = {
     {OP_ACTIVE, nullptr, nullptr, STATUS_FROM_BODY},
     {OP_ADD_IMPORT_FRAGS, nullptr, nullptr, STATUS_ZERO},
     {OP_CANCEL, ConfirmCancel, nullptr, STATUS_FROM_BODY},
-    {OP_COMPLETION_REPORT, nullptr, nullptr, STATUS_RESULT},
+    {OP_COMPLETION_REPORT, nullptr, cmd_completion_report, STATUS_RESULT},
     {OP_DELETEDONE, nullptr, nullptr, STATUS_FROM_BODY},
     {OP_DISKFULL, nullptr, nullptr, STATUS_FROM_BODY},
     {OP_DISKSPACEINFO, nullptr, nullptr, STATUS_FROM_BODY},
