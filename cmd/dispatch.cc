@@ -6,6 +6,8 @@
 
 #include "catalog/completion_report.h"
 #include "catalog/list.h"
+#include "catalog/remove_expired_fragments.h"
+#include "catalog/remove_replicas.h"
 #include "cmd/confirm.h"
 #include "remote/drop_wg.h"
 #include "util/process.h"
@@ -37,6 +39,16 @@ int cmd_list(const CommandLine& l) {
 int cmd_dropwg(const CommandLine&) { return DropWG(); }
 
 int cmd_listwg(const CommandLine& l) { return ListWorkGroups(l.outputForm, l.key); }
+
+// -backupid is not among remove_exp's options, so every entry goes.
+int cmd_remove_exp(const CommandLine& l) {
+  RemoveExpiredFragments(l.backupId.get());
+  return 0;
+}
+
+int cmd_remove_repl(const CommandLine& l) {
+  return RemoveReplicas(l.targetMachine, l.targetInfo);
+}
 
 int cmd_remove_all(const CommandLine&) {
   fputs("This operation has been deprecated and is no longer available.\n", stdout);
@@ -70,8 +82,8 @@ const DispatchEntry kDispatchTable[] = {
     {OP_QUERY_EXP, nullptr, nullptr, STATUS_ZERO},
     {OP_REDO, nullptr, nullptr, STATUS_ZERO},
     {OP_REMOVE_ALL, nullptr, cmd_remove_all, STATUS_ZERO},
-    {OP_REMOVE_EXP, ConfirmRemoveExp, nullptr, STATUS_ZERO},
-    {OP_REMOVE_REPL, nullptr, nullptr, STATUS_RESULT},
+    {OP_REMOVE_EXP, ConfirmRemoveExp, cmd_remove_exp, STATUS_ZERO},
+    {OP_REMOVE_REPL, nullptr, cmd_remove_repl, STATUS_RESULT},
     {OP_RESUME, nullptr, nullptr, STATUS_ZERO},
     {OP_SHOWVOL, nullptr, nullptr, STATUS_ZERO},
     {OP_NEW_SESSION, nullptr, nullptr, STATUS_FROM_BODY},

@@ -91,6 +91,9 @@ int OpenCatalogFile(const CatalogLocation& where, bool readOnly, SqliteHandle* d
     return rc == SQLITE_NOMEM ? DAL_OUT_OF_MEMORY : DAL_CATALOG_UNREADABLE;
   }
   sqlite3_busy_timeout(raw, where.busyTimeoutMs > 0 ? where.busyTimeoutMs : 0);
+  // A write is on disk before the call that made it returns, whatever the
+  // library's compiled-in default (docs/catalog.md, "Writes").
+  sqlite3_exec(raw, "PRAGMA synchronous = FULL", nullptr, nullptr, nullptr);
   rc = RegisterDialectFunctions(raw);
   if (rc != SQLITE_OK) {
     *why = std::string("cannot register SQL functions: ") + sqlite3_errstr(rc);

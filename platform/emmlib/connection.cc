@@ -162,6 +162,8 @@ unsigned emmlib_initialize(int* cid, int flags, const char* server, unsigned sho
   };
   if (rc != SQLITE_OK) return failOpen(EMMLIB_CANNOT_OPEN, sqlite3_errstr(rc));
   sqlite3_busy_timeout(db, SW_catalog_busy_timeout_ms());
+  // Every update is on disk before its call returns (docs/catalog.md, "Writes").
+  sqlite3_exec(db, "PRAGMA synchronous = FULL", nullptr, nullptr, nullptr);
   // Reading the schema proves that the file is a catalog database.
   sqlite3_stmt* probe = nullptr;
   rc = sqlite3_prepare_v2(db, "SELECT ImageKey FROM DBM_Image LIMIT 0", -1, &probe, nullptr);

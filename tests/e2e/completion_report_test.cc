@@ -1,0 +1,166 @@
+// End-to-end tests of `cyclectl completion_report` on catalogs whose images
+// lie in the last few days: the day each client was last complete, both
+// print forms, the selections (bound, never spliced into the statements),
+// the trace and the statuses of a failed connection, key lookup or
+// statement.
+#include <gtest/gtest.h>
+
+#include <cstdio>
+#include <ctime>
+#include <string>
+#include <vector>
+
+#include "tests/e2e/catalog_rows.h"
+#include "tests/e2e/harness.h"
+
+namespace {
+
+const char kNothing[] = "No backup images found for given date range and selection values\n";
+
+class CompletionReportTest : public ::testing::Test {
+ protected:
+  // Runs see TZ=UTC, so a day starts at a multiple of 86400 seconds.
+  static long DayStart(int daysAgo) {
+    return static_cast<long>(time(nullptr)) / 86400 * 86400 - daysAgo * 86400L;
+  }
+  static std::string Date(int daysAgo, bool withTime) {
+    const time_t t = DayStart(daysAgo);
+    struct tm tm;
+    gmtime_r(&t, &tm);
+    char text[32];
+    strftime(text, sizeof text, withTime ? "%Y/%m/%d %H:%M:%S" : "%Y/%m/%d", &tm);
+    return text;
+  }
+  static std::string Row(const std::string& client, const std::string& day) {
+    char line[128];
+    snprintf(line, sizeof line, "%-50s%s\n", client.c_str(), day.c_str());
+    return line;
+  }
+
+  // An image of `client` `daysAgo` days back (one hour into the day) in SLP
+  // state `state`, with the settings `set`.
+  void Image(const std::string& client, int daysAgo, int state, const std::string& set = "",
+             int second = 3600) {
+    std::string settings = "StorageServiceState = " + std::to_string(state);
+    if (state != 0) settings += ", StorageServiceName = 'slp1', StorageServiceVersionNumber = 1";
+    if (!set.empty()) settings += ", " + set;
+    e2e::AddImage(root_, client, DayStart(daysAgo) + second, settings);
+  }
+
+  e2e::Result Report(std::vector<std::string> args) {
+    args.insert(args.begin(), "completion_report");
+    return root_.Run(args);
+  }
+
+  e2e::Root root_;
+};
+
+// alpha: complete three days ago, unfinished yesterday and today.
+// beta: unfinished on every day. gamma: complete today, at the day's last
+// second. delta: only unmanaged images. epsilon: complete and unfinished
+// today, complete yesterday (and inactive, which still counts as unfinished).
+class CompletionDaysTest : public CompletionReportTest {
+ protected:
+  void SetUp() override {
+    Image("alpha", 3, 3);
+    Image("alpha", 1, 2);
+    Image("alpha", 0, 1);
+    Image("beta", 2, 2);
+    Image("beta", 0, 1, "StorageServiceIsInactive = 1");
+    Image("gamma", 0, 3, "", 86399);
+    Image("delta", 1, 0);
+    Image("epsilon", 0, 3);
+    Image("epsilon", 0, 2, "", 7200);
+    Image("epsilon", 1, 3);
+    Image("epsilon", 1, 3, "", 7200);
+  }
+};
+
+TEST_F(CompletionDaysTest, ByClient) {
+  EXPECT_EQ(Report({"-days", "7"}),
+            (e2e::Result{Row("Client name", "Most recent completion date") +
+                             Row("alpha", Date(3, false)) + Row("beta", "None") +
+                             Row("epsilon", Date(1, false)) + Row("gamma", Date(0, false)),
+                         "", 0}));
+  // Two days back alpha's complete day is out of range.
+  EXPECT_EQ(Row("Client name", "Most recent completion date") + Row("alpha", "None") +
+                Row("beta", "None") + Row("epsilon", Date(1, false)) + Row("gamma", Date(0, false)),
+            Report({"-days", "2"}).out);
+}
+
+TEST_F(CompletionDaysTest, ByDate) {
+  EXPECT_EQ(Report({"-days", "7", "-bydate"}),
+            (e2e::Result{"\nNone complete\nbeta\n\n" + Date(3, true) + "\nalpha\n\n" +
+                             Date(1, true) + "\nepsilon\n\n" + Date(0, true) + "\ngamma\n\n",
+                         "", 0}));
+}
+
+TEST_F(CompletionDaysTest, NoDaysOrNoImages) {
+  EXPECT_EQ(Report({"-days", "0"}), (e2e::Result{kNothing, "", 0}));
+  EXPECT_EQ(Report({"-client", "nobody"}), (e2e::Result{kNothing, "", 0}));
+}
+
+TEST_F(CompletionReportTest, Selections) {
+  Image("a", 1, 3, "PolicyName = 'pol1'");
+  Image("a", 1, 2, "PolicyName = 'pol2'", 7200);
+  Image("b", 1, 3, "PolicyName = 'pol1', StorageServiceVersionNumber = 2");
+  const std::string header = Row("Client name", "Most recent completion date");
+  const std::string aDone = Row("a", Date(1, false)), bDone = Row("b", Date(1, false));
+
+  // Policy and client together: four parameters in the first statement.
+  EXPECT_EQ(header + aDone, Report({"-policy", "pol1", "-client", "a"}).out);
+  EXPECT_EQ(header + Row("a", "None"), Report({"-policy", "pol2", "-client", "a"}).out);
+  EXPECT_EQ(header + aDone + bDone, Report({"-lifecycle", "slp1", "-policy", "pol1"}).out);
+  EXPECT_EQ(header + bDone, Report({"-lifecycle", "slp1", "-version", "2"}).out);
+  // Texts are values, never SQL.
+  EXPECT_EQ(kNothing, Report({"-client", "x' OR '1'='1"}).out);
+  EXPECT_EQ(kNothing, Report({"-lifecycle", "SLP1"}).out);
+}
+
+TEST_F(CompletionReportTest, Trace) {
+  Image("a", 0, 3, "PolicyName = 'pol1'");
+  e2e::Result r = Report({"-T", "-days", "1", "-policy", "pol1", "-client", "a"});
+  const std::string key = root_.Sql("SELECT MachineKey FROM EMM_Machine;").substr(0, 1);
+  const std::string start = std::to_string(DayStart(0)), end = std::to_string(DayStart(0) + 86399);
+  EXPECT_EQ("policy= pol1, client= a, lifecycle= , version= -1, days= 1\n"
+            "begin: " + Date(0, true) + ", end: " + Date(0, false) + " 23:59:59\n"
+            "SQL1: SELECT DISTINCT I.ClientMachineName FROM DBM_MAIN.DBM_Image I   WHERE "
+            "(I.MasterServerKey = " + key + "         AND I.BackupTime BETWEEN " + start +
+            " AND " + end + " AND I.PolicyName = ? AND I.ClientMachineName = ?         AND "
+            "I.StorageServiceState = 3)   EXCEPT (SELECT DISTINCT ClientMachineName FROM "
+            "DBM_MAIN.DBM_Image I2          WHERE (I2.MasterServerKey = " + key +
+            "                 AND I2.BackupTime BETWEEN " + start + " AND " + end +
+            " AND I2.PolicyName = ? AND I2.ClientMachineName = ? AND I2.StorageServiceState NOT "
+            "IN (3,0)))\n"
+            "execute status = 0\n"
+            "insert comp: cmn= a, insert= 1\n"
+            "SQL2: SELECT DISTINCT I2.ClientMachineName FROM DBM_MAIN.DBM_Image I2   WHERE "
+            "(I2.MasterServerKey = " + key + "         AND I2.BackupTime BETWEEN " + start +
+            " AND " + end + " AND I2.PolicyName = ? AND I2.ClientMachineName = ?         AND "
+            "I2.StorageServiceState NOT IN (3,0))\n"
+            "execute status = 0\n" +
+            Row("Client name", "Most recent completion date") + Row("a", Date(0, false)),
+            r.out);
+  EXPECT_EQ("", r.err);
+  EXPECT_EQ(0, r.status);
+  r = Report({"-T", "-days", "1", "-bydate"});
+  EXPECT_NE(std::string::npos, r.out.find("new CNS inserted for " + Date(0, true) + "\n\n" +
+                                          Date(0, true) + "\na\n\n"))
+      << r.out;
+}
+
+TEST_F(CompletionReportTest, Failures) {
+  Image("a", 0, 3);
+  // A master server the catalog does not know.
+  root_.SetConfig("MASTER_SERVER", "elsewhere");
+  EXPECT_EQ(Report({}), (e2e::Result{"", "error fetching data from database, status = 13\n", 13}));
+  root_.SetConfig("MASTER_SERVER", "master1");
+  // A catalog whose images lack a column the statements need.
+  root_.Sql("ALTER TABLE DBM_Image RENAME COLUMN StorageServiceState TO SlpState;");
+  EXPECT_EQ(Report({}), (e2e::Result{"", "error executing SQL query, status = 2007006\n", 130}));
+  // No catalog at all.
+  root_.Remove("db/catalog.db");
+  EXPECT_EQ(Report({}), (e2e::Result{"", "cannot connect to database, status = 2007002\n", 25}));
+}
+
+}  // namespace
