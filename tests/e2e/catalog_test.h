@@ -59,6 +59,14 @@ class CatalogTest : public ::testing::Test {
              slp + ", " + std::to_string(i) + ", 1", "");
     }
   }
+  // A machine of `type` (1 media server, 3 master server, 12 replication
+  // target) belonging to master1.
+  std::string AddMachine(const std::string& name, int type) {
+    return Insert("EMM_Machine", "MachineKey", "ParentKey, MachinePrimaryName, MachineSwuType",
+                  "(SELECT MachineKey FROM EMM_Machine WHERE MachinePrimaryName = 'master1'), '" +
+                      name + "', " + std::to_string(type),
+                  "");
+  }
   void AddDataClass(const std::string& id, const std::string& name, int rank) {
     Insert("EMM_DataClassification", "ClassificationID", "ClassificationID, Name, Rank",
            "'" + id + "', '" + name + "', " + std::to_string(rank), "");

@@ -10,14 +10,14 @@
 #include <string>
 #include <vector>
 
-#include "tests/e2e/catalog_rows.h"
+#include "tests/e2e/catalog_test.h"
 #include "tests/e2e/harness.h"
 
 namespace {
 
 const char kNothing[] = "No backup images found for given date range and selection values\n";
 
-class CompletionReportTest : public ::testing::Test {
+class CompletionReportTest : public e2e::CatalogTest {
  protected:
   // Runs see TZ=UTC, so a day starts at a multiple of 86400 seconds.
   static long DayStart(int daysAgo) {
@@ -44,7 +44,7 @@ class CompletionReportTest : public ::testing::Test {
     std::string settings = "StorageServiceState = " + std::to_string(state);
     if (state != 0) settings += ", StorageServiceName = 'slp1', StorageServiceVersionNumber = 1";
     if (!set.empty()) settings += ", " + set;
-    e2e::AddImage(root_, client, DayStart(daysAgo) + second, settings);
+    AddImage(client, DayStart(daysAgo) + second, settings);
   }
 
   e2e::Result Report(std::vector<std::string> args) {
@@ -52,7 +52,6 @@ class CompletionReportTest : public ::testing::Test {
     return root_.Run(args);
   }
 
-  e2e::Root root_;
 };
 
 // alpha: complete three days ago, unfinished yesterday and today.

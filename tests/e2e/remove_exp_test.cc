@@ -6,7 +6,7 @@
 #include <vector>
 
 #include "tests/e2e/catalog_lock.h"
-#include "tests/e2e/catalog_rows.h"
+#include "tests/e2e/catalog_test.h"
 #include "tests/e2e/harness.h"
 
 namespace {
@@ -16,11 +16,11 @@ const char kPrompt[] =
     "containing backup images corresponding to these entries must be deleted manually.  Do you "
     "wish to proceed? (y/n) >";
 
-class RemoveExpTest : public ::testing::Test {
+class RemoveExpTest : public e2e::CatalogTest {
  protected:
   // Two entries of master1 and one of another master.
   void SetUp() override {
-    const std::string other = e2e::AddMachine(root_, "master2", 3);
+    const std::string other = AddMachine("master2", 3);
     root_.Sql("UPDATE EMM_Machine SET ParentKey = MachineKey WHERE MachineKey = " + other + ";");
     for (const std::string& entry :
          {std::string("(SELECT MachineKey FROM EMM_Machine WHERE MachinePrimaryName = 'master1'),"
@@ -28,8 +28,7 @@ class RemoveExpTest : public ::testing::Test {
           std::string("(SELECT MachineKey FROM EMM_Machine WHERE MachinePrimaryName = 'master1'),"
                       " 'client2_2000'"),
           other + ", 'client3_3000'"}) {
-      e2e::InsertRow(root_, "DBM_DeletedFragment", "DeletedFragmentKey", "MasterServerKey, BackupID",
-                     entry);
+      Insert("DBM_DeletedFragment", "DeletedFragmentKey", "MasterServerKey, BackupID", entry, "");
     }
   }
 
@@ -37,7 +36,6 @@ class RemoveExpTest : public ::testing::Test {
     return root_.Sql("SELECT BackupID FROM DBM_DeletedFragment ORDER BY BackupID;");
   }
 
-  e2e::Root root_;
 };
 
 const char kAll[] = "client1_1000\nclient2_2000\nclient3_3000\n";

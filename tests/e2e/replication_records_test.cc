@@ -8,25 +8,25 @@
 #include <vector>
 
 #include "tests/e2e/catalog_lock.h"
-#include "tests/e2e/catalog_rows.h"
+#include "tests/e2e/catalog_test.h"
 #include "tests/e2e/harness.h"
 
 namespace {
 
-class RemoveReplicasTest : public ::testing::Test {
+class RemoveReplicasTest : public e2e::CatalogTest {
  protected:
   // Targets: tgt1 holds vol1 twice and vol2 once, tgt2 vol1 once; media1
   // is a media server whose key a record names as well.
   void SetUp() override {
-    const std::string copy = e2e::AddCopy(root_, e2e::AddImage(root_, "client1", 1000), 2);
-    const std::string tgt1 = e2e::AddMachine(root_, "tgt1", 12);
-    const std::string tgt2 = e2e::AddMachine(root_, "tgt2", 12);
-    const std::string media1 = e2e::AddMachine(root_, "media1", 1);
+    const std::string copy = AddCopy(AddImage("client1", 1000), 2);
+    const std::string tgt1 = AddMachine("tgt1", 12);
+    const std::string tgt2 = AddMachine("tgt2", 12);
+    const std::string media1 = AddMachine("media1", 1);
     for (const auto& [machine, volume] : std::vector<std::pair<std::string, std::string>>{
              {tgt1, "vol1"}, {tgt1, "vol1"}, {tgt1, "vol2"}, {tgt2, "vol1"}, {media1, "vol1"}}) {
-      e2e::InsertRow(root_, "DBM_ImageReplicationDestination", "ReplicationDestinationKey",
-                     "ImageCopyKey, TargetMachineKey, VolumeInfo, RemoteMasterServer",
-                     copy + ", " + machine + ", '" + volume + "', 'remote1'");
+      Insert("DBM_ImageReplicationDestination", "ReplicationDestinationKey",
+             "ImageCopyKey, TargetMachineKey, VolumeInfo, RemoteMasterServer",
+             copy + ", " + machine + ", '" + volume + "', 'remote1'", "");
     }
   }
 
@@ -43,7 +43,6 @@ class RemoveReplicasTest : public ::testing::Test {
         " ORDER BY r.ReplicationDestinationKey;");
   }
 
-  e2e::Root root_;
 };
 
 const char kAll[] = "tgt1 vol1\ntgt1 vol1\ntgt1 vol2\ntgt2 vol1\nmedia1 vol1\n";
