@@ -14,12 +14,12 @@
 #include "platform/rguid.h"
 #include "util/format.h"
 #include "util/line_writer.h"
+#include "util/process.h"
 
 using namespace Orvantic::Stashwell;
 
 namespace {
 
-const char kVersion[] = "V7.6.0";
 const char kNullShort[] = "*NULL*";
 const char kNullUser[] = "(none specified)";
 const char kBadGuid[] = "improperly formatted GUID";
@@ -282,7 +282,7 @@ void PrintUser(LineWriter& w, const char* heading, const void* record, const Fie
 
 void PrintImageShort(LineWriter& w, const EMM_Image& image) {
   LineWriter::Span s(w, kMaxShortLine<EMM_Image>);
-  s.Literal(kVersion).Literal(" I ").FieldOr(image.MasterServer, kNullShort);
+  s.Literal(CmdVersion).Literal(" I ").FieldOr(image.MasterServer, kNullShort);
   Value(s, image.BackupID);
   Value(s, image.ClientName);
   Value(s, image.BackupTime);
@@ -319,7 +319,7 @@ void PrintImageBrief(LineWriter& w, const EMM_Image& image) {
 // The expire LC time stands twice: fields 13 and 15.
 void PrintCopyShort(LineWriter& w, const EMM_ImageCopy& copy) {
   LineWriter::Span s(w, kMaxShortLine<EMM_ImageCopy>);
-  s.Literal(kVersion).Literal(" C ").FieldOr(copy.MasterServer, kNullShort);
+  s.Literal(CmdVersion).Literal(" C ").FieldOr(copy.MasterServer, kNullShort);
   Value(s, copy.BackupID);
   Value(s, copy.CopyNumber);
   Value(s, copy.ExpireTime);
@@ -347,7 +347,7 @@ void PrintCopyUser(LineWriter& w, const EMM_ImageCopy& copy) {
 
 void PrintFragmentShort(LineWriter& w, const EMM_ImageFragment& fragment) {
   LineWriter::Span s(w, kMaxShortLine<EMM_ImageFragment>);
-  s.Literal(kVersion).Literal(" F ").FieldOr(fragment.MasterServer, kNullShort);
+  s.Literal(CmdVersion).Literal(" F ").FieldOr(fragment.MasterServer, kNullShort);
   Value(s, fragment.BackupID);
   Value(s, fragment.CopyNumber);
   Value(s, fragment.FragmentNumber);
@@ -371,7 +371,7 @@ void PrintFragmentUser(LineWriter& w, const EMM_ImageFragment& fragment) {
 
 // The five texts after the copy number are each followed by two blanks.
 void PrintSnapshotShort(LineWriter& w, const EMM_SnapshotInfo& snapshot) {
-  w.Text(kVersion).Text(" S ").TextOr(snapshot.BackupID, kNullShort).Char(' ');
+  w.Text(CmdVersion).Text(" S ").TextOr(snapshot.BackupID, kNullShort).Char(' ');
   w.Int(snapshot.CopyNumber).Char(' ');
   for (const char* text : {snapshot.StorageServerName, snapshot.StorageServerType,
                            snapshot.DiskVolumeName, snapshot.DiskMediaID,

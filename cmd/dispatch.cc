@@ -9,6 +9,7 @@
 #include "catalog/remove_expired_fragments.h"
 #include "catalog/remove_replicas.h"
 #include "cmd/confirm.h"
+#include "import/list_import_notifications.h"
 #include "remote/drop_wg.h"
 #include "util/process.h"
 #include "workgroup/list_work_groups.h"
@@ -39,6 +40,11 @@ int cmd_list(const CommandLine& l) {
 int cmd_dropwg(const CommandLine&) { return DropWG(); }
 
 int cmd_listwg(const CommandLine& l) { return ListWorkGroups(l.outputForm, l.key); }
+
+int cmd_list_import_notify(const CommandLine& l) {
+  ListImportNotifications(l, ListInputImportNotifications, ListOutputImportNotifications);
+  return 0;
+}
 
 // -backupid is not among remove_exp's options, so every entry goes.
 int cmd_remove_exp(const CommandLine& l) {
@@ -75,7 +81,7 @@ const DispatchEntry kDispatchTable[] = {
     {OP_LIST_IMPORT_CONF, nullptr, nullptr, STATUS_ZERO},
     {OP_LIST_IMPORT_FRAGS, nullptr, nullptr, STATUS_ZERO},
     {OP_PENDIMPLIST, nullptr, nullptr, STATUS_ZERO},
-    {OP_LIST_IMPORT_NOTIFY, nullptr, nullptr, STATUS_ZERO},
+    {OP_LIST_IMPORT_NOTIFY, nullptr, cmd_list_import_notify, STATUS_ZERO},
     {OP_REPLLIST, nullptr, nullptr, STATUS_ZERO},
     {OP_LISTWG, nullptr, cmd_listwg, STATUS_RESULT},
     {OP_ONE_SESSION, nullptr, nullptr, STATUS_ZERO},

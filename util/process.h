@@ -7,6 +7,9 @@
 #include <cstdint>
 #include <string>
 
+// The record format version that begins every short-form record line.
+constexpr char CmdVersion[] = "V7.6.0";
+
 // Command name used in messages; set to progname during start-up.
 extern std::string CmdName;
 // Last component of argv[0]; source name of every debug-log line.

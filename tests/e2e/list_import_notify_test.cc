@@ -1,0 +1,150 @@
+// End-to-end tests of `cyclectl list_import_notify` on a small seeded
+// catalog: the exact records of both lists in the short, user and brief
+// forms, every filter and the order of the two lists, the empty and JSON
+// cases, and catalogs that are missing or lack one notification table.
+#include <gtest/gtest.h>
+
+#include <string>
+#include <vector>
+
+#include "tests/e2e/harness.h"
+
+namespace {
+
+const char kNoInput[] = "No input notification records found\n";
+const char kNoOutput[] = "No output notification records found\n";
+
+class ListImportNotifyTest : public ::testing::Test {
+ protected:
+  void SetUp() override {
+    // Created 22:15:00, 22:31:40 and 22:48:20 on 11/14/2023 (UTC).
+    root_.Sql(
+        "INSERT INTO SLP_InNotifications (NotificationKey, ClientMachineName, BackupTime,"
+        " SourceImageKey, NotificationType, FromHostName, FromHostMachineId, FromHostSWVersion,"
+        " ErrorCode, ErrorString, CreatedDateTime) VALUES"
+        " (1, 'alpha', 1700000000, 11, 2, 'mA', X'00112233445566778899aabbccddeeff', 910000,"
+        "  0, '', 1700000100),"
+        " (2, 'beta', 1700001000, 12, 3, 'mB', X'ffeeddccbbaa99887766554433221100', 900000,"
+        "  191, 'import failed', 1700001100),"
+        " (3, 'alpha', 1700002000, 9007199254740993, 3, 'mB', X'ffeeddccbbaa99887766554433221100',"
+        "  900000, -1, 'no entity', 1700002100);"
+        "INSERT INTO SLP_OutNotifications (NotificationKey, ClientMachineName, BackupTime,"
+        " SourceImageKey, NotificationType, DestinationHostName, ErrorCode, ErrorString,"
+        " RetryCount, LastRetryTime, CreatedDateTime) VALUES"
+        " (1, 'alpha', 1700000000, 21, 2, 'mA', 0, '', 0, 1700000100, 1700000100),"
+        " (2, 'beta', 1700001000, 22, 3, 'mB', 191, 'import failed', 4, 1700009000, 1700001100)");
+  }
+
+  e2e::Result Notify(std::vector<std::string> args) {
+    args.insert(args.begin(), "list_import_notify");
+    return root_.Run(args);
+  }
+
+  e2e::Root root_;
+};
+
+TEST_F(ListImportNotifyTest, ListsIncomingThenOutgoingInEachForm) {
+  const std::string in =
+      "V7.6.0 1 alpha 1700000000 11 2 mA 00112233-4455-6677-8899-aabbccddeeff 910000 0 *NULL* "
+      "1700000100\n"
+      "V7.6.0 2 beta 1700001000 12 3 mB ffeeddcc-bbaa-9988-7766-554433221100 900000 191 "
+      "import failed 1700001100\n"
+      "V7.6.0 3 alpha 1700002000 9007199254740993 3 mB ffeeddcc-bbaa-9988-7766-554433221100 "
+      "900000 -1 no entity 1700002100\n";
+  const std::string out =
+      "V7.6.0 1 alpha 1700000000 21 2 mA 0 *NULL* 0 1700000100 1700000100\n"
+      "V7.6.0 2 beta 1700001000 22 3 mB 191 import failed 4 1700009000 1700001100\n";
+  EXPECT_EQ(Notify({}), (e2e::Result{in + out, "", 0}));
+  EXPECT_EQ(Notify({"-l", "-input", "-output"}), (e2e::Result{in + out, "", 0}));
+  EXPECT_EQ(Notify({"-output"}), (e2e::Result{out, "", 0}));
+  EXPECT_EQ(Notify({"-b", "-input"}), (e2e::Result{"1\n2\n3\n", "", 0}));
+
+  EXPECT_EQ(Notify({"-U", "-client", "beta"}),
+            (e2e::Result{"Input notification record 1\n"
+                         " Notification Key              : 2\n"
+                         " Client Machine Name           : beta\n"
+                         " Backup Time                   : 1700001000(2023/11/14 22:30:00)\n"
+                         " Source Image Key              : 12\n"
+                         " Notification Type             : 3\n"
+                         " From Host Name                : mB\n"
+                         " From Host Machine ID          : ffeeddcc-bbaa-9988-7766-554433221100\n"
+                         " From Host SWU version         : 900000\n"
+                         " Error Code                    : 191\n"
+                         " Error String                  : import failed\n"
+                         " Created Date Time             : 1700001100(2023/11/14 22:31:40)\n"
+                         "Output notification record 1\n"
+                         " Notification Key              : 2\n"
+                         " Client Machine Name           : beta\n"
+                         " Backup Time                   : 1700001000(2023/11/14 22:30:00)\n"
+                         " Source Image Key              : 22\n"
+                         " Notification Type             : 3\n"
+                         " Destination Host Type         : mB\n"
+                         " Error Code                    : 191\n"
+                         " Error String                  : import failed\n"
+                         " Retry Count                   : 4\n"
+                         " Last Retry Time               : 1700009000(2023/11/15 00:43:20)\n"
+                         " Created Date Time             : 1700001100(2023/11/14 22:31:40)\n",
+                         "", 0}));
+  // Numbering runs per list; empty texts in the user form.
+  e2e::Result user = Notify({"-U", "-output"});
+  EXPECT_NE(user.out.find("Output notification record 2\n"), std::string::npos);
+  EXPECT_NE(user.out.find(" Error String                  : (none specified)\n"), std::string::npos);
+}
+
+TEST_F(ListImportNotifyTest, FiltersApplyToBothLists) {
+  struct Case {
+    std::vector<std::string> args;
+    std::string out;  // brief: incoming keys, then outgoing keys
+    std::string err;
+  };
+  const Case cases[] = {
+      {{"-client", "alpha"}, "1\n3\n1\n", ""},
+      {{"-client", "Alpha"}, "", std::string(kNoInput) + kNoOutput},
+      {{"-ntype", "CONF"}, "1\n1\n", ""},
+      {{"-ntype", "all"}, "1\n2\n3\n1\n2\n", ""},
+      {{"-ntype", "error", "-output"}, "2\n", ""},
+      // The sending master for incoming records, the destination for outgoing.
+      {{"-hostname", "mB"}, "2\n3\n2\n", ""},
+      // Strictly before or after the creation time.
+      {{"-before", "11/14/2023 22:31:40"}, "1\n1\n", ""},
+      {{"-after", "11/14/2023 22:31:40"}, "3\n", kNoOutput},
+      {{"-client", "alpha", "-ntype", "error", "-after", "11/14/2023 22:15:00"}, "3\n", kNoOutput},
+      // Texts reach the query as parameters, not as SQL.
+      {{"-client", "x' OR '1'='1"}, "", std::string(kNoInput) + kNoOutput},
+      {{"-input", "-hostname", "mA' --"}, "", kNoInput},
+  };
+  for (const Case& c : cases) {
+    std::vector<std::string> args = c.args;
+    args.push_back("-b");
+    EXPECT_EQ(Notify(args), (e2e::Result{c.out, c.err, 0})) << testing::PrintToString(c.args);
+  }
+}
+
+TEST_F(ListImportNotifyTest, EmptyTablesAndJsonFormsPrintOnlyMessages) {
+  EXPECT_EQ(Notify({"-json"}), (e2e::Result{"",
+                                            "PrintInputImportNotificationsJson unimplemented\n"
+                                            "PrintOutputImportNotificationsJson unimplemented\n",
+                                            0}));
+  EXPECT_EQ(Notify({"-json_compact", "-output"}),
+            (e2e::Result{"", "PrintOutputImportNotificationsJson unimplemented\n", 0}));
+  root_.Sql("DELETE FROM SLP_InNotifications; DELETE FROM SLP_OutNotifications");
+  EXPECT_EQ(Notify({}), (e2e::Result{"", std::string(kNoInput) + kNoOutput, 0}));
+  EXPECT_EQ(Notify({"-json", "-input"}), (e2e::Result{"", kNoInput, 0}));
+}
+
+TEST_F(ListImportNotifyTest, CatalogFaultsEndOneListWithAMessage) {
+  // A catalog without the incoming table: the outgoing list still runs.
+  root_.Sql("DROP TABLE SLP_InNotifications");
+  e2e::Result r = Notify({"-b"});
+  EXPECT_EQ(r, (e2e::Result{"1\n2\n", "error fetching data from database, status = 2007006\n", 0}));
+  EXPECT_NE(root_.DebugLog().find("error fetching data from database, status = 2007006"),
+            std::string::npos);
+
+  root_.Remove("db/catalog.db");
+  const std::string noConnection =
+      "cannot connect to database, status = 2007002\n"
+      "cannot create database connection manager\n";
+  EXPECT_EQ(Notify({}), (e2e::Result{"", noConnection + noConnection, 0}));
+}
+
+}  // namespace
