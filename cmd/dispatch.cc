@@ -10,6 +10,8 @@
 #include "catalog/remove_replicas.h"
 #include "cmd/confirm.h"
 #include "import/list_import_notifications.h"
+#include "import/pending_imports.h"
+#include "import/test_import_fragments.h"
 #include "remote/drop_wg.h"
 #include "util/process.h"
 #include "workgroup/list_work_groups.h"
@@ -56,6 +58,16 @@ int cmd_remove_repl(const CommandLine& l) {
   return RemoveReplicas(l.targetMachine, l.targetInfo);
 }
 
+int cmd_list_import_frags(const CommandLine&) {
+  ListPendingImportFragments();
+  return 0;
+}
+
+int cmd_add_import_frags(const CommandLine& l) {
+  TestAddImportFragments(l.testImportFrags);
+  return 0;
+}
+
 int cmd_remove_all(const CommandLine&) {
   fputs("This operation has been deprecated and is no longer available.\n", stdout);
   return 0;
@@ -64,7 +76,7 @@ int cmd_remove_all(const CommandLine&) {
 // help and testhook end the run while parsing and have no row.
 const DispatchEntry kDispatchTable[] = {
     {OP_ACTIVE, nullptr, nullptr, STATUS_FROM_BODY},
-    {OP_ADD_IMPORT_FRAGS, nullptr, nullptr, STATUS_ZERO},
+    {OP_ADD_IMPORT_FRAGS, nullptr, cmd_add_import_frags, STATUS_ZERO},
     {OP_CANCEL, ConfirmCancel, nullptr, STATUS_FROM_BODY},
     {OP_COMPLETION_REPORT, nullptr, cmd_completion_report, STATUS_RESULT},
     {OP_DELETEDONE, nullptr, nullptr, STATUS_FROM_BODY},
@@ -79,7 +91,7 @@ const DispatchEntry kDispatchTable[] = {
     {OP_REPORT, nullptr, nullptr, STATUS_ZERO},
     {OP_LIST, nullptr, cmd_list, STATUS_ZERO},
     {OP_LIST_IMPORT_CONF, nullptr, nullptr, STATUS_ZERO},
-    {OP_LIST_IMPORT_FRAGS, nullptr, nullptr, STATUS_ZERO},
+    {OP_LIST_IMPORT_FRAGS, nullptr, cmd_list_import_frags, STATUS_ZERO},
     {OP_PENDIMPLIST, nullptr, nullptr, STATUS_ZERO},
     {OP_LIST_IMPORT_NOTIFY, nullptr, cmd_list_import_notify, STATUS_ZERO},
     {OP_REPLLIST, nullptr, nullptr, STATUS_ZERO},

@@ -157,6 +157,13 @@ std::string SetBusyTimeout(const std::string&, const std::string& v, StashwellCo
   return "";
 }
 
+std::string SetTestImportPause(const std::string&, const std::string& v, StashwellConfig* c) {
+  long n;
+  if (!ParseNumber(v, 0, 600000L, &n)) return "expected milliseconds from 0 to 600000";
+  c->testImportPauseMs = static_cast<int>(n);
+  return "";
+}
+
 // The keys. A key ending in '.' takes a name after the dot (VERBOSE.cyclectl).
 const struct KeyRow {
   const char* key;
@@ -175,6 +182,7 @@ const struct KeyRow {
     {"ADMIN_GROUP", true, AddAdminGroup},
     {"DAEMON_PORT.", false, SetDaemonPort},
     {"CATALOG_BUSY_TIMEOUT", false, SetBusyTimeout},
+    {"TEST_IMPORT_PAUSE_MS", false, SetTestImportPause},
 };
 
 // Finds the row of `key`, setting *suffix for the per-name keys.

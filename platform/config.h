@@ -35,6 +35,8 @@ struct StashwellConfig {
   std::vector<std::string> adminGroups;
   std::map<std::string, int> daemonPorts;  // DAEMON_PORT.<daemon>
   int catalogBusyTimeoutMs = 30000;
+  // Pause of add_import_frags after every 1,000th image.
+  int testImportPauseMs = 2000;
 };
 
 // Parses configuration text. Returns true when every line is well formed;

@@ -26,7 +26,8 @@ TEST(ParseStashwellConfig, ReadsEveryKey) {
       "ADMIN_GROUP = backupadm\n"
       "ADMIN_GROUP = ops\n"
       "DAEMON_PORT.cyclesvc = 13724\n"
-      "CATALOG_BUSY_TIMEOUT = 500\n";
+      "CATALOG_BUSY_TIMEOUT = 500\n"
+      "TEST_IMPORT_PAUSE_MS = 0\n";
   StashwellConfig c;
   std::vector<std::string> errors;
   ASSERT_TRUE(ParseStashwellConfig(text, "f", &c, &errors)) << errors[0];
@@ -44,6 +45,7 @@ TEST(ParseStashwellConfig, ReadsEveryKey) {
   EXPECT_EQ(c.adminGroups, (std::vector<std::string>{"backupadm", "ops"}));
   EXPECT_EQ(c.daemonPorts.at("cyclesvc"), 13724);
   EXPECT_EQ(c.catalogBusyTimeoutMs, 500);
+  EXPECT_EQ(c.testImportPauseMs, 0);
 }
 
 TEST(ParseStashwellConfig, DefaultsAndEmptyMasterName) {
@@ -54,6 +56,7 @@ TEST(ParseStashwellConfig, DefaultsAndEmptyMasterName) {
   EXPECT_EQ(c.emmPort, 1556);
   EXPECT_EQ(c.useQzss, USE_QZSS_AUTOMATIC);
   EXPECT_EQ(c.catalogBusyTimeoutMs, 30000);
+  EXPECT_EQ(c.testImportPauseMs, 2000);
   // An empty master name is kept for start-up to report.
   EXPECT_TRUE(c.hasMasterList);
   EXPECT_EQ(c.masterServers, std::vector<std::string>{""});
@@ -84,6 +87,8 @@ TEST(ParseStashwellConfig, ReportsEveryBadLineWithItsNumber) {
        "f:2: IMPORT_CONF_THRESHOLD: expected a whole number and a unit (SECONDS, MINUTES, HOURS "
        "or DAYS)"},
       {"ADMIN_USER =", "f:2: ADMIN_USER: value missing"},
+      {"TEST_IMPORT_PAUSE_MS = 600001",
+       "f:2: TEST_IMPORT_PAUSE_MS: expected milliseconds from 0 to 600000"},
       {"EMM_SERVER = again", "f:2: EMM_SERVER given again (first on line 1)"},
   };
   for (const auto& c : cases) {

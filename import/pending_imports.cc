@@ -1,0 +1,119 @@
+// pendimplist over the catalog library's pending-import query, and
+// list_import_frags over the import manager's queue.
+#include "import/pending_imports.h"
+
+#include <cstdlib>
+#include <string>
+
+#include "platform/debuglog.h"
+#include "platform/impmgr/impmgr.h"
+#include "util/line_writer.h"
+#include "util/message.h"
+#include "util/process.h"
+
+using Orvantic::Stashwell::LineWriter;
+
+namespace {
+
+// The labels of a fragment's block, in the order of its lines; each is
+// padded to 35 characters and followed directly by the value.
+enum FragmentLabel {
+  kBackupId,
+  kCopyNumber,
+  kMediaServer,
+  kLsuName,
+  kStorageServerName,
+  kStorageServerType,
+  kMediaId,
+  kDescription,
+  kOriginMaster,
+  kSlpName,
+  kImportStatus,
+  kImportComplete,
+  kImportPending,
+  kLabelCount
+};
+
+const struct {
+  const char* id;
+  const char* text;
+} kFragmentLabels[kLabelCount] = {
+    {"SmeImp0910N", "Backup ID:                         "},
+    {"SmeImp0920N", "Copy Num:                          "},
+    {"SmeImp0930N", "Media Server:                      "},
+    {"SmeImp0940N", "LSU Name:                          "},
+    {"SmeImp0950N", "Storage Server Name:               "},
+    {"SmeImp0960N", "Storage Server Type:               "},
+    {"SmeImp0970N", "Media ID:                          "},
+    {"SmeImp0980N", "Fragment Description:              "},
+    {"SmeImp0990N", "Origin Master Server:              "},
+    {"SmeImp1000N", "Storage Lifecycle Policy:          "},
+    {"SmeImp1002N", "Import Status:                     "},
+    {"SmeImp1011N", "Import Complete"},
+    {"SmeImp1003N", "Import Pending"},
+};
+
+bool ImportComplete(int64_t status) { return status == IMPORT_DONE || status == IMPORT_DUPLICATE; }
+
+// Writes one fragment's block with the localized labels.
+void PrintFragmentBlock(LineWriter& w, const std::string* labels,
+                        const PendingImportFragment& f) {
+  w.Text("****************************************\n");
+  const std::string copyNumber = std::to_string(f.copyNumber);
+  const struct {
+    FragmentLabel label;
+    const char* value;
+  } lines[] = {
+      {kBackupId, f.backupId},
+      {kCopyNumber, copyNumber.c_str()},
+      {kMediaServer, f.mediaServer},
+      {kLsuName, f.lsuName},
+      {kStorageServerName, f.storageServerName},
+      {kStorageServerType, f.storageServerType},
+      {kMediaId, f.mediaId},
+      {kDescription, f.fragmentDescription},
+      {kOriginMaster, f.originMasterServer},
+      {kSlpName, f.slpName},
+      {kImportStatus, labels[ImportComplete(f.importStatus) ? kImportComplete : kImportPending].c_str()},
+  };
+  for (const auto& line : lines) {
+    w.Text(labels[line.label].data(), labels[line.label].size());
+    w.Text(line.value != nullptr ? line.value : "").Char('\n');
+  }
+}
+
+void FreeFragment(PendingImportFragment* f) {
+  for (char* text : {f->backupId, f->mediaServer, f->lsuName, f->storageServerName,
+                     f->storageServerType, f->mediaId, f->fragmentDescription,
+                     f->originMasterServer, f->slpName}) {
+    free(text);
+  }
+  free(f);
+}
+
+}  // namespace
+
+void ListPendingImportFragments() {
+  PendingImportFragment* list = nullptr;
+  if (ImpMgrComm_ListAllImportPendingFragments(0, MasterServer.c_str(), logmsg, &list) != 0) {
+    PrintMsg(stderr, "SmeImp0011N", "Failed to list pending import fragments");
+    return;
+  }
+  if (list == nullptr) {
+    PrintMsg(stderr, "SmeImp0020N", "No Images Pending Import were found");
+    return;
+  }
+  PrintMsg(stderr, "SmeImp0900N", "Pending Import Image/Fragments found:");
+
+  std::string labels[kLabelCount];
+  for (int i = 0; i < kLabelCount; ++i) {
+    labels[i] = LocalizeMsg(kFragmentLabels[i].id, kFragmentLabels[i].text);
+  }
+  LineWriter w(stderr);
+  while (list != nullptr) {
+    PendingImportFragment* next = list->next;
+    PrintFragmentBlock(w, labels, *list);
+    FreeFragment(list);
+    list = next;
+  }
+}

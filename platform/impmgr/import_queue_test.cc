@@ -1,0 +1,127 @@
+// The import queue through its two calls, on one catalog for the whole test
+// process (the library keeps one connection per process): what is queued is
+// listed back in order with the library's ownership rules, a list of images
+// is stored whole or not at all, and refused arguments store nothing.
+#include <gtest/gtest.h>
+#include <sqlite3.h>
+
+#include <cstdlib>
+#include <filesystem>
+#include <string>
+#include <vector>
+
+#include "platform/emmlib/catalog_schema.h"
+#include "platform/impmgr/impmgr.h"
+#include "platform/test_root.h"
+
+namespace {
+
+const char kMaster[] = "master1";
+
+class ImportQueueTest : public ::testing::Test {
+ protected:
+  static void SetUpTestSuite() {
+    testing_root::Write("etc/stashwell.conf", "EMM_SERVER = master1\nMASTER_SERVER = master1\n");
+    std::filesystem::create_directories(testing_root::Path() + "/db");
+    const std::string path = testing_root::Path() + "/db/catalog.db";
+    sqlite3* db = nullptr;
+    ASSERT_EQ(SQLITE_OK, sqlite3_open(path.c_str(), &db));
+    ASSERT_EQ(SQLITE_OK, sqlite3_exec(db, kCatalogSchemaSql, nullptr, nullptr, nullptr));
+    sqlite3_close(db);
+  }
+
+  void SetUp() override { Clear(); }
+
+  static void Clear() {
+    const std::string path = testing_root::Path() + "/db/catalog.db";
+    sqlite3* db = nullptr;
+    ASSERT_EQ(SQLITE_OK, sqlite3_open(path.c_str(), &db));
+    ASSERT_EQ(SQLITE_OK,
+              sqlite3_exec(db, "DELETE FROM SLP_PendingImport", nullptr, nullptr, nullptr));
+    sqlite3_close(db);
+  }
+
+  // Each listed entry as "backup id|copy|media server|LSU|server|type|media|
+  // description|origin|SLP|status", freeing the list as the caller must.
+  static std::vector<std::string> Listed() {
+    PendingImportFragment* list = nullptr;
+    EXPECT_EQ(IMPMGR_OK, ImpMgrComm_ListAllImportPendingFragments(0, kMaster, nullptr, &list));
+    std::vector<std::string> rows;
+    while (list != nullptr) {
+      PendingImportFragment* next = list->next;
+      std::string row;
+      for (char* text : {list->backupId, list->mediaServer, list->lsuName,
+                         list->storageServerName, list->storageServerType, list->mediaId,
+                         list->fragmentDescription, list->originMasterServer, list->slpName}) {
+        row += std::string(text) + "|";
+        free(text);
+      }
+      rows.push_back(row + std::to_string(list->copyNumber) + "|" +
+                     std::to_string(list->importStatus));
+      free(list);
+      list = next;
+    }
+    return rows;
+  }
+
+  static int Add(std::vector<TestImportImage>& images, const char* mediaServer = "ms1") {
+    for (size_t i = 0; i + 1 < images.size(); ++i) images[i].next = &images[i + 1];
+    TestImportImage* head = images.empty() ? nullptr : &images[0];
+    return ImpMgrComm_AddEXTImageToImportQueue(0, kMaster, nullptr, mediaServer, "slp_a",
+                                               "origin1", &head);
+  }
+};
+
+TEST_F(ImportQueueTest, QueuedImagesAreListedInOrderAsPending) {
+  char server[] = "sts1", type[] = "AdvDisk", lsu[] = "lsu_a", first[] = "img_1",
+       second[] = "img_2";
+  std::vector<TestImportImage> one = {{server, type, lsu, first, nullptr}};
+  ASSERT_EQ(IMPMGR_OK, Add(one));
+  std::vector<TestImportImage> two = {{nullptr, nullptr, nullptr, second, nullptr}};
+  ASSERT_EQ(IMPMGR_OK, Add(two, nullptr));
+  EXPECT_EQ(Listed(), (std::vector<std::string>{
+                          "img_1|ms1|lsu_a|sts1|AdvDisk|||origin1|slp_a|1|0",
+                          "img_2|||||||origin1|slp_a|1|0",
+                      }));
+}
+
+TEST_F(ImportQueueTest, AListIsStoredWholeOrNotAtAll) {
+  char a[] = "img_a", b[] = "img_b", empty[] = "";
+  std::vector<TestImportImage> refused = {
+      {nullptr, nullptr, nullptr, a, nullptr},
+      {nullptr, nullptr, nullptr, empty, nullptr},
+  };
+  EXPECT_EQ(IMPMGR_EMPTY_IMAGE_NAME, Add(refused));
+  EXPECT_TRUE(Listed().empty());
+
+  std::vector<TestImportImage> both = {
+      {nullptr, nullptr, nullptr, a, nullptr},
+      {nullptr, nullptr, nullptr, b, nullptr},
+  };
+  EXPECT_EQ(IMPMGR_OK, Add(both));
+  EXPECT_EQ(Listed().size(), 2u);
+}
+
+TEST_F(ImportQueueTest, RefusedArgumentsStoreNothing) {
+  char name[] = "img";
+  TestImportImage image = {nullptr, nullptr, nullptr, name, nullptr};
+  TestImportImage* head = &image;
+  TestImportImage* none = nullptr;
+  EXPECT_EQ(IMPMGR_INVALID_ARGUMENT,
+            ImpMgrComm_AddEXTImageToImportQueue(1, kMaster, nullptr, "", "", "", &head));
+  EXPECT_EQ(IMPMGR_INVALID_ARGUMENT,
+            ImpMgrComm_AddEXTImageToImportQueue(0, "", nullptr, "", "", "", &head));
+  EXPECT_EQ(IMPMGR_INVALID_ARGUMENT,
+            ImpMgrComm_AddEXTImageToImportQueue(0, kMaster, nullptr, "", "", "", &none));
+  image.imageName = nullptr;
+  EXPECT_EQ(IMPMGR_EMPTY_IMAGE_NAME,
+            ImpMgrComm_AddEXTImageToImportQueue(0, kMaster, nullptr, "", "", "", &head));
+  EXPECT_TRUE(Listed().empty());
+
+  PendingImportFragment* list = reinterpret_cast<PendingImportFragment*>(&image);
+  EXPECT_EQ(IMPMGR_INVALID_ARGUMENT,
+            ImpMgrComm_ListAllImportPendingFragments(0, nullptr, nullptr, &list));
+  EXPECT_EQ(list, nullptr);
+}
+
+}  // namespace
