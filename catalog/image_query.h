@@ -123,4 +123,24 @@ bool ForEachImage(const ImageQuery& query, unsigned batchSize, unsigned long lim
   return true;
 }
 
+// Fetches image lists of `batchSize` images through `fetch(&count, address)`
+// for the catalog library's fetches that answer EMMLIB_END_OF_DATA with their
+// last batch (replica copies, pending imports), and hands every image to
+// `visit`, in order, freeing each list after it. Returns 0 after the last
+// batch (or a batch that brings nothing), or the status of a failed fetch,
+// which the caller reports; the images of earlier batches have been visited.
+template <typename Fetch, typename Visit>
+unsigned ForEachImageToLastBatch(unsigned batchSize, Fetch fetch, Visit visit) {
+  ImageList list;
+  for (;;) {
+    unsigned count = batchSize;
+    unsigned status = fetch(&count, list.address());
+    if (status != 0 && status != EMMLIB_END_OF_DATA) return status;
+    for (const EMM_Image* image = list.head(); image != nullptr; image = image->next) {
+      visit(*image);
+    }
+    if (status == EMMLIB_END_OF_DATA || list.head() == nullptr) return 0;
+  }
+}
+
 #endif  // CATALOG_IMAGE_QUERY_H_

@@ -58,6 +58,11 @@ int cmd_remove_repl(const CommandLine& l) {
   return RemoveReplicas(l.targetMachine, l.targetInfo);
 }
 
+int cmd_pendimplist(const CommandLine& l) {
+  ListPendingImportImages(l.outputForm, l.sinceTime);
+  return 0;
+}
+
 int cmd_list_import_frags(const CommandLine&) {
   ListPendingImportFragments();
   return 0;
@@ -92,7 +97,7 @@ const DispatchEntry kDispatchTable[] = {
     {OP_LIST, nullptr, cmd_list, STATUS_ZERO},
     {OP_LIST_IMPORT_CONF, nullptr, nullptr, STATUS_ZERO},
     {OP_LIST_IMPORT_FRAGS, nullptr, cmd_list_import_frags, STATUS_ZERO},
-    {OP_PENDIMPLIST, nullptr, nullptr, STATUS_ZERO},
+    {OP_PENDIMPLIST, nullptr, cmd_pendimplist, STATUS_ZERO},
     {OP_LIST_IMPORT_NOTIFY, nullptr, cmd_list_import_notify, STATUS_ZERO},
     {OP_REPLLIST, nullptr, nullptr, STATUS_ZERO},
     {OP_LISTWG, nullptr, cmd_listwg, STATUS_RESULT},

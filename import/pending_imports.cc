@@ -5,7 +5,11 @@
 #include <cstdlib>
 #include <string>
 
+#include "catalog/copy_state.h"
+#include "catalog/image_query.h"
+#include "catalog/record_printers.h"
 #include "platform/debuglog.h"
+#include "platform/emmlib/emmlib.h"
 #include "platform/impmgr/impmgr.h"
 #include "util/line_writer.h"
 #include "util/message.h"
@@ -14,6 +18,47 @@
 using Orvantic::Stashwell::LineWriter;
 
 namespace {
+
+const unsigned kImagesPerFetch = 100;
+
+// One image, then its copies, each followed by its fragments: the image in
+// `form`, copies and fragments in the user form for -U and the short form
+// otherwise.
+void PrintPendingImage(outputform_e form, const EMM_Image& image) {
+  switch (form) {
+    case OUTPUT_SHORT:
+      PrintImageShort(image);
+      break;
+    case OUTPUT_USER:
+      PrintImageUser(image);
+      break;
+    case OUTPUT_BRIEF:
+      PrintImageBrief(image);
+      break;
+    case OUTPUT_JSON:
+    case OUTPUT_JSON_COMPACT:
+      fputs("Not implemented\n", stderr);
+      break;
+    default:
+      PrintUnsupportedForm(form);
+      break;
+  }
+  const bool user = form == OUTPUT_USER;
+  for (const EMM_ImageCopy* copy = image.copies; copy != nullptr; copy = copy->next) {
+    if (user) {
+      PrintCopyUser(*copy);
+    } else {
+      PrintCopyShort(*copy);
+    }
+    for (const EMM_ImageFragment* f = copy->fragments; f != nullptr; f = f->next) {
+      if (user) {
+        PrintFragmentUser(*f);
+      } else {
+        PrintFragmentShort(*f);
+      }
+    }
+  }
+}
 
 // The labels of a fragment's block, in the order of its lines; each is
 // padded to 35 characters and followed directly by the value.
@@ -92,6 +137,35 @@ void FreeFragment(PendingImportFragment* f) {
 }
 
 }  // namespace
+
+void ListPendingImportImages(outputform_e form, int sinceTime) {
+  ImageQuery query;
+  unsigned status = emmlib_QueryPendingImportImages(&EmmCid, 3, MasterServer.c_str(), sinceTime,
+                                                    query.address());
+  if (status == EMMLIB_END_OF_DATA) {
+    PrintMsg(stderr, "SmeSlp0810N", "No pending import records found");
+    return;
+  }
+  if (status != 0) {
+    PrintMsg(stderr, "SmeSlp0210N", "Error querying image replica list, status=  %d",
+             static_cast<int>(status));
+    return;
+  }
+  status = ForEachImageToLastBatch(
+      kImagesPerFetch,
+      [&](unsigned* count, EMM_Image** list) {
+        return emmlib_FetchPendingImportImages(&EmmCid, 3, query.handle(), count, list);
+      },
+      [&](const EMM_Image& image) {
+        if (image.copies == nullptr || image.copies->CopyState != COPY_STATE_CANCELLED) {
+          PrintPendingImage(form, image);
+        }
+      });
+  if (status != 0) {
+    PrintMsg(stderr, "SmeSlp0230N", "Error fetch pending image list, status= %d",
+             static_cast<int>(status));
+  }
+}
 
 void ListPendingImportFragments() {
   PendingImportFragment* list = nullptr;
