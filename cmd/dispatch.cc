@@ -9,6 +9,7 @@
 #include "catalog/remove_expired_fragments.h"
 #include "catalog/remove_replicas.h"
 #include "cmd/confirm.h"
+#include "import/import_conf_report.h"
 #include "import/list_import_notifications.h"
 #include "import/pending_imports.h"
 #include "import/test_import_fragments.h"
@@ -42,6 +43,11 @@ int cmd_list(const CommandLine& l) {
 int cmd_dropwg(const CommandLine&) { return DropWG(); }
 
 int cmd_listwg(const CommandLine& l) { return ListWorkGroups(l.outputForm, l.key); }
+
+int cmd_list_import_conf(const CommandLine& l) {
+  return ListImportConfReport(l.outputForm, l.lifecycle.get(), l.destination.get(),
+                              l.targetDomain.get(), l.allPendingImages);
+}
 
 int cmd_list_import_notify(const CommandLine& l) {
   ListImportNotifications(l, ListInputImportNotifications, ListOutputImportNotifications);
@@ -95,7 +101,7 @@ const DispatchEntry kDispatchTable[] = {
     {OP_STLILIST, nullptr, nullptr, STATUS_ZERO},
     {OP_REPORT, nullptr, nullptr, STATUS_ZERO},
     {OP_LIST, nullptr, cmd_list, STATUS_ZERO},
-    {OP_LIST_IMPORT_CONF, nullptr, nullptr, STATUS_ZERO},
+    {OP_LIST_IMPORT_CONF, nullptr, cmd_list_import_conf, STATUS_ZERO},
     {OP_LIST_IMPORT_FRAGS, nullptr, cmd_list_import_frags, STATUS_ZERO},
     {OP_PENDIMPLIST, nullptr, cmd_pendimplist, STATUS_ZERO},
     {OP_LIST_IMPORT_NOTIFY, nullptr, cmd_list_import_notify, STATUS_ZERO},

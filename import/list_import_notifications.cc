@@ -9,6 +9,7 @@
 #include <list>
 
 #include "catalog/database_connection.h"
+#include "catalog/image_query.h"
 #include "import/notification_store.h"
 #include "platform/debuglog.h"
 #include "platform/rguid.h"
@@ -197,7 +198,7 @@ void ListNotifications(outputform_e form, ImportNotificationType_e type, TimeRan
     return;
   }
   if (form != OUTPUT_SHORT && form != OUTPUT_USER && form != OUTPUT_BRIEF) {
-    fprintf(stderr, "unrecognized output format: %d\n", static_cast<int>(form));
+    PrintUnsupportedForm(form);
     return;
   }
   LineWriter w(stdout);
