@@ -13,6 +13,7 @@
 #include "import/list_import_notifications.h"
 #include "import/pending_imports.h"
 #include "import/test_import_fragments.h"
+#include "remote/disk_space_info.h"
 #include "remote/drop_wg.h"
 #include "util/process.h"
 #include "workgroup/list_work_groups.h"
@@ -38,6 +39,10 @@ int cmd_list(const CommandLine& l) {
        l.copyState.get(), l.fragState.get(), l.lifecycleOnly, l.version, l.recordTypes,
        l.copyType.get(), l.jobId, l.policy.get(), l.timeRange, l.time);
   return 0;
+}
+
+int cmd_diskspaceinfo(const CommandLine& l) {
+  return DiskSpaceInfo(l.given(OPT_STYPE) ? l.serverType.c_str() : nullptr);
 }
 
 int cmd_dropwg(const CommandLine&) { return DropWG(); }
@@ -92,7 +97,7 @@ const DispatchEntry kDispatchTable[] = {
     {OP_COMPLETION_REPORT, nullptr, cmd_completion_report, STATUS_RESULT},
     {OP_DELETEDONE, nullptr, nullptr, STATUS_FROM_BODY},
     {OP_DISKFULL, nullptr, nullptr, STATUS_FROM_BODY},
-    {OP_DISKSPACEINFO, nullptr, nullptr, STATUS_FROM_BODY},
+    {OP_DISKSPACEINFO, nullptr, cmd_diskspaceinfo, STATUS_FROM_BODY},
     {OP_DROPWG, ConfirmDropWG, cmd_dropwg, STATUS_RESULT},
     {OP_DUMP, nullptr, nullptr, STATUS_ZERO},
     {OP_UPDATE_HWM, nullptr, nullptr, STATUS_ZERO},

@@ -1,0 +1,184 @@
+// End-to-end tests of `cyclectl diskspaceinfo` against the test service as
+// the disk service manager: which fragments count and under which server
+// type, one lookup per volume, the -stype line, the 100-image batches, and a
+// lookup that fails part way through the report.
+#include <gtest/gtest.h>
+
+#include <string>
+#include <vector>
+
+#include "tests/e2e/catalog_test.h"
+#include "tools/cyclesvc-test/test_service.h"
+
+namespace {
+
+// Legacy lookups answer by media id: "vol_b" (BasicDisk) is disk media id
+// "dm_b" on a PoolDisk volume; "vol_n" (NearStore) is "dm_n" on a SnapStore
+// volume; "vol_x" has no disk media id property; anything else is unknown.
+// Media-id lookups answer "dm_dyn" with server type Alpha, "dm_zed" with
+// Zed, anything else with no volume.
+const char kScenario[] = R"({
+  "DiskServiceMgr.getDiskVolumeInfoByLegacyInfo": [
+    {"args": [null, null, null, "vol_b"], "result": {"servertype": "PoolDisk",
+      "volume": {"name": "vol_b", "properties": [["other", "1"], ["DSM::diskMediaId", "dm_b"]]}}},
+    {"args": [null, null, null, "vol_n"], "result": {"servertype": "SnapStore",
+      "volume": {"name": "vol_n", "properties": [["DSM::diskMediaId", "dm_n"]]}}},
+    {"args": [null, null, null, "vol_x"], "result": {"servertype": "Never",
+      "volume": {"name": "vol_x", "properties": []}}},
+    {"result": null}],
+  "DiskServiceMgr.getDiskVolumeInfoByMediaId": [
+    {"args": ["dm_dyn"], "result": {"servertype": "Alpha"}},
+    {"args": ["dm_zed"], "result": {"servertype": "Zed"}},
+    {"result": null}]
+})";
+
+std::string Legacy(const std::string& subtype, const std::string& mediaId) {
+  return "DiskServiceMgr.getDiskVolumeInfoByLegacyInfo(\"master1\", \"sts1\", \"" + subtype +
+         "\", \"" + mediaId + "\")";
+}
+std::string ByMediaId(const std::string& mediaId) {
+  return "DiskServiceMgr.getDiskVolumeInfoByMediaId(\"" + mediaId + "\")";
+}
+
+class DiskSpaceInfoTest : public e2e::CatalogTest {
+ protected:
+  void SetUp() override { root_.SetConfig("EMM_SERVER", "127.0.0.1"); }
+
+  // A fragment of `size` bytes in a copy of its own image.
+  void AddFragment(int mediaType, int subtype, const std::string& mediaId, long size) {
+    const std::string image = AddImage("client", 1700000000 + ++images_);
+    const std::string copy = AddCopy(image, 1);
+    CatalogTest::AddFragment(copy, 1,
+                             "MediaType = " + std::to_string(mediaType) +
+                                 ", MediaSubType = " + std::to_string(subtype) +
+                                 ", MediaID = '" + mediaId +
+                                 "', MediaServer = 'ms1', StorageServer = 'sts1', "
+                                 "FragmentSize = " + std::to_string(size));
+  }
+
+  e2e::Result Run(std::vector<std::string> args = {}) {
+    args.insert(args.begin(), "diskspaceinfo");
+    return root_.Run(args);
+  }
+
+  int images_ = 0;
+};
+
+TEST_F(DiskSpaceInfoTest, TotalsByServerTypeWithOneLookupPerVolume) {
+  AddFragment(0, 6, "dm_zed", 1);                 // dynamic: its own media id
+  AddFragment(0, 1, "vol_b", 10);                 // legacy BasicDisk -> dm_b, PoolDisk
+  AddFragment(0, 6, "dm_dyn", 100);
+  AddFragment(0, 1, "vol_b", 1000);               // the same volume: no lookup
+  AddFragment(0, 2, "vol_n", 10000);              // NearStore -> dm_n, SnapStore
+  AddFragment(0, 6, "dm_b", 100000);              // known from the legacy answer
+  AddFragment(0, 2, "vol_missing", 1000000);      // not found: Unknown, asked each time
+  AddFragment(0, 2, "vol_missing", 10000000);
+  AddFragment(0, 1, "vol_x", 100000000);          // found without a disk media id
+  AddFragment(0, 6, "dm_gone", 1000000000);       // dynamic, not found: Unknown
+  AddFragment(0, 6, "dm_gone", 4000000000000);
+  AddFragment(2, 6, "dm_dyn", 7);                 // not a disk fragment
+  AddFragment(0, 6, "", 20000000000);             // no media id: Unknown without a call
+  root_.Sql("UPDATE DBM_ImageFragment SET FragmentSize = -5 WHERE MediaID = 'dm_zed';");
+
+  cyclesvc_test::TestService service(root_.path(), kScenario);
+  ASSERT_TRUE(service.ok()) << service.error();
+  const std::string totals =
+      "Disktype: Alpha: 100\n"
+      "Disktype: PoolDisk: 101010\n"
+      "Disktype: SnapStore: 10000\n"
+      "Disktype: Unknown: 4021111000000\n"
+      "Disktype: Zed: -5\n";
+  EXPECT_EQ(Run(), (e2e::Result{totals, "", 0}));
+  EXPECT_EQ(service.Calls(),
+            (std::vector<std::string>{
+                ByMediaId("dm_zed"), Legacy("BasicDisk", "vol_b"), ByMediaId("dm_dyn"),
+                Legacy("NearStore", "vol_n"), Legacy("NearStore", "vol_missing"),
+                Legacy("NearStore", "vol_missing"), Legacy("BasicDisk", "vol_x"),
+                ByMediaId("dm_gone"), ByMediaId("dm_gone")}));
+
+  EXPECT_EQ(Run({"-stype", "PoolDisk"}),
+            (e2e::Result{"Disktype: PoolDisk  TotalUsed: 101010\n", "", 0}));
+  EXPECT_EQ(Run({"-stype", "pooldisk"}),
+            (e2e::Result{"Disktype: pooldisk  TotalUsed: 0\n", "", 0}));
+}
+
+TEST_F(DiskSpaceInfoTest, UnknownSubtypeIsReportedAndSentWithoutTypeName) {
+  AddFragment(0, 4, "vol_b", 3);
+  AddFragment(0, 4, "vol_b", 4);
+  AddFragment(0, 0, "vol_n", 5);
+  cyclesvc_test::TestService service(root_.path(), kScenario);
+  ASSERT_TRUE(service.ok()) << service.error();
+  EXPECT_EQ(Run(), (e2e::Result{"Disktype: PoolDisk: 7\nDisktype: SnapStore: 5\n",
+                                "unrecognized disk subtype encountered\n"
+                                "unrecognized disk subtype encountered\n",
+                                0}));
+  EXPECT_EQ(service.Calls(), (std::vector<std::string>{Legacy("", "vol_b"), Legacy("", "vol_n")}));
+}
+
+TEST_F(DiskSpaceInfoTest, EmptyCatalogPrintsNothingAndAsksNothing) {
+  cyclesvc_test::TestService service(root_.path(), kScenario);
+  ASSERT_TRUE(service.ok()) << service.error();
+  EXPECT_EQ(Run(), (e2e::Result{"", "", 0}));
+  EXPECT_EQ(Run({"-stype", "PoolDisk"}), (e2e::Result{"Disktype: PoolDisk  TotalUsed: 0\n", "", 0}));
+  EXPECT_EQ(service.Calls(), std::vector<std::string>{});
+}
+
+TEST_F(DiskSpaceInfoTest, EveryBatchOfAHundredImagesCounts) {
+  // 100 images fill the first batch exactly; the 101st comes in a second.
+  root_.Sql(
+      "WITH RECURSIVE n(i) AS (SELECT 0 UNION ALL SELECT i + 1 FROM n WHERE i < 100) "
+      "INSERT INTO DBM_Image (MasterServerKey, ClientMachineName, BackupTime) "
+      "SELECT (SELECT MachineKey FROM EMM_Machine WHERE MachinePrimaryName = 'master1'), 'c', "
+      "1700000000 + i FROM n;"
+      "INSERT INTO DBM_ImageCopy (ImageKey, CopyNumber) SELECT ImageKey, 1 FROM DBM_Image;"
+      "INSERT INTO DBM_ImageFragment (ImageCopyKey, FragmentNumber, MediaType, MediaSubType, "
+      "MediaID, FragmentSize) SELECT ImageCopyKey, 1, 0, 6, 'dm_dyn', 1 FROM DBM_ImageCopy;");
+  cyclesvc_test::TestService service(root_.path(), kScenario);
+  ASSERT_TRUE(service.ok()) << service.error();
+  EXPECT_EQ(Run(), (e2e::Result{"Disktype: Alpha: 101\n", "", 0}));
+  root_.Sql("DELETE FROM DBM_Image WHERE BackupTime = 1700000100;");
+  EXPECT_EQ(Run(), (e2e::Result{"Disktype: Alpha: 100\n", "", 0}));
+  EXPECT_EQ(service.Calls(), (std::vector<std::string>{ByMediaId("dm_dyn"), ByMediaId("dm_dyn")}));
+}
+
+TEST_F(DiskSpaceInfoTest, ALookupThatFailsEndsTheRunWithTheLadder) {
+  AddFragment(0, 4, "vol_b", 1);
+  AddFragment(0, 6, "dm_dyn", 2);
+  AddFragment(0, 6, "dm_zed", 3);
+  cyclesvc_test::TestService service(
+      root_.path(),
+      R"({"DiskServiceMgr.getDiskVolumeInfoByLegacyInfo": {"result": {"servertype": "PoolDisk",
+            "volume": {"properties": [["DSM::diskMediaId", "dm_b"]]}}},
+          "DiskServiceMgr.getDiskVolumeInfoByMediaId": [
+            {"args": ["dm_zed"], "raise": {"user": "ServiceException", "details": {
+              "type": "DiskServiceExceptionDetails", "errorCode": 2050010, "errorDomain": 1,
+              "errorText": "volume offline"}}},
+            {"result": {"servertype": "Alpha"}}]})");
+  ASSERT_TRUE(service.ok()) << service.error();
+  e2e::Result r = Run();
+  EXPECT_EQ(r.out, "");
+  EXPECT_EQ(r.err,
+            "unrecognized disk subtype encountered\n"
+            "Caught CORBA UserException from dsm: "
+            "IDL:Orvantic/Stashwell/TL/Framework/ServiceException:1.0");
+  EXPECT_EQ(r.status, 255);
+  EXPECT_EQ(service.Calls(), (std::vector<std::string>{Legacy("", "vol_b"), ByMediaId("dm_dyn"),
+                                                      ByMediaId("dm_zed")}));
+
+  service.SetScenario(R"({"DiskServiceMgr.getDiskVolumeInfoByLegacyInfo": {"raise": {"system": "BAD_PARAM"}}})");
+  r = Run();
+  EXPECT_EQ(r.err,
+            "unrecognized disk subtype encountered\n"
+            "Caught CORBA SystemException from dsm: "
+            "IDL:omg.org/CORBA/BAD_PARAM:1.0 (minor code 0x0, completed NO)\n");
+  EXPECT_EQ(r.status, 255);
+}
+
+TEST_F(DiskSpaceInfoTest, DiskServiceNotRunningEndsTheRunOnlyWhenAsked) {
+  AddFragment(2, 6, "tape1", 5);  // nothing to look up
+  EXPECT_EQ(Run(), (e2e::Result{"", "", 0}));
+  AddFragment(0, 6, "dm_dyn", 5);
+  EXPECT_EQ(Run(), (e2e::Result{"", "cannot connect to dsm\n", 255}));
+}
+
+}  // namespace
