@@ -174,6 +174,12 @@ TEST_F(DiskSpaceInfoTest, ALookupThatFailsEndsTheRunWithTheLadder) {
   EXPECT_EQ(r.status, 255);
 }
 
+TEST_F(DiskSpaceInfoTest, AFailedCatalogQueryPrintsItsMessageAndNoTotals) {
+  AddFragment(0, 6, "dm_dyn", 5);
+  root_.Sql("DROP TABLE DBM_ImageFragment;");
+  EXPECT_EQ(Run(), (e2e::Result{"", "Error querying image list, status= 2007062\n", 0}));
+}
+
 TEST_F(DiskSpaceInfoTest, DiskServiceNotRunningEndsTheRunOnlyWhenAsked) {
   AddFragment(2, 6, "tape1", 5);  // nothing to look up
   EXPECT_EQ(Run(), (e2e::Result{"", "", 0}));
