@@ -93,18 +93,6 @@ struct RowFilters {
   }
 };
 
-void PrintImage(LineWriter& out, outputform_e form, const EMM_Image& image) {
-  switch (form) {
-    case OUTPUT_SHORT: PrintImageShort(out, image); break;
-    case OUTPUT_USER: PrintImageUser(out, image); break;
-    case OUTPUT_BRIEF: PrintImageBrief(out, image); break;
-    default:
-      out.Flush();
-      PrintUnsupportedForm(form);
-      break;
-  }
-}
-
 // Prints the row's copy and, for a snapshot copy, the snapshots that belong
 // to it; then the row's fragment. `newCopy` is false for the further rows of
 // a copy already printed.
@@ -177,7 +165,7 @@ void List(outputform_e form, const char* lifecycle, const char* destination,
       const bool sameImage = strcmp(row.image.BackupID, previousBackupId) == 0;
       const bool sameCopy = sameImage && row.copy.CopyNumber == previousCopy;
       if (filters.Passes(row)) {
-        if (!sameImage) PrintImage(out, form, row.image);
+        if (!sameImage) PrintImageInForm(out, form, row.image);
         if (form != OUTPUT_BRIEF) {
           PrintRowRecords(out, form, recordTypes, !sameCopy, row, snapshots);
         }

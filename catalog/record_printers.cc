@@ -10,6 +10,7 @@
 #include <cstring>
 
 #include "catalog/data_classes.h"
+#include "catalog/image_query.h"
 #include "catalog/slp_state.h"
 #include "platform/rguid.h"
 #include "util/format.h"
@@ -401,3 +402,15 @@ STREAM_PRINTER(PrintFragmentUser, EMM_ImageFragment)
 STREAM_PRINTER(PrintSnapshotShort, EMM_SnapshotInfo)
 STREAM_PRINTER(PrintSnapshotUser, EMM_SnapshotInfo)
 #undef STREAM_PRINTER
+
+void PrintImageInForm(LineWriter& w, outputform_e form, const EMM_Image& image) {
+  switch (form) {
+    case OUTPUT_SHORT: PrintImageShort(w, image); break;
+    case OUTPUT_USER: PrintImageUser(w, image); break;
+    case OUTPUT_BRIEF: PrintImageBrief(w, image); break;
+    default:
+      w.Flush();
+      PrintUnsupportedForm(form);
+      break;
+  }
+}

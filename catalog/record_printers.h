@@ -15,6 +15,7 @@
 
 #include "platform/emmlib/emm_records.h"
 #include "util/line_writer.h"
+#include "util/output_form.h"
 
 void PrintImageShort(const EMM_Image& image, FILE* out = stdout);
 void PrintImageUser(const EMM_Image& image, FILE* out = stdout);
@@ -29,6 +30,10 @@ void PrintSnapshotUser(const EMM_SnapshotInfo& snapshot, FILE* out = stdout);
 void PrintImageShort(Orvantic::Stashwell::LineWriter& w, const EMM_Image& image);
 void PrintImageUser(Orvantic::Stashwell::LineWriter& w, const EMM_Image& image);
 void PrintImageBrief(Orvantic::Stashwell::LineWriter& w, const EMM_Image& image);
+// The image in the short, user or brief form; for any other form flushes
+// the writer and prints the unrecognized-form message on standard error.
+void PrintImageInForm(Orvantic::Stashwell::LineWriter& w, outputform_e form,
+                      const EMM_Image& image);
 void PrintCopyShort(Orvantic::Stashwell::LineWriter& w, const EMM_ImageCopy& copy);
 void PrintCopyUser(Orvantic::Stashwell::LineWriter& w, const EMM_ImageCopy& copy);
 void PrintFragmentShort(Orvantic::Stashwell::LineWriter& w, const EMM_ImageFragment& fragment);

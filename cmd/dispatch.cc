@@ -6,6 +6,8 @@
 
 #include "catalog/completion_report.h"
 #include "catalog/list.h"
+#include "catalog/list_replicas.h"
+#include "catalog/redo_operation.h"
 #include "catalog/remove_expired_fragments.h"
 #include "catalog/remove_replicas.h"
 #include "cmd/confirm.h"
@@ -56,6 +58,16 @@ int cmd_list_import_conf(const CommandLine& l) {
 
 int cmd_list_import_notify(const CommandLine& l) {
   ListImportNotifications(l, ListInputImportNotifications, ListOutputImportNotifications);
+  return 0;
+}
+
+int cmd_repllist(const CommandLine& l) {
+  ListReplicas(l.outputForm, l.sinceTime);
+  return 0;
+}
+
+int cmd_redo(const CommandLine& l) {
+  RedoOperation(l.backupId.get(), l.slpIndex);
   return 0;
 }
 
@@ -110,11 +122,11 @@ const DispatchEntry kDispatchTable[] = {
     {OP_LIST_IMPORT_FRAGS, nullptr, cmd_list_import_frags, STATUS_ZERO},
     {OP_PENDIMPLIST, nullptr, cmd_pendimplist, STATUS_ZERO},
     {OP_LIST_IMPORT_NOTIFY, nullptr, cmd_list_import_notify, STATUS_ZERO},
-    {OP_REPLLIST, nullptr, nullptr, STATUS_ZERO},
+    {OP_REPLLIST, nullptr, cmd_repllist, STATUS_ZERO},
     {OP_LISTWG, nullptr, cmd_listwg, STATUS_RESULT},
     {OP_ONE_SESSION, nullptr, nullptr, STATUS_ZERO},
     {OP_QUERY_EXP, nullptr, nullptr, STATUS_ZERO},
-    {OP_REDO, nullptr, nullptr, STATUS_ZERO},
+    {OP_REDO, nullptr, cmd_redo, STATUS_ZERO},
     {OP_REMOVE_ALL, nullptr, cmd_remove_all, STATUS_ZERO},
     {OP_REMOVE_EXP, ConfirmRemoveExp, cmd_remove_exp, STATUS_ZERO},
     {OP_REMOVE_REPL, nullptr, cmd_remove_repl, STATUS_RESULT},

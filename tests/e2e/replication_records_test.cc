@@ -1,7 +1,8 @@
-// End-to-end tests of `cyclectl remove_repl` (and the listing of the
-// replication records): which target records a removal takes, its messages
-// and statuses, texts that reach the catalog only as values, and a catalog
-// that another process holds.
+// End-to-end tests of `cyclectl repllist` and `cyclectl remove_repl`: what
+// the listing shows in its two forms and across fetch batches, which target
+// records a removal takes, its messages and statuses, texts that reach the
+// catalog only as values, and a catalog that another process reads or
+// writes at the same time.
 #include <gtest/gtest.h>
 
 #include <string>
@@ -13,12 +14,15 @@
 
 namespace {
 
-class RemoveReplicasTest : public e2e::CatalogTest {
+class ReplicationRecordsTest : public e2e::CatalogTest {
  protected:
   // Targets: tgt1 holds vol1 twice and vol2 once, tgt2 vol1 once; media1
   // is a media server whose key a record names as well.
   void SetUp() override {
-    const std::string copy = AddCopy(AddImage("client1", 1000), 2);
+    const std::string image = AddImage("client1", 1000, "PolicyName = 'pol1'");
+    AddCopy(image, 1);
+    const std::string copy = AddCopy(image, 2, "CopyType = 3, Residence = '*Remote*Master*'");
+    AddCopy(AddImage("client2", 2000), 1);  // no replica copy
     const std::string tgt1 = AddMachine("tgt1", 12);
     const std::string tgt2 = AddMachine("tgt2", 12);
     const std::string media1 = AddMachine("media1", 1);
@@ -26,13 +30,27 @@ class RemoveReplicasTest : public e2e::CatalogTest {
              {tgt1, "vol1"}, {tgt1, "vol1"}, {tgt1, "vol2"}, {tgt2, "vol1"}, {media1, "vol1"}}) {
       Insert("DBM_ImageReplicationDestination", "ReplicationDestinationKey",
              "ImageCopyKey, TargetMachineKey, VolumeInfo, RemoteMasterServer",
-             copy + ", " + machine + ", '" + volume + "', 'remote1'", "");
+             copy + ", " + machine + ", '" + volume + "', '" +
+                 (machine == media1 ? "" : "remote1") + "'",
+             "");
     }
   }
 
+  e2e::Result Run(const std::string& operation, std::vector<std::string> args) {
+    args.insert(args.begin(), operation);
+    return root_.Run(args);
+  }
   e2e::Result Remove(std::vector<std::string> args) {
     args.insert(args.begin(), "remove_repl");
     return root_.Run(args);
+  }
+
+  // The short-form line of the record `kind` (I, C) with `key` as the
+  // backup id (and copy number) that `list` prints.
+  std::string ListLine(const std::string& kind, const std::string& key) {
+    const std::string out = Run("list", {"-rt", "IC"}).out;
+    const size_t at = out.find("V7.6.0 " + kind + " master1 " + key + " ");
+    return at == std::string::npos ? "?" : out.substr(at, out.find('\n', at) + 1 - at);
   }
 
   // The records left, as "<machine> <volume>" lines in key order.
@@ -45,9 +63,80 @@ class RemoveReplicasTest : public e2e::CatalogTest {
 
 };
 
+size_t Count(const std::string& text, const std::string& what) {
+  size_t n = 0;
+  for (size_t at = text.find(what); at != std::string::npos; at = text.find(what, at + 1)) ++n;
+  return n;
+}
+
 const char kAll[] = "tgt1 vol1\ntgt1 vol1\ntgt1 vol2\ntgt2 vol1\nmedia1 vol1\n";
 
-TEST_F(RemoveReplicasTest, OneVolumeThenTheWholeMachine) {
+TEST_F(ReplicationRecordsTest, ListingForms) {
+  const std::string rt = "V7.6.0 RT master1 client1_1000 2 ";
+  EXPECT_EQ(Run("repllist", {}),
+            (e2e::Result{ListLine("I", "client1_1000") + ListLine("C", "client1_1000 2") + rt +
+                             "tgt1 vol1 remote1\n" + rt + "tgt1 vol1 remote1\n" + rt +
+                             "tgt1 vol2 remote1\n" + rt + "tgt2 vol1 remote1\n" + rt +
+                             "media1 vol1 *NULL*\n",
+                         "", 0}));
+  e2e::Result user = Run("repllist", {"-U", "-sincetime", "1000"});
+  EXPECT_EQ(0u, user.out.find("Image:\n Master Server                 : master1\n")) << user.out;
+  EXPECT_NE(std::string::npos, user.out.find(
+                                   "\n Replication Target:\n"
+                                   "   Source Master Server: master1\n"
+                                   "   Backup ID           : client1_1000\n"
+                                   "   Copy Number         : 2\n"
+                                   "   Target Machine      : tgt1\n"
+                                   "   Target Info         : vol2\n"
+                                   "   Remote Master       : remote1\n\n"));
+  EXPECT_EQ(5u, Count(user.out, "Replication Target:"));
+  EXPECT_EQ(1u, Count(user.out, "\n Copy:\n"));  // copy 1 has no targets
+  EXPECT_TRUE(user.out.size() > 20 &&
+              user.out.substr(user.out.size() - 20) == ": (none specified)\n\n");
+  // The brief form is not among the operation's options: short form.
+  EXPECT_EQ(Run("repllist", {"-b"}).out, Run("repllist", {"-l"}).out);
+}
+
+TEST_F(ReplicationRecordsTest, NothingToList) {
+  const e2e::Result none{"", "No replica records found\n", 0};
+  EXPECT_EQ(Run("repllist", {"-sincetime", "1001"}), none);
+  root_.Sql("DELETE FROM DBM_ImageReplicationDestination;");
+  EXPECT_EQ(Run("repllist", {}), none);
+  root_.Sql("DROP TABLE DBM_ImageReplicationDestination;");
+  EXPECT_EQ(Run("repllist", {}),
+            (e2e::Result{"", "Error querying image replica list, status=  2007062\n", 0}));
+}
+
+TEST_F(ReplicationRecordsTest, ListsEveryImageOfManyBatches) {
+  // 250 more images with one replicated copy and one target each.
+  root_.Sql(
+      "WITH RECURSIVE n(i) AS (SELECT 1 UNION ALL SELECT i + 1 FROM n WHERE i < 250) "
+      "INSERT INTO DBM_Image (MasterServerKey, ClientMachineName, BackupTime) "
+      "SELECT MachineKey, 'many', 5000 + i FROM n, EMM_Machine WHERE MachinePrimaryName = 'master1';"
+      "INSERT INTO DBM_ImageCopy (ImageKey, CopyNumber, CopyType) "
+      "SELECT ImageKey, 1, 3 FROM DBM_Image WHERE ClientMachineName = 'many';"
+      "INSERT INTO DBM_ImageReplicationDestination (ImageCopyKey, TargetMachineKey, VolumeInfo) "
+      "SELECT c.ImageCopyKey, m.MachineKey, 'v' FROM DBM_ImageCopy c JOIN DBM_Image i "
+      "ON i.ImageKey = c.ImageKey, EMM_Machine m WHERE i.ClientMachineName = 'many' "
+      "AND m.MachinePrimaryName = 'tgt2';");
+  const std::string out = Run("repllist", {"-sincetime", "5001"}).out;
+  EXPECT_EQ(250u, Count(out, " I master1 many_"));
+  EXPECT_EQ(250u, Count(out, " RT master1 many_"));
+  EXPECT_EQ(0u, out.find("V7.6.0 I master1 many_5001 "));
+  EXPECT_NE(std::string::npos, out.find("V7.6.0 RT master1 many_5250 1 tgt2 v *NULL*\n"));
+}
+
+// Two processes: a listing while another process's removal is not yet
+// committed shows the records as they were; once it is, they are gone.
+TEST_F(ReplicationRecordsTest, ListingBesideAnotherWriter) {
+  const std::string before = Run("repllist", {}).out;
+  e2e::CatalogLock writer(root_, "BEGIN IMMEDIATE; DELETE FROM DBM_ImageReplicationDestination");
+  EXPECT_EQ(Run("repllist", {}), (e2e::Result{before, "", 0}));
+  writer.Commit();
+  EXPECT_EQ(Run("repllist", {}), (e2e::Result{"", "No replica records found\n", 0}));
+}
+
+TEST_F(ReplicationRecordsTest, OneVolumeThenTheWholeMachine) {
   EXPECT_EQ(Remove({"-target_machine", "tgt1", "-target_info", "vol1"}),
             (e2e::Result{"2 replication records for target machine 'tgt1' with target info "
                          "'vol1' deleted\n",
@@ -64,7 +153,7 @@ TEST_F(RemoveReplicasTest, OneVolumeThenTheWholeMachine) {
   EXPECT_EQ("tgt2 vol1\nmedia1 vol1\n", Left());
 }
 
-TEST_F(RemoveReplicasTest, MachinesThatDoNotCount) {
+TEST_F(ReplicationRecordsTest, MachinesThatDoNotCount) {
   EXPECT_EQ(Remove({}), (e2e::Result{"", "target machine value must be provided\n", 152}));
   EXPECT_EQ(Remove({"-target_info", "vol1"}),
             (e2e::Result{"", "target machine value must be provided\n", 152}));
@@ -79,7 +168,7 @@ TEST_F(RemoveReplicasTest, MachinesThatDoNotCount) {
   EXPECT_EQ(kAll, Left());
 }
 
-TEST_F(RemoveReplicasTest, CatalogHeldByAnotherProcess) {
+TEST_F(ReplicationRecordsTest, CatalogHeldByAnotherProcess) {
   root_.SetConfig("CATALOG_BUSY_TIMEOUT", "200");
   {
     // Another writer: the removal waits for it, gives up and changes nothing.

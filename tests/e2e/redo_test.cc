@@ -1,0 +1,89 @@
+// End-to-end tests of `cyclectl redo`: the three changes of a redo read back
+// from the catalog, and the failures that leave the catalog file exactly as
+// it was.
+#include <gtest/gtest.h>
+
+#include <string>
+#include <vector>
+
+#include "tests/e2e/catalog_lock.h"
+#include "tests/e2e/catalog_test.h"
+#include "tests/e2e/harness.h"
+
+namespace {
+
+class RedoTest : public e2e::CatalogTest {
+ protected:
+  // client1_1000 (in process, inactive): backup copy (SLP index 1),
+  // replication to a remote master from it (2), a duplicate of it (3).
+  // client2_2000: a replication whose source index 4 no copy has.
+  void SetUp() override {
+    const std::string a = AddImage("client1", 1000,
+                                   "StorageServiceName = 'slp1', StorageServiceState = 3, "
+                                   "StorageServiceIsInactive = 1");
+    AddCopy(a, 1, "SLPIndex = 1, CopyType = 0, CopyState = 5");
+    AddCopy(a, 2, "SLPIndex = 2, SLPSourceIndex = 1, CopyType = 3, CopyState = 13");
+    AddCopy(a, 3, "SLPIndex = 3, SLPSourceIndex = 1, CopyType = 1, CopyState = 5");
+    const std::string b = AddImage("client2", 2000, "StorageServiceState = 3");
+    AddCopy(b, 1, "SLPIndex = 1, CopyType = 0, CopyState = 5");
+    AddCopy(b, 2, "SLPIndex = 2, SLPSourceIndex = 4, CopyType = 3, CopyState = 5");
+  }
+
+  e2e::Result Redo(const std::string& backupId, int slpIndex) {
+    return root_.Run({"redo", "-backupid", backupId, "-slpindex", std::to_string(slpIndex)});
+  }
+
+  // "<backup id> <SLP state> <inactive>: <SLP index>=<copy state> ..." per image.
+  std::string States() {
+    return root_.Sql(
+        "SELECT i.BackupID || ' ' || i.StorageServiceState || ' ' || i.StorageServiceIsInactive"
+        " || ':' || group_concat(' ' || c.SLPIndex || '=' || c.CopyState, '')"
+        " FROM DBM_Image i JOIN DBM_ImageCopy c ON c.ImageKey = i.ImageKey"
+        " GROUP BY i.ImageKey ORDER BY i.ImageKey;");
+  }
+};
+
+TEST_F(RedoTest, ResetsTheCopyItsSourceAndTheImage) {
+  EXPECT_EQ(Redo("client1_1000", 2), (e2e::Result{"", "", 0}));
+  EXPECT_EQ("client1_1000 2 0: 1=3 2=1 3=5\nclient2_2000 3 0: 1=5 2=5\n", States());
+}
+
+TEST_F(RedoTest, FailuresChangeNothing) {
+  const std::string before = root_.ReadFile("db/catalog.db");
+  const struct {
+    std::string backupId;
+    int slpIndex;
+    std::string err;
+  } cases[] = {
+      {"client9_1000", 2, "No Image found with backup id client9_1000\n"},
+      {"client1_1000", 3, "The redo operation is not currently supported for image copy type 1\n"},
+      {"client1_1000", 1, "The redo operation is not currently supported for image copy type 0\n"},
+      {"client2_2000", 2, "Cannot redo copy 2 as its source copy 4 is missing\n"},
+      {"client1_1000", 4, "no copy with SLP index 4 found for backup id client1_1000\n"},
+      {"client1_1000", 2147483647,
+       "no copy with SLP index 2147483647 found for backup id client1_1000\n"},
+      // Values, never SQL.
+      {"x' OR '1'='1", 2, "No Image found with backup id x' OR '1'='1\n"},
+  };
+  for (const auto& c : cases) {
+    EXPECT_EQ(Redo(c.backupId, c.slpIndex), (e2e::Result{"", c.err, 0})) << c.backupId;
+  }
+  EXPECT_TRUE(root_.ReadFile("db/catalog.db") == before);
+}
+
+TEST_F(RedoTest, CatalogHeldByAnotherWriter) {
+  root_.SetConfig("CATALOG_BUSY_TIMEOUT", "200");
+  const std::string before = States();
+  {
+    e2e::CatalogLock writer(root_, "BEGIN IMMEDIATE");
+    EXPECT_EQ(Redo("client1_1000", 2),
+              (e2e::Result{"", "cannot update image copy state, status = 2007061\n", 0}));
+  }
+  EXPECT_EQ(before, States());
+  // A missing catalog ends the run at start-up.
+  root_.Remove("db/catalog.db");
+  EXPECT_EQ(Redo("client1_1000", 2),
+            (e2e::Result{"", "cyclectl: error connecting to EMM database, status=2007060\n", 1}));
+}
+
+}  // namespace
