@@ -65,18 +65,15 @@ void ListReplicas(outputform_e form, int sinceTime) {
     return;
   }
   LineWriter out(stdout);
-  ImageList images;
-  do {
-    unsigned count = kImagesPerFetch;
-    status = emmlib_FetchReplicaImageCopies(&EmmCid, 3, query.handle(), &count, images.address());
-    if (status != 0 && status != EMMLIB_END_OF_DATA) {
-      out.Flush();
-      PrintMsg(stderr, "SmeSlp0060N", "Error fetching image replica list, status= %d",
-               static_cast<int>(status));
-      return;
-    }
-    for (const EMM_Image* image = images.head(); image != nullptr; image = image->next) {
-      PrintReplicaImage(out, form, *image);
-    }
-  } while (status == 0 && !ferror(stdout));
+  status = ForEachImageToLastBatch(
+      kImagesPerFetch,
+      [&](unsigned* count, EMM_Image** list) {
+        return emmlib_FetchReplicaImageCopies(&EmmCid, 3, query.handle(), count, list);
+      },
+      [&](const EMM_Image& image) { PrintReplicaImage(out, form, image); });
+  if (status != 0) {
+    out.Flush();
+    PrintMsg(stderr, "SmeSlp0060N", "Error fetching image replica list, status= %d",
+             static_cast<int>(status));
+  }
 }
