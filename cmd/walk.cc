@@ -6,7 +6,7 @@
 // option name.
 #include "cmd/walk.h"
 
-#include <ace/Arg_Shifter.h>
+#include "platform/arg_shifter.h"
 
 #include <cstdio>
 

@@ -4,8 +4,7 @@
 #include <cstdio>
 #include <cstdlib>
 
-#include "ace/Guard_T.h"
-#include "ace/Thread_Mutex.h"
+#include "platform/thread_mutex.h"
 #include "remote/disk_service_helper.h"
 
 namespace Orvantic {

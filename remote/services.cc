@@ -3,7 +3,7 @@
 
 #include <cstdio>
 
-#include "ace/Time_Value.h"
+#include "platform/time_value.h"
 #include "remote/exception_ladder.h"
 #include "remote/orb_startup.h"
 #include "util/cmd_exit.h"

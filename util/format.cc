@@ -4,7 +4,6 @@
 // so a negative value keeps its sign in front of the padding digits.
 #include "util/format.h"
 
-#include <ace/Time_Value.h>
 
 #include <cstdlib>
 #include <cstring>

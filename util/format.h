@@ -10,7 +10,7 @@
 #include <cstdint>
 #include <string>
 
-class ACE_Time_Value;
+#include "platform/time_value.h"
 
 namespace Orvantic {
 namespace Stashwell {

@@ -2,7 +2,6 @@
 // tables' ends, the operations mask, durations and dates, backup-id parsing.
 #include "util/format.h"
 
-#include <ace/Time_Value.h>
 #include <gtest/gtest.h>
 
 #include <climits>

@@ -12,8 +12,7 @@
 
 #include <string>
 
-#include "ace/Time_Value.h"
-#include "ace/Timer_Queuefwd.h"
+#include "platform/time_value.h"
 
 class Orb {
  public:
