@@ -7,8 +7,9 @@
 //   ImageQuery query;
 //   if (!ImageQueryStarted(emmlib_ImageQueryExecute(..., query.address()))) return;
 //   unsigned long images = 0;
-//   if (!ForEachImage(query, 100, kNoImageLimit, &images,
-//                     [&](const EMM_Image& image) { ... })) return;
+//   unsigned status = ForEachImage(query, 100, kNoImageLimit, &images,
+//                                  [&](const EMM_Image& image) { ... });
+//   if (status != 0) PrintImageFetchError(status);
 #ifndef CATALOG_IMAGE_QUERY_H_
 #define CATALOG_IMAGE_QUERY_H_
 
@@ -97,11 +98,12 @@ const unsigned long kNoImageLimit = ~0UL;
 // Fetches the query's images as linked lists of `batchSize` images and hands
 // every image to `visit`, in order, freeing each list after it. Ends after a
 // fetch that brings fewer than `batchSize` images, or once `limit` images
-// have been read. *fetched receives the number of images read. A failed
-// fetch prints SmeSlp0090N and returns false.
+// have been read. *fetched receives the number of images read. Returns 0,
+// or the status of a failed fetch (the caller reports it with
+// PrintImageFetchError once its own output is out).
 template <typename Visit>
-bool ForEachImage(const ImageQuery& query, unsigned batchSize, unsigned long limit,
-                  unsigned long* fetched, Visit visit) {
+unsigned ForEachImage(const ImageQuery& query, unsigned batchSize, unsigned long limit,
+                      unsigned long* fetched, Visit visit) {
   *fetched = 0;
   ImageList list;
   while (*fetched < limit) {
@@ -109,10 +111,7 @@ bool ForEachImage(const ImageQuery& query, unsigned batchSize, unsigned long lim
     if (limit - *fetched < count) count = static_cast<unsigned>(limit - *fetched);
     const unsigned wanted = count;
     unsigned status = emmlib_ImageQueryFetch(&EmmCid, 3, query.handle(), &count, list.address());
-    if (status != 0) {
-      PrintImageFetchError(status);
-      return false;
-    }
+    if (status != 0) return status;
     if (count == 0 || list.head() == nullptr) break;
     *fetched += count;
     for (const EMM_Image* image = list.head(); image != nullptr; image = image->next) {
@@ -120,7 +119,7 @@ bool ForEachImage(const ImageQuery& query, unsigned batchSize, unsigned long lim
     }
     if (count != wanted) break;
   }
-  return true;
+  return 0;
 }
 
 // Fetches image lists of `batchSize` images through `fetch(&count, address)`

@@ -4,12 +4,15 @@
 
 #include <cstdio>
 
+#include "catalog/backlog_report.h"
 #include "catalog/completion_report.h"
+#include "catalog/lifecycle_image_list.h"
 #include "catalog/list.h"
 #include "catalog/list_replicas.h"
 #include "catalog/redo_operation.h"
 #include "catalog/remove_expired_fragments.h"
 #include "catalog/remove_replicas.h"
+#include "catalog/volume_space_report.h"
 #include "cmd/confirm.h"
 #include "import/import_conf_report.h"
 #include "import/list_import_notifications.h"
@@ -96,6 +99,25 @@ int cmd_add_import_frags(const CommandLine& l) {
   return 0;
 }
 
+int cmd_stlilist(const CommandLine& l) {
+  LifeCycleImageList(l.outputForm, l.lifecycle.get(), l.versionGiven(), l.destination.get(),
+                     l.backupId.get(), l.client.get(), l.mediaId.get(), l.storageServer.get(),
+                     l.mediaServer.get(), l.imageState.get(), l.copyType.get());
+  return 0;
+}
+
+int cmd_report(const CommandLine& l) {
+  LifeCycleReport(l.outputForm, l.lifecycle.get(), l.version, l.client.get(), l.mediaId.get(),
+                  l.storageServer.get(), l.mediaServer.get(), l.copyType.get());
+  return 0;
+}
+
+int cmd_showvol(const CommandLine& l) {
+  ShowVolume(l.outputForm, l.diskType, l.mediaId.get(), l.mediaServer.get(),
+             l.storageServer.get());
+  return 0;
+}
+
 int cmd_remove_all(const CommandLine&) {
   fputs("This operation has been deprecated and is no longer available.\n", stdout);
   return 0;
@@ -115,8 +137,8 @@ const DispatchEntry kDispatchTable[] = {
     {OP_UPDATE_HWM, nullptr, nullptr, STATUS_ZERO},
     {OP_INACTIVE, nullptr, nullptr, STATUS_FROM_BODY},
     {OP_INITIATE_EXP, nullptr, nullptr, STATUS_ZERO},
-    {OP_STLILIST, nullptr, nullptr, STATUS_ZERO},
-    {OP_REPORT, nullptr, nullptr, STATUS_ZERO},
+    {OP_STLILIST, nullptr, cmd_stlilist, STATUS_ZERO},
+    {OP_REPORT, nullptr, cmd_report, STATUS_ZERO},
     {OP_LIST, nullptr, cmd_list, STATUS_ZERO},
     {OP_LIST_IMPORT_CONF, nullptr, cmd_list_import_conf, STATUS_ZERO},
     {OP_LIST_IMPORT_FRAGS, nullptr, cmd_list_import_frags, STATUS_ZERO},
@@ -131,7 +153,7 @@ const DispatchEntry kDispatchTable[] = {
     {OP_REMOVE_EXP, ConfirmRemoveExp, cmd_remove_exp, STATUS_ZERO},
     {OP_REMOVE_REPL, nullptr, cmd_remove_repl, STATUS_RESULT},
     {OP_RESUME, nullptr, nullptr, STATUS_ZERO},
-    {OP_SHOWVOL, nullptr, nullptr, STATUS_ZERO},
+    {OP_SHOWVOL, nullptr, cmd_showvol, STATUS_ZERO},
     {OP_NEW_SESSION, nullptr, nullptr, STATUS_FROM_BODY},
     {OP_SUSPEND, nullptr, nullptr, STATUS_ZERO},
     {OP_UPDATE_PFS, nullptr, nullptr, STATUS_ZERO},
