@@ -5,8 +5,11 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <sqlite3.h>
+
 #include <filesystem>
 #include <string>
+#include <vector>
 
 #include "tests/e2e/harness.h"
 
@@ -41,6 +44,34 @@ TEST(CatalogOpen, UnusableCatalogEndsTheRunBeforeAnyOutput) {
           << "opening must not create a catalog";
     }
   }
+}
+
+// The reports over the catalog library end the same way when the catalog is
+// missing, damaged, without its image table or locked past the busy timeout.
+TEST(CatalogOpen, ReportsOnAnUnusableCatalog) {
+  const std::vector<std::vector<std::string>> reports = {
+      {"stlilist"}, {"report"}, {"showvol", "-mediaid", "vol1"}};
+  for (const auto& args : reports) {
+    e2e::Root root;
+    root.Sql("DROP TABLE DBM_Image;");
+    EXPECT_EQ(root.Run(args), (e2e::Result{"", kCannotConnect, 1})) << args[0] << " table-less";
+    root.WriteFile("db/catalog.db", std::string(4096, 'x'));
+    EXPECT_EQ(root.Run(args), (e2e::Result{"", kCannotConnect, 1})) << args[0] << " damaged";
+    root.Remove("db/catalog.db");
+    EXPECT_EQ(root.Run(args), (e2e::Result{"", kCannotConnect, 1})) << args[0] << " missing";
+  }
+
+  e2e::Root root;
+  root.SetConfig("CATALOG_BUSY_TIMEOUT", "200");
+  sqlite3* writer = nullptr;
+  ASSERT_EQ(SQLITE_OK, sqlite3_open((root.path() + "/db/catalog.db").c_str(), &writer));
+  ASSERT_EQ(SQLITE_OK, sqlite3_exec(writer, "BEGIN EXCLUSIVE", nullptr, nullptr, nullptr));
+  for (const auto& args : reports) {
+    EXPECT_EQ(root.Run(args),
+              (e2e::Result{"", "cyclectl: error connecting to EMM database, status=2007061\n", 1}))
+        << args[0] << " locked";
+  }
+  sqlite3_close(writer);
 }
 
 TEST(CatalogOpen, UsesTheConfiguredCatalog) {

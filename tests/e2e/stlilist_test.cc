@@ -1,0 +1,150 @@
+// End-to-end tests of `cyclectl stlilist`: the image and copy lines of both
+// forms, which images and copies are shown, the batches of 100 images, and
+// what an empty or unusable catalog gives.
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <string>
+#include <vector>
+
+#include "tests/e2e/catalog_test.h"
+#include "tests/e2e/harness.h"
+
+namespace {
+
+const char kNoImages[] = "No images or lifecycles matching criteria found.\n";
+
+class StlilistTest : public e2e::CatalogTest {
+ protected:
+  e2e::Result Stlilist(std::vector<std::string> args) {
+    args.insert(args.begin(), "stlilist");
+    return root_.Run(args);
+  }
+  // An image of `slp` in SLP state `state` (with the inactive bit 8).
+  std::string Image(const std::string& client, long time, const std::string& slp, int state,
+                    int version = 1) {
+    return AddImage(client, time,
+                    "StorageServiceName = '" + slp + "', StorageServiceState = " +
+                        std::to_string(state & 7) + ", StorageServiceIsInactive = " +
+                        std::to_string(state >> 3) + ", StorageServiceVersionNumber = " +
+                        std::to_string(version));
+  }
+  std::string Copy(const std::string& image, int number, const std::string& residence,
+                   int state, int type) {
+    return AddCopy(image, number,
+                   "Residence = '" + residence + "', CopyState = " + std::to_string(state) +
+                       ", CopyType = " + std::to_string(type));
+  }
+};
+
+// Images that show each way an image and its copies print.
+class StlilistLinesTest : public StlilistTest {
+ protected:
+  void SetUp() override {
+    std::string a = Image("alpha", 1000, "slp1", 2);
+    Copy(a, 1, "disk1", 3, 0);    // JOBCOMPLETE: not listed
+    Copy(a, 2, "tape1", 2, 1);    // IN_PROCESS
+    Copy(a, 3, "", 15, 9);        // last names of both tables, empty residence
+    std::string b = Image("beta", 2000, "slp2", 9);
+    Copy(b, 1, "disk1", 5, 0);    // COPYCOMPLETE: image line only
+    Image("gamma", 3000, "slp1", 1);  // no copies: nothing
+    std::string d = Image("delta", 4000, "slp1", 15);
+    Copy(d, 1, "disk1", 16, 10);  // just past both tables
+    Copy(AddImage("unmanaged", 5000), 1, "disk1", 1, 0);  // no SLP: never listed
+  }
+};
+
+TEST_F(StlilistLinesTest, ShortForm) {
+  const std::string expected =
+      "V7.6.0 I alpha_1000 slp1 2 \n"
+      "V7.6.0 C tape1 2 1 \n"
+      "V7.6.0 C *NULL* 15 9 \n"
+      "V7.6.0 I beta_2000 slp2 9 \n"
+      "V7.6.0 I delta_4000 slp1 15 \n"
+      "V7.6.0 C disk1 16 10 \n";
+  EXPECT_EQ(Stlilist({}), (e2e::Result{expected, "", 0}));
+  EXPECT_EQ(Stlilist({"-l"}), (e2e::Result{expected, "", 0}));
+}
+
+TEST_F(StlilistLinesTest, UserForm) {
+  EXPECT_EQ(Stlilist({"-U"}),
+            (e2e::Result{"Image alpha_1000 for Lifecycle slp1 is IN_PROCESS\n"
+                         "  Copy to tape1 of type DUPLICATE is IN_PROCESS\n"
+                         "  Copy to  of type CLOUD_SNAPSHOT_INDEX is IMPORT_FAILED\n"
+                         "Image beta_2000 for Lifecycle slp2 is NOT_STARTED|INACTIVE\n"
+                         "Image delta_4000 for Lifecycle slp1 is "
+                         "INVALID_IMAGE_LIFECYCLE_STATE(15) \n"
+                         "  Copy to disk1 of type INVALID_COPY_TYPE(10)  is "
+                         "INVALID_IMAGE_COPY_STATE(16) \n",
+                         "", 0}));
+}
+
+TEST_F(StlilistTest, Filters) {
+  std::string a = Image("alpha", 1000, "slp1", 2, 1);
+  Copy(a, 1, "disk1", 3, 0);
+  Copy(a, 2, "tape1", 1, 1);
+  Copy(Image("beta", 2000, "slp1", 3, 2), 1, "tape1", 5, 1);
+  Copy(Image("gamma", 3000, "slp2", 10, 1), 1, "disk1", 10, 0);
+  Copy(Image("delta", 4000, "slp2", 11, 1), 1, "disk1", 1, 0);
+
+  auto images = [this](const std::vector<std::string>& args) {
+    std::string out = Stlilist(args).out, ids;
+    for (size_t p = out.find(" I "); p != std::string::npos; p = out.find(" I ", p + 1)) {
+      ids += out.substr(p + 3, out.find(' ', p + 3) - p - 3) + " ";
+    }
+    return ids;
+  };
+  EXPECT_EQ("alpha_1000 beta_2000 ", images({"-lifecycle", "slp1"}));
+  EXPECT_EQ("beta_2000 ", images({"-lifecycle", "slp1", "-version", "2"}));
+  EXPECT_EQ("alpha_1000 gamma_3000 ", images({"-image_incomplete"}));
+  EXPECT_EQ("gamma_3000 delta_4000 ", images({"-image_inactive"}));
+  EXPECT_EQ("beta_2000 ", images({"-image_state", "3"}));
+  // A destination shows only the images with a copy there, and only those copies.
+  EXPECT_EQ(Stlilist({"-lifecycle", "slp1", "-destination", "tape1"}),
+            (e2e::Result{"V7.6.0 I alpha_1000 slp1 2 \nV7.6.0 C tape1 1 1 \n"
+                         "V7.6.0 I beta_2000 slp1 3 \n",
+                         "", 0}));
+}
+
+TEST_F(StlilistTest, NothingFound) {
+  EXPECT_EQ(Stlilist({}), (e2e::Result{"", kNoImages, 0}));
+  // Images that the query returns but no filter lets through print nothing.
+  Copy(Image("alpha", 1000, "slp1", 2), 1, "disk1", 1, 0);
+  EXPECT_EQ(Stlilist({"-lifecycle", "slp1", "-version", "9"}), (e2e::Result{"", "", 0}));
+  EXPECT_EQ(Stlilist({"-client", "nobody"}), (e2e::Result{"", kNoImages, 0}));
+}
+
+TEST_F(StlilistTest, BatchesOfAHundredImages) {
+  // 100 images fill the first batch exactly; 101 need a second one.
+  std::string sql;
+  for (int i = 0; i < 101; ++i) {
+    sql += "INSERT INTO DBM_Image (MasterServerKey, ClientMachineName, BackupTime,"
+           " StorageServiceName, StorageServiceState) VALUES (1, 'c', " +
+           std::to_string(1000 + i) + ", 'slp1', 2);"
+           "INSERT INTO DBM_ImageCopy (ImageKey, CopyNumber, Residence, CopyState)"
+           " VALUES (last_insert_rowid(), 1, 'disk1', 1);";
+  }
+  root_.Sql(sql);
+  auto lines = [](const e2e::Result& r) {
+    return std::count(r.out.begin(), r.out.end(), '\n');
+  };
+  e2e::Result r = Stlilist({});
+  EXPECT_EQ(202, lines(r));
+  EXPECT_EQ("", r.err);
+  root_.Sql("DELETE FROM DBM_Image WHERE BackupTime = 1100;");
+  r = Stlilist({});
+  EXPECT_EQ(200, lines(r));
+  EXPECT_EQ("", r.err);
+  EXPECT_EQ("V7.6.0 C disk1 1 0 \n", r.out.substr(r.out.size() - 20));
+}
+
+TEST_F(StlilistTest, CatalogQueryFails) {
+  Copy(Image("alpha", 1000, "slp1", 2), 1, "disk1", 1, 0);
+  root_.Sql("DROP TABLE DBM_ImageFragment;");
+  e2e::Result r = Stlilist({});
+  EXPECT_EQ("", r.out);
+  EXPECT_EQ(0u, r.err.find("Error querying image list, status= 20070")) << r.err;
+  EXPECT_EQ(0, r.status);
+}
+
+}  // namespace
