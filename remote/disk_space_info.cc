@@ -48,7 +48,7 @@ int DiskSpaceInfo(const char* serverType) {
   // Byte-wise order of the names.
   std::map<std::string, int64_t> totals;
   unsigned long images = 0;
-  const bool fetched =
+  const unsigned status =
       ForEachImage(query, kImagesPerFetch, kNoImageLimit, &images, [&](const EMM_Image& image) {
         for (const EMM_ImageCopy* copy = image.copies; copy != nullptr; copy = copy->next) {
           for (const EMM_ImageFragment* fragment = copy->fragments; fragment != nullptr;
@@ -59,7 +59,10 @@ int DiskSpaceInfo(const char* serverType) {
         }
       });
   query.Release();
-  if (!fetched) return 0;
+  if (status != 0) {
+    PrintImageFetchError(status);
+    return 0;
+  }
 
   if (serverType != nullptr) {
     auto total = totals.find(serverType);
