@@ -10,6 +10,7 @@
 #include <string>
 
 #include "catalog/database_connection.h"
+#include "catalog/image_query.h"
 #include "platform/debuglog.h"
 #include "util/json_output.h"
 #include "util/message.h"
@@ -70,7 +71,7 @@ void PrintRow(outputform_e form, const wg_tci_db& row, bool newGroup, JsonWorkGr
       json.AddTargetCopy(row);
       break;
     default:
-      fprintf(stderr, "unrecognized output format: %d\n", static_cast<int>(form));
+      PrintUnsupportedForm(form);
       break;
   }
 }
