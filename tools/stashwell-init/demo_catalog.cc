@@ -154,7 +154,7 @@ void DemoWriter::WriteWorkGroups() {
     group.Int(id).Int(random_.Below(2)).Text(slp.name).Int(1 + random_.Below(slp.versions)).Int(1)
         .Int(random_.Percent(10) ? 1 : 0).Int(1).Int(source->mediaType).Int(source->mediaSubType)
         .Text(random_.Percent(30) ? "ms2.example.com" : "")
-        .Text(source->mediaType == 0 ? "PureDisk" : "")
+        .Text(source->mediaType == 0 ? "DedupeStore" : "")
         .Text(source->storageServer).Text("").Text(source->mediaPrefix)
         .Int(random_.Below(2)).Int(0).Int(random_.Below(100)).Int(1 + random_.Below(2))
         .Text(client.kind->policy).Text(random_.Percent(25) ? "Full" : "Incr")
@@ -245,7 +245,7 @@ void DemoWriter::WritePendingImports() {
   for (int i = 0; i < count; ++i) {
     const std::string backupId = RandomBackupId();
     pending.Text(backupId).Int(1).Text("ms1.example.com").Text("remote_import_lsu1")
-        .Text("dd1.example.com").Text("PureDisk").Text("dd1_pool1_vol1")
+        .Text("dd1.example.com").Text("DedupeStore").Text("dd1_pool1_vol1")
         .Text(backupId + "_C1_F1").Text(kRemoteMasters[i % kRemoteMasterCount])
         .Text(kImportSlp.name).Int(i % 6)
         .Int(kWindowEnd - random_.Below(kWindowSeconds)).Run();
