@@ -150,17 +150,14 @@ std::string SetDaemonPort(const std::string& suffix, const std::string& v, Stash
   return "";
 }
 
-std::string SetBusyTimeout(const std::string&, const std::string& v, StashwellConfig* c) {
+// A time limit in milliseconds from kMin to kMax.
+template <int StashwellConfig::*field, long kMin, long kMax>
+std::string SetMillis(const std::string&, const std::string& v, StashwellConfig* c) {
   long n;
-  if (!ParseNumber(v, 0, 3600000L, &n)) return "expected milliseconds from 0 to 3600000";
-  c->catalogBusyTimeoutMs = static_cast<int>(n);
-  return "";
-}
-
-std::string SetTestImportPause(const std::string&, const std::string& v, StashwellConfig* c) {
-  long n;
-  if (!ParseNumber(v, 0, 600000L, &n)) return "expected milliseconds from 0 to 600000";
-  c->testImportPauseMs = static_cast<int>(n);
+  if (!ParseNumber(v, kMin, kMax, &n)) {
+    return "expected milliseconds from " + std::to_string(kMin) + " to " + std::to_string(kMax);
+  }
+  c->*field = static_cast<int>(n);
   return "";
 }
 
@@ -181,8 +178,11 @@ const struct KeyRow {
     {"ADMIN_USER", true, AddAdminUser},
     {"ADMIN_GROUP", true, AddAdminGroup},
     {"DAEMON_PORT.", false, SetDaemonPort},
-    {"CATALOG_BUSY_TIMEOUT", false, SetBusyTimeout},
-    {"TEST_IMPORT_PAUSE_MS", false, SetTestImportPause},
+    {"CATALOG_BUSY_TIMEOUT", false, SetMillis<&StashwellConfig::catalogBusyTimeoutMs, 0, 3600000>},
+    {"TEST_IMPORT_PAUSE_MS", false, SetMillis<&StashwellConfig::testImportPauseMs, 0, 600000>},
+    {"SERVICE_CONNECT_TIMEOUT", false,
+     SetMillis<&StashwellConfig::serviceConnectTimeoutMs, 1, 3600000>},
+    {"SERVICE_CALL_TIMEOUT", false, SetMillis<&StashwellConfig::serviceCallTimeoutMs, 1, 86400000>},
 };
 
 // Finds the row of `key`, setting *suffix for the per-name keys.

@@ -37,6 +37,8 @@ struct StashwellConfig {
   int catalogBusyTimeoutMs = 30000;
   // Pause of add_import_frags after every 1,000th image.
   int testImportPauseMs = 2000;
+  int serviceConnectTimeoutMs = 10000;  // opening a connection to a service
+  int serviceCallTimeoutMs = 3600000;   // each remote call
 };
 
 // Parses configuration text. Returns true when every line is well formed;

@@ -27,7 +27,9 @@ TEST(ParseStashwellConfig, ReadsEveryKey) {
       "ADMIN_GROUP = ops\n"
       "DAEMON_PORT.cyclesvc = 13724\n"
       "CATALOG_BUSY_TIMEOUT = 500\n"
-      "TEST_IMPORT_PAUSE_MS = 0\n";
+      "TEST_IMPORT_PAUSE_MS = 0\n"
+      "SERVICE_CONNECT_TIMEOUT = 1\n"
+      "SERVICE_CALL_TIMEOUT = 86400000\n";
   StashwellConfig c;
   std::vector<std::string> errors;
   ASSERT_TRUE(ParseStashwellConfig(text, "f", &c, &errors)) << errors[0];
@@ -46,6 +48,8 @@ TEST(ParseStashwellConfig, ReadsEveryKey) {
   EXPECT_EQ(c.daemonPorts.at("cyclesvc"), 13724);
   EXPECT_EQ(c.catalogBusyTimeoutMs, 500);
   EXPECT_EQ(c.testImportPauseMs, 0);
+  EXPECT_EQ(c.serviceConnectTimeoutMs, 1);
+  EXPECT_EQ(c.serviceCallTimeoutMs, 86400000);
 }
 
 TEST(ParseStashwellConfig, DefaultsAndEmptyMasterName) {
@@ -57,6 +61,8 @@ TEST(ParseStashwellConfig, DefaultsAndEmptyMasterName) {
   EXPECT_EQ(c.useQzss, USE_QZSS_AUTOMATIC);
   EXPECT_EQ(c.catalogBusyTimeoutMs, 30000);
   EXPECT_EQ(c.testImportPauseMs, 2000);
+  EXPECT_EQ(c.serviceConnectTimeoutMs, 10000);
+  EXPECT_EQ(c.serviceCallTimeoutMs, 3600000);
   // An empty master name is kept for start-up to report.
   EXPECT_TRUE(c.hasMasterList);
   EXPECT_EQ(c.masterServers, std::vector<std::string>{""});
@@ -89,6 +95,10 @@ TEST(ParseStashwellConfig, ReportsEveryBadLineWithItsNumber) {
       {"ADMIN_USER =", "f:2: ADMIN_USER: value missing"},
       {"TEST_IMPORT_PAUSE_MS = 600001",
        "f:2: TEST_IMPORT_PAUSE_MS: expected milliseconds from 0 to 600000"},
+      {"SERVICE_CONNECT_TIMEOUT = 0",
+       "f:2: SERVICE_CONNECT_TIMEOUT: expected milliseconds from 1 to 3600000"},
+      {"SERVICE_CALL_TIMEOUT = 86400001",
+       "f:2: SERVICE_CALL_TIMEOUT: expected milliseconds from 1 to 86400000"},
       {"EMM_SERVER = again", "f:2: EMM_SERVER given again (first on line 1)"},
   };
   for (const auto& c : cases) {

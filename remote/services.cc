@@ -3,6 +3,7 @@
 
 #include <cstdio>
 
+#include "platform/config.h"
 #include "platform/time_value.h"
 #include "remote/exception_ladder.h"
 #include "remote/orb_startup.h"
@@ -31,9 +32,13 @@ CORBA::Object_ptr ResolveService(const RemoteService& service) {
   if (SWOrb == nullptr) return CORBA::Object::_nil();
   const std::string& host =
       service.host == ServiceHost::kMasterServer ? MasterServer : EmmServer;
-  // Built afresh for every resolution, as the wrapper takes them by reference.
-  ACE_Time_Value connectTimeout(10);
-  ACE_Time_Value callTimeout(3600);
+  // Built afresh for every resolution, as the wrapper takes them by reference;
+  // 10 s and 3600 s unless the configuration says otherwise.
+  const StashwellConfig* config = SW_config();
+  ACE_Time_Value connectTimeout(config->serviceConnectTimeoutMs / 1000,
+                                (config->serviceConnectTimeoutMs % 1000) * 1000);
+  ACE_Time_Value callTimeout(config->serviceCallTimeoutMs / 1000,
+                             (config->serviceCallTimeoutMs % 1000) * 1000);
   bool applyTimeouts = true;
   bool verify = false;
   return SWOrb->resolve(host.c_str(), service.daemonName, service.objectName, connectTimeout,

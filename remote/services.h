@@ -26,7 +26,8 @@ extern const RemoteService kExpirationManager;
 extern const RemoteService kDiskServiceManager;
 
 // The service's plain object reference from SWOrb (connect time-out 10 s,
-// call time-out 3600 s), or nil when it cannot be resolved. The caller owns
+// call time-out 3600 s, or SERVICE_CONNECT_TIMEOUT and SERVICE_CALL_TIMEOUT
+// of the configuration), or nil when it cannot be resolved. The caller owns
 // it. CORBA exceptions propagate.
 CORBA::Object_ptr ResolveService(const RemoteService& service);
 
