@@ -2,6 +2,7 @@
 #include "tools/cyclesvc-test/scenario.h"
 
 #include <sys/stat.h>
+#include <unistd.h>
 
 #include <chrono>
 #include <cstdio>
@@ -227,6 +228,8 @@ Reply Scenario::answer(const std::string& operation, const Args& args) {
   json_decref(chosen);
   long long delay = reply.number("delay_ms");
   if (delay > 0) std::this_thread::sleep_for(std::chrono::milliseconds(delay));
+  // A service that dies in the middle of a call: no reply, connection reset.
+  if (json_is_true(reply.member("die"))) _exit(3);
   if (json_t* raise = reply.member("raise")) Raise(raise);
   return reply;
 }
