@@ -1,0 +1,79 @@
+// End-to-end tests of suspend, resume, one_session and dump against the test
+// service: the subsystem and session arguments sent, the messages of a
+// non-zero status, the dump lines and the exit statuses.
+#include <algorithm>
+#include <string>
+#include <vector>
+
+#include "tests/e2e/remote_fixture.h"
+
+namespace {
+
+class SubsystemControlTest : public e2e::RemoteTest {};
+
+TEST_F(SubsystemControlTest, SuspendResumeAndOneSessionSendTheSubsystemAndArguments) {
+  Answer(R"({"Dssvc.SubSystemSuspend": {"status": 5},
+             "Dssvc.SubSystemResume": [{"args": ["SUBSYSTEM_ID_EXPIRATION_MGR"], "status": 7},
+                                       {"status": 0}],
+             "Dssvc.SubSystemOneSession": {"status": 0}})");
+  // All subsystems: the message does not name one.
+  EXPECT_EQ(Run({"suspend"}),
+            (e2e::Result{"", "unable to suspend, resume, or operate on all subsystems\n", 0}));
+  // An abbreviation and the number name the same subsystem.
+  const e2e::Result resumed{
+      "", "unable to suspend, resume, or operate on subsystem ID 15, status= 7\n", 0};
+  EXPECT_EQ(Run({"resume", "-subsys", "expm"}), resumed);
+  EXPECT_EQ(Run({"resume", "-subsys", "15"}), resumed);
+  EXPECT_EQ(Run({"resume", "-subsys", "rm"}), (e2e::Result{"", "", 0}));
+  EXPECT_EQ(Run({"one_session", "-subsys", "im", "-policy", "P"}), (e2e::Result{"", "", 0}));
+  EXPECT_EQ(Run({"one_session", "-subsys", "null", "-arg1", "A", "-policy", "P", "-arg2", "B",
+                 "-schedule", "S", "-arg3", "0", "-schedtype", "4"}),
+            (e2e::Result{"", "", 0}));
+  EXPECT_EQ(Run({"one_session", "-subsys", "alm", "-schedule", "S", "-arg3", "9"}),
+            (e2e::Result{"", "", 0}));
+  EXPECT_EQ(Calls(), (std::vector<std::string>{
+                         "Dssvc.SubSystemSuspend(SUBSYSTEM_ID_NULL)",
+                         "Dssvc.SubSystemResume(SUBSYSTEM_ID_EXPIRATION_MGR)",
+                         "Dssvc.SubSystemResume(SUBSYSTEM_ID_EXPIRATION_MGR)",
+                         "Dssvc.SubSystemResume(SUBSYSTEM_ID_REPORT_MGR)",
+                         R"(Dssvc.SubSystemOneSession(SUBSYSTEM_ID_IMAGE_MGR, "P", "", -1))",
+                         R"(Dssvc.SubSystemOneSession(SUBSYSTEM_ID_NULL, "A", "B", 4))",
+                         R"(Dssvc.SubSystemOneSession(SUBSYSTEM_ID_APPL_LOG_MGR, "", "S", 9))",
+                     }));
+  std::vector<std::string> log = root_.DebugLogMessages();
+  for (const char* line :
+       {"<2> cyclectl: SubSystemSuspend executed with subsys ID 0, status= 5",
+        "<2> cyclectl: SubSystemResume executed with subsys ID 15, status= 7",
+        "<2> cyclectl: SubSystemOneSession executed with subsys ID 1, status= 0"}) {
+    EXPECT_NE(std::find(log.begin(), log.end(), line), log.end()) << line;
+  }
+}
+
+TEST_F(SubsystemControlTest, DumpPrintsTheLinesOrOnlyTheStatus) {
+  Answer(R"({"Dssvc.SubSystemDump": [
+      {"args": ["SUBSYSTEM_ID_IMAGE_MGR"], "status": 0, "dumpLines": ["{", "  \"a\": 1", "}"]},
+      {"args": ["SUBSYSTEM_ID_ERROR_MGR"], "status": 133, "dumpLines": ["never shown"]},
+      {"status": 0, "dumpLines": []}]})");
+  EXPECT_EQ(Run({"dump", "-subsys", "im", "-df", "J", "-dopts", "verbose=2 x"}),
+            (e2e::Result{"{\n  \"a\": 1\n}\n", "", 0}));
+  EXPECT_EQ(Run({"dump", "-subsys", "em", "-df", "l"}),
+            (e2e::Result{"", "error 133 (the request is not valid) returned by 'dump' operation\n",
+                         0}));
+  EXPECT_EQ(Run({"dump"}), (e2e::Result{"", "", 0}));
+  EXPECT_EQ(Calls(), (std::vector<std::string>{
+                         "Dssvc.SubSystemDump(SUBSYSTEM_ID_IMAGE_MGR, DUMPFORM_JSON, "
+                         R"("verbose=2 x"))",
+                         R"(Dssvc.SubSystemDump(SUBSYSTEM_ID_ERROR_MGR, DUMPFORM_LOGFILE, ""))",
+                         R"(Dssvc.SubSystemDump(SUBSYSTEM_ID_NULL, DUMPFORM_READABLE, ""))",
+                     }));
+}
+
+TEST_F(SubsystemControlTest, UnreachableManagerLeavesTheStatusAtZero) {
+  root_.RemoveConfig("DAEMON_PORT.cyclesvc");
+  for (const char* op : {"suspend", "resume", "one_session", "dump"}) {
+    EXPECT_EQ(Run({op}), (e2e::Result{"", "cannot connect to the SLP manager\n", 0})) << op;
+  }
+  EXPECT_EQ(Calls(), std::vector<std::string>());
+}
+
+}  // namespace
