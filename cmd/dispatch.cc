@@ -20,6 +20,9 @@
 #include "import/test_import_fragments.h"
 #include "remote/disk_space_info.h"
 #include "remote/drop_wg.h"
+#include "remote/expiration_control.h"
+#include "remote/image_copy_processing.h"
+#include "remote/subsystem_control.h"
 #include "util/process.h"
 #include "workgroup/list_work_groups.h"
 
@@ -118,6 +121,89 @@ int cmd_showvol(const CommandLine& l) {
   return 0;
 }
 
+int RunCopyProcessing(CopyProcessingOp op, const CommandLine& l) {
+  CopyProcessingRequest r;
+  r.destination = l.destination.text();
+  r.lifecycle = l.lifecycle.text();
+  r.backupId = l.backupId.text();
+  r.slpVersion = l.version;
+  r.rangeType = l.timeRange;
+  r.rangeTime = l.time;
+  r.duration = l.duration;
+  r.reactivationDate = l.reactivationTime;
+  r.force = l.force;
+  r.askYesNo = [](const std::string& prompt) { return AskForUserConfirmation(prompt); };
+  return ImageCopyProcessing(op, r);
+}
+
+int cmd_active(const CommandLine& l) { return RunCopyProcessing(CopyProcessingOp::kActive, l); }
+int cmd_cancel(const CommandLine& l) { return RunCopyProcessing(CopyProcessingOp::kCancel, l); }
+int cmd_inactive(const CommandLine& l) {
+  return RunCopyProcessing(CopyProcessingOp::kInactive, l);
+}
+int cmd_new_session(const CommandLine& l) {
+  return RunCopyProcessing(CopyProcessingOp::kNewSession, l);
+}
+
+int RunSubsystemAction(SubsystemAction action, const CommandLine& l) {
+  SubsystemArguments args = SubsystemSessionArguments(l);
+  SuspendResumeSubSystem(action, l.subsystem, args.first, args.second, args.third);
+  return 0;
+}
+
+int cmd_suspend(const CommandLine& l) { return RunSubsystemAction(SubsystemAction::kSuspend, l); }
+int cmd_resume(const CommandLine& l) { return RunSubsystemAction(SubsystemAction::kResume, l); }
+int cmd_one_session(const CommandLine& l) {
+  return RunSubsystemAction(SubsystemAction::kOneSession, l);
+}
+
+int cmd_dump(const CommandLine& l) {
+  Dump(l.subsystem, l.dumpOptions, l.dumpForm);
+  return 0;
+}
+
+VolumeFacts Volume(const CommandLine& l) {
+  VolumeFacts v;
+  v.mediaServer = l.mediaServer.text();
+  v.storageServer = l.storageServer.text();
+  v.volumeId = l.volumeId;
+  v.mediaId = l.mediaId.text();
+  v.diskPool = l.diskPool;
+  v.diskType = l.diskType;
+  return v;
+}
+
+int cmd_diskfull(const CommandLine& l) {
+  DiskfullExpiration(Volume(l), l.totalCap, l.usedSpace);
+  return 0;
+}
+
+int cmd_initiate_exp(const CommandLine& l) {
+  InitiateExpire(Volume(l));
+  return 0;
+}
+
+int cmd_update_hwm(const CommandLine& l) {
+  UpdateHwm(l.mediaServer.text(), l.storageServer.text(), l.mediaId.text(), l.stsSubtype,
+            l.totalCap, l.usedCap);
+  return 0;
+}
+
+int cmd_update_pfs(const CommandLine& l) {
+  UpdatePotentialFreeSpace(Volume(l));
+  return 0;
+}
+
+int cmd_query_exp(const CommandLine& l) {
+  QueryExpiration(l.expirationId);
+  return 0;
+}
+
+int cmd_deletedone(const CommandLine& l) {
+  DeletionDone(l.expirationId);
+  return 0;
+}
+
 int cmd_remove_all(const CommandLine&) {
   fputs("This operation has been deprecated and is no longer available.\n", stdout);
   return 0;
@@ -125,18 +211,18 @@ int cmd_remove_all(const CommandLine&) {
 
 // help and testhook end the run while parsing and have no row.
 const DispatchEntry kDispatchTable[] = {
-    {OP_ACTIVE, nullptr, nullptr, STATUS_FROM_BODY},
+    {OP_ACTIVE, nullptr, cmd_active, STATUS_FROM_BODY},
     {OP_ADD_IMPORT_FRAGS, nullptr, cmd_add_import_frags, STATUS_ZERO},
-    {OP_CANCEL, ConfirmCancel, nullptr, STATUS_FROM_BODY},
+    {OP_CANCEL, ConfirmCancel, cmd_cancel, STATUS_FROM_BODY},
     {OP_COMPLETION_REPORT, nullptr, cmd_completion_report, STATUS_RESULT},
-    {OP_DELETEDONE, nullptr, nullptr, STATUS_FROM_BODY},
-    {OP_DISKFULL, nullptr, nullptr, STATUS_FROM_BODY},
+    {OP_DELETEDONE, nullptr, cmd_deletedone, STATUS_FROM_BODY},
+    {OP_DISKFULL, nullptr, cmd_diskfull, STATUS_FROM_BODY},
     {OP_DISKSPACEINFO, nullptr, cmd_diskspaceinfo, STATUS_FROM_BODY},
     {OP_DROPWG, ConfirmDropWG, cmd_dropwg, STATUS_RESULT},
-    {OP_DUMP, nullptr, nullptr, STATUS_ZERO},
-    {OP_UPDATE_HWM, nullptr, nullptr, STATUS_ZERO},
-    {OP_INACTIVE, nullptr, nullptr, STATUS_FROM_BODY},
-    {OP_INITIATE_EXP, nullptr, nullptr, STATUS_ZERO},
+    {OP_DUMP, nullptr, cmd_dump, STATUS_ZERO},
+    {OP_UPDATE_HWM, nullptr, cmd_update_hwm, STATUS_ZERO},
+    {OP_INACTIVE, nullptr, cmd_inactive, STATUS_FROM_BODY},
+    {OP_INITIATE_EXP, nullptr, cmd_initiate_exp, STATUS_ZERO},
     {OP_STLILIST, nullptr, cmd_stlilist, STATUS_ZERO},
     {OP_REPORT, nullptr, cmd_report, STATUS_ZERO},
     {OP_LIST, nullptr, cmd_list, STATUS_ZERO},
@@ -146,17 +232,17 @@ const DispatchEntry kDispatchTable[] = {
     {OP_LIST_IMPORT_NOTIFY, nullptr, cmd_list_import_notify, STATUS_ZERO},
     {OP_REPLLIST, nullptr, cmd_repllist, STATUS_ZERO},
     {OP_LISTWG, nullptr, cmd_listwg, STATUS_RESULT},
-    {OP_ONE_SESSION, nullptr, nullptr, STATUS_ZERO},
-    {OP_QUERY_EXP, nullptr, nullptr, STATUS_ZERO},
+    {OP_ONE_SESSION, nullptr, cmd_one_session, STATUS_ZERO},
+    {OP_QUERY_EXP, nullptr, cmd_query_exp, STATUS_ZERO},
     {OP_REDO, nullptr, cmd_redo, STATUS_ZERO},
     {OP_REMOVE_ALL, nullptr, cmd_remove_all, STATUS_ZERO},
     {OP_REMOVE_EXP, ConfirmRemoveExp, cmd_remove_exp, STATUS_ZERO},
     {OP_REMOVE_REPL, nullptr, cmd_remove_repl, STATUS_RESULT},
-    {OP_RESUME, nullptr, nullptr, STATUS_ZERO},
+    {OP_RESUME, nullptr, cmd_resume, STATUS_ZERO},
     {OP_SHOWVOL, nullptr, cmd_showvol, STATUS_ZERO},
-    {OP_NEW_SESSION, nullptr, nullptr, STATUS_FROM_BODY},
-    {OP_SUSPEND, nullptr, nullptr, STATUS_ZERO},
-    {OP_UPDATE_PFS, nullptr, nullptr, STATUS_ZERO},
+    {OP_NEW_SESSION, nullptr, cmd_new_session, STATUS_FROM_BODY},
+    {OP_SUSPEND, nullptr, cmd_suspend, STATUS_ZERO},
+    {OP_UPDATE_PFS, nullptr, cmd_update_pfs, STATUS_ZERO},
 };
 
 int UnrecognizedOperation(int op) {
