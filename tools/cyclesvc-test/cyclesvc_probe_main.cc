@@ -14,11 +14,18 @@
 //                                             LegacyToMediaId of each group of four,
 //                                             and MediaIdToStype of each id found
 //   cyclesvc-probe runtime-error              a std::runtime_error inside the ladder
+//   cyclesvc-probe roundtrip N                after one call that opens the
+//                                             connection, N SubSystemSuspend calls;
+//                                             prints the median microseconds of one
+//                                             call
+#include <algorithm>
+#include <chrono>
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
 #include <stdexcept>
 #include <string>
+#include <vector>
 
 #include "platform/config.h"
 #include "remote/disk_lookup.h"
@@ -92,6 +99,27 @@ int RuntimeError(int, char**) {
   return 0;
 }
 
+int RoundTrip(int count, char** args) {
+  if (count != 1 || atoi(args[0]) < 1) return 2;
+  DssSVC::Dssvc_var manager = ConnectToSlpManager();
+  if (CORBA::is_nil(manager)) return 25;
+  auto call = [&] {
+    RunRemote("cyclesvc", [&] { return manager->SubSystemSuspend(DssSVC::SUBSYSTEM_ID_NULL); });
+  };
+  call();
+  std::vector<double> micros;
+  for (int i = atoi(args[0]); i > 0; --i) {
+    auto start = std::chrono::steady_clock::now();
+    call();
+    micros.push_back(
+        std::chrono::duration<double, std::micro>(std::chrono::steady_clock::now() - start)
+            .count());
+  }
+  std::nth_element(micros.begin(), micros.begin() + micros.size() / 2, micros.end());
+  printf("%.1f\n", micros[micros.size() / 2]);
+  return 0;
+}
+
 struct Step {
   const char* name;
   int (*run)(int count, char** args);  // the arguments after the step's name
@@ -100,7 +128,7 @@ struct Step {
 const Step kSteps[] = {
     {"start", Start},   {"dump", Dump},     {"deletedone", DeletionDone},
     {"ping", Ping},     {"stype", Stype},   {"legacy", Legacy},
-    {"runtime-error", RuntimeError},
+    {"runtime-error", RuntimeError}, {"roundtrip", RoundTrip},
 };
 
 const Step* FindStep(const char* name) {
