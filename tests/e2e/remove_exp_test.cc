@@ -2,6 +2,7 @@
 // of the deleted-fragment list go, and a catalog that cannot be changed.
 #include <gtest/gtest.h>
 
+#include <cstdlib>
 #include <string>
 #include <vector>
 
@@ -72,6 +73,19 @@ TEST_F(RemoveExpTest, CatalogThatCannotBeChanged) {
                            "error removing all entries in deleted fragment list, status= "
                            "2007061\n",
                            0}));
+  }
+  EXPECT_EQ(kAll, Left());
+  {
+    // A write-protected catalog (made immutable, as the tests run as root).
+    const std::string file = root_.path() + "/db/catalog.db";
+    if (system(("chattr +i " + file + " 2>/dev/null").c_str()) == 0) {
+      e2e::Result r = root_.Run({"remove_exp", "-nowarn"});
+      system(("chattr -i " + file).c_str());
+      EXPECT_EQ(r, (e2e::Result{"",
+                                "error removing all entries in deleted fragment list, status= "
+                                "2007062\n",
+                                0}));
+    }
   }
   EXPECT_EQ(kAll, Left());
   // A missing catalog ends the run at start-up, before the prompt.
