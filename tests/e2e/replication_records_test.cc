@@ -1,5 +1,5 @@
 // End-to-end tests of `cyclectl repllist` and `cyclectl remove_repl`: what
-// the listing shows in its two forms and across fetch batches, which target
+// the listing shows in its two forms, which target
 // records a removal takes, its messages and statuses, texts that reach the
 // catalog only as values, and a catalog that another process reads or
 // writes at the same time.
@@ -105,25 +105,6 @@ TEST_F(ReplicationRecordsTest, NothingToList) {
   root_.Sql("DROP TABLE DBM_ImageReplicationDestination;");
   EXPECT_EQ(Run("repllist", {}),
             (e2e::Result{"", "Error querying image replica list, status=  2007062\n", 0}));
-}
-
-TEST_F(ReplicationRecordsTest, ListsEveryImageOfManyBatches) {
-  // 250 more images with one replicated copy and one target each.
-  root_.Sql(
-      "WITH RECURSIVE n(i) AS (SELECT 1 UNION ALL SELECT i + 1 FROM n WHERE i < 250) "
-      "INSERT INTO DBM_Image (MasterServerKey, ClientMachineName, BackupTime) "
-      "SELECT MachineKey, 'many', 5000 + i FROM n, EMM_Machine WHERE MachinePrimaryName = 'master1';"
-      "INSERT INTO DBM_ImageCopy (ImageKey, CopyNumber, CopyType) "
-      "SELECT ImageKey, 1, 3 FROM DBM_Image WHERE ClientMachineName = 'many';"
-      "INSERT INTO DBM_ImageReplicationDestination (ImageCopyKey, TargetMachineKey, VolumeInfo) "
-      "SELECT c.ImageCopyKey, m.MachineKey, 'v' FROM DBM_ImageCopy c JOIN DBM_Image i "
-      "ON i.ImageKey = c.ImageKey, EMM_Machine m WHERE i.ClientMachineName = 'many' "
-      "AND m.MachinePrimaryName = 'tgt2';");
-  const std::string out = Run("repllist", {"-sincetime", "5001"}).out;
-  EXPECT_EQ(250u, Count(out, " I master1 many_"));
-  EXPECT_EQ(250u, Count(out, " RT master1 many_"));
-  EXPECT_EQ(0u, out.find("V7.6.0 I master1 many_5001 "));
-  EXPECT_NE(std::string::npos, out.find("V7.6.0 RT master1 many_5250 1 tgt2 v *NULL*\n"));
 }
 
 // Two processes: a listing while another process's removal is not yet
