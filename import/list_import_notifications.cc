@@ -6,7 +6,6 @@
 #include <cstdint>
 #include <cstdio>
 #include <cstring>
-#include <list>
 
 #include "catalog/database_connection.h"
 #include "catalog/image_query.h"
@@ -98,7 +97,7 @@ struct InputSide {
   }
   static constexpr const char* kJson = "PrintInputImportNotificationsJson unimplemented\n";
 
-  static int Get(DatabaseConnection& db, std::list<Record>& records, NotificationFilter& filter) {
+  static int Get(DatabaseConnection& db, RecordList<Record>& records, NotificationFilter& filter) {
     return DBData::GetSlpInNotificationRecords(db.connection, db.view, records, filter.bindings(),
                                                filter.where(), "", "");
   }
@@ -139,7 +138,7 @@ struct OutputSide {
   }
   static constexpr const char* kJson = "PrintOutputImportNotificationsJson unimplemented\n";
 
-  static int Get(DatabaseConnection& db, std::list<Record>& records, NotificationFilter& filter) {
+  static int Get(DatabaseConnection& db, RecordList<Record>& records, NotificationFilter& filter) {
     return DBData::GetSlpOutNotificationRecords(db.connection, db.view, records,
                                                 filter.bindings(), filter.where(), "", "");
   }
@@ -182,7 +181,7 @@ void ListNotifications(outputform_e form, ImportNotificationType_e type, TimeRan
     return;
   }
   NotificationFilter filter(Side::kHostColumn, type, range, time, client, hostname);
-  std::list<typename Side::Record> records;
+  RecordList<typename Side::Record> records;
   int status = Side::Get(db, records, filter);
   if (status != 0 && status != Corvela::Dal::DAL_NO_DATA) {
     ReportFailure(

@@ -157,7 +157,7 @@ BindingStruct TextParameter(const char* name, const char* text) {
 // Runs a notification query and appends its rows to `records`, `perFetch`
 // at a time.
 template <typename Record>
-int RunQuery(DbConnection* connection, DalOdbcView* view, std::list<Record>& records,
+int RunQuery(DbConnection* connection, DalOdbcView* view, RecordList<Record>& records,
              const BindingStruct* bindings, const std::string& sql, const BindingStruct* table,
              unsigned int perFetch, const char* caller, const char* direction) {
   CallView call(connection, view);
@@ -171,12 +171,12 @@ int RunQuery(DbConnection* connection, DalOdbcView* view, std::list<Record>& rec
   }
   std::unique_ptr<Record[]> batch(new Record[perFetch]);
   for (;;) {
-    memset(batch.get(), 0, sizeof(Record) * perFetch);
+    memset(static_cast<void*>(batch.get()), 0, sizeof(Record) * perFetch);
     unsigned int rows = perFetch;
     status = call.connection()->Fetch(call.view(), batch.get(), sizeof(Record), table,
                                       kNotificationColumns, &rows, true, false);
     if (status != 0) break;
-    records.insert(records.end(), batch.get(), batch.get() + rows);
+    for (unsigned int i = 0; i < rows; ++i) records.push_back(batch[i]);
   }
   if (status == DAL_NO_DATA) return 0;
   LogMessage(0, caller, "failed to fetch %s notification records from DB, status = %d", direction,
@@ -309,7 +309,7 @@ int IncrementRetryCountInSlpOutNotificationRecord(DbConnection* connection, DalO
 }
 
 int GetSlpInNotificationRecords(DbConnection* connection, DalOdbcView* view,
-                                std::list<SLP_InNotifications>& records,
+                                RecordList<SLP_InNotifications>& records,
                                 const BindingStruct* bindings, const std::string& where,
                                 const std::string& groupBy, const std::string& orderBy) {
   return RunQuery(connection, view, records, bindings,
@@ -319,7 +319,7 @@ int GetSlpInNotificationRecords(DbConnection* connection, DalOdbcView* view,
 }
 
 int GetSlpOutNotificationRecords(DbConnection* connection, DalOdbcView* view,
-                                 std::list<SLP_OutNotifications>& records,
+                                 RecordList<SLP_OutNotifications>& records,
                                  const BindingStruct* bindings, const std::string& where,
                                  const std::string& groupBy, const std::string& orderBy) {
   return RunQuery(connection, view, records, bindings,

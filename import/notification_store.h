@@ -15,9 +15,9 @@
 
 #include <cstddef>
 #include <cstdint>
-#include <list>
 #include <string>
 
+#include "import/record_list.h"
 #include "platform/dal/dal.h"
 
 namespace DBData {
@@ -112,11 +112,11 @@ int IncrementRetryCountInSlpOutNotificationRecord(DbConnection* connection, DalO
 // order the database returns them. The list is never cleared: rows read
 // before a failure stay in it. End of data is success.
 int GetSlpInNotificationRecords(DbConnection* connection, DalOdbcView* view,
-                                std::list<SLP_InNotifications>& records,
+                                RecordList<SLP_InNotifications>& records,
                                 const BindingStruct* bindings, const std::string& where,
                                 const std::string& groupBy, const std::string& orderBy);
 int GetSlpOutNotificationRecords(DbConnection* connection, DalOdbcView* view,
-                                 std::list<SLP_OutNotifications>& records,
+                                 RecordList<SLP_OutNotifications>& records,
                                  const BindingStruct* bindings, const std::string& where,
                                  const std::string& groupBy, const std::string& orderBy);
 

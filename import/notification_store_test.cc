@@ -7,7 +7,6 @@
 #include <gtest/gtest.h>
 
 #include <cstring>
-#include <list>
 #include <string>
 
 #include "platform/dal/dal_test_support.h"
@@ -58,7 +57,7 @@ TEST_F(NotificationStoreTest, RecordsRoundTripThroughInsertAndQuery) {
 
   // (The schema refuses NULL texts, so an empty text bound as NULL would
   // have failed the insert.)
-  std::list<SLP_InNotifications> ins;
+  RecordList<SLP_InNotifications> ins;
   ASSERT_EQ(GetSlpInNotificationRecords(connection_, nullptr, ins, nullptr, "", "", ""), 0);
   ASSERT_EQ(ins.size(), 1u);
   const SLP_InNotifications& got = ins.front();
@@ -70,7 +69,7 @@ TEST_F(NotificationStoreTest, RecordsRoundTripThroughInsertAndQuery) {
   EXPECT_STREQ(got.ErrorString, "");
   EXPECT_GT(got.CreatedDateTime, 1700000000);  // the database's clock
 
-  std::list<SLP_OutNotifications> outs;
+  RecordList<SLP_OutNotifications> outs;
   ASSERT_EQ(GetSlpOutNotificationRecords(connection_, view_, outs, nullptr, "", "", ""), 0);
   ASSERT_EQ(outs.size(), 1u);
   EXPECT_EQ(outs.front().BackupTime, -5);
@@ -83,8 +82,10 @@ TEST_F(NotificationStoreTest, ReadsEveryBatchAndAppendsInDatabaseOrder) {
   AddRows("SLP_InNotifications", kInNotificationsPerFetch + 1);
   AddRows("SLP_OutNotifications", kOutNotificationsPerFetch + 1);
   Connect();
-  std::list<SLP_InNotifications> ins(1);  // a row from before stays first
-  ins.front().NotificationKey = -1;
+  RecordList<SLP_InNotifications> ins;  // a row from before stays first
+  SLP_InNotifications before = InRecord();
+  before.NotificationKey = -1;
+  ins.push_back(before);
   ASSERT_EQ(GetSlpInNotificationRecords(connection_, view_, ins, nullptr, "", "", ""), 0);
   ASSERT_EQ(ins.size(), kInNotificationsPerFetch + 2);
   EXPECT_EQ(ins.front().NotificationKey, -1);
@@ -92,7 +93,7 @@ TEST_F(NotificationStoreTest, ReadsEveryBatchAndAppendsInDatabaseOrder) {
   EXPECT_EQ(ins.back().NotificationKey, 65);
   EXPECT_STREQ(ins.back().ClientMachineName, "c65");
 
-  std::list<SLP_OutNotifications> outs;
+  RecordList<SLP_OutNotifications> outs;
   ASSERT_EQ(GetSlpOutNotificationRecords(connection_, view_, outs, nullptr, "", "",
                                          "NotificationKey DESC"),
             0);
@@ -100,7 +101,7 @@ TEST_F(NotificationStoreTest, ReadsEveryBatchAndAppendsInDatabaseOrder) {
   EXPECT_EQ(outs.front().NotificationKey, 129);
   EXPECT_EQ(outs.back().NotificationKey, 1);
 
-  std::list<SLP_OutNotifications> none;
+  RecordList<SLP_OutNotifications> none;
   Corvela::Dal::ParameterBinder binder;
   binder.bindInputString("nobody", Corvela::Dal::DAL_NTS, false);
   EXPECT_EQ(GetSlpOutNotificationRecords(connection_, view_, none, binder.getBindings(),
@@ -130,7 +131,7 @@ TEST_F(NotificationStoreTest, DeletesAndCountsRetriesWithRowCounts) {
                                                           "NotificationKey >= ?"),
             0);
   EXPECT_EQ(rows, 2);
-  std::list<SLP_OutNotifications> outs;
+  RecordList<SLP_OutNotifications> outs;
   ASSERT_EQ(GetSlpOutNotificationRecords(connection_, view_, outs, nullptr, "", "",
                                          "NotificationKey"),
             0);
@@ -153,7 +154,7 @@ TEST_F(NotificationStoreTest, DeletesAndCountsRetriesWithRowCounts) {
 }
 
 TEST_F(NotificationStoreTest, ReportsFailuresByStatus) {
-  std::list<SLP_InNotifications> ins;
+  RecordList<SLP_InNotifications> ins;
   SLP_InNotifications in = InRecord();
   int rows = 5;
   EXPECT_EQ(GetSlpInNotificationRecords(nullptr, nullptr, ins, nullptr, "", "", ""),
