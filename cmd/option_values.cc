@@ -8,13 +8,6 @@
 
 std::map<std::string, SubSystemID> abrevMap;
 
-namespace {
-
-struct NamedValue {
-  const char* name;
-  int value;
-};
-
 const NamedValue kRecordTypes[] = {
     {"I", RECORD_TYPE_IMAGE},
     {"IC", RECORD_TYPE_IMAGE | RECORD_TYPE_COPY},
@@ -55,7 +48,6 @@ const NamedValue kCopyTypes[] = {
     {nullptr, 0},
 };
 
-// In the order they are inserted into abrevMap.
 const NamedValue kSubsystemAbbreviations[] = {
     {"null", SUBSYSTEM_ID_NULL},
     {"alm", SUBSYSTEM_ID_APPL_LOG_MGR},
@@ -77,6 +69,8 @@ const NamedValue kSubsystemAbbreviations[] = {
     {"rm", SUBSYSTEM_ID_REPORT_MGR},
     {nullptr, 0},
 };
+
+namespace {
 
 // The value of the row whose name equals `text` without regard to case.
 bool LookupIgnoringCase(const NamedValue* table, const char* text, int* value) {

@@ -12,6 +12,18 @@
 #include "catalog/record_types.h"
 #include "util/service_enums.h"
 
+// A name of an enumerated option value and its number.
+struct NamedValue {
+  const char* name;
+  int value;
+};
+
+// The names each Parse function below knows, each table ended by a row whose
+// name is null: -rt, -ntype, -df, -copy_type and -subsys (the abbreviations
+// in the order they are inserted into abrevMap).
+extern const NamedValue kRecordTypes[], kNotificationTypes[], kDumpForms[], kCopyTypes[],
+    kSubsystemAbbreviations[];
+
 // Subsystem abbreviation to subsystem, compared with case.
 extern std::map<std::string, SubSystemID> abrevMap;
 
