@@ -19,9 +19,9 @@
 
 #include "catalog/copy_state.h"
 #include "catalog/image_query.h"
+#include "catalog/slp_definitions.h"
 #include "catalog/slp_state.h"
 #include "platform/debuglog.h"
-#include "util/message.h"
 
 namespace {
 
@@ -55,26 +55,12 @@ struct Definitions {
   std::set<std::string> inactive;
 };
 
-// Owns the definition list of db_getAllStorageServicesWithAllVersions.
-struct DefinitionList {
-  SS_LIST* head = nullptr;
-  ~DefinitionList() { db_freeSS_LISTs(head); }
-};
-
 // Reads the SLP definitions; false (after the message) when they cannot be
 // read.
 bool ReadDefinitions(Definitions* definitions) {
-  int status = 0;
-  DefinitionList list;
-  list.head = db_getAllStorageServicesWithAllVersions(&status);
-  if (status != 0) {
-    logmsg(16,
-           PrintMsg(stderr, "SmeSlp0850N", "Can't obtain SLP definitions, error status = %d",
-                    status),
-           progname.c_str());
-    return false;
-  }
-  for (const SS_LIST* slp = list.head; slp != nullptr; slp = slp->next) {
+  SlpDefinitions list;
+  if (!list.Read()) return false;
+  for (const SS_LIST* slp = list.head(); slp != nullptr; slp = slp->next) {
     int count = 0;
     for (const SS_OPERATION* op = slp->operations; op != nullptr; op = op->next) ++count;
     definitions->operations[{slp->name, slp->version}] = count;
