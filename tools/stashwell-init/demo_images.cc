@@ -28,6 +28,14 @@ bool IsReplica(int copyType) {
          copyType == CLOUD_SNAPSHOT_REPLICATION;
 }
 
+// Try-to-keep time of a capacity-managed copy: half its retention, except
+// that the copies of every other second are kept until the end of 2029, so
+// that the catalog holds expired data both before and after its time.
+int64_t TryToKeepTime(int64_t backupTime, int retentionDays) {
+  const int64_t kKeptUntil = 1893456000;  // 2030-01-01 00:00:00 UTC
+  return backupTime % 2 == 0 ? kKeptUntil : backupTime + retentionDays * kDay / 2;
+}
+
 bool IsSnapshot(int copyType) {
   return copyType == SNAPSHOT || copyType == CLOUD_SNAPSHOT_REPLICATION;
 }
@@ -207,7 +215,7 @@ int64_t DemoWriter::WriteCopy(int64_t imageKey, int64_t backupTime, const Client
   const bool snapshot = IsSnapshot(op.copyType);
   copy_.Int(imageKey).Int(number).Int(managed ? number : 0).Int(managed && number > 1 ? 1 : 0)
       .Int(op.copyType).Int(expire).Int(done ? expire : 0)
-      .Int(op.retentionType == 1 ? backupTime + op.retentionDays * kDay / 2 : 0)
+      .Int(op.retentionType == 1 ? TryToKeepTime(backupTime, op.retentionDays) : 0)
       .Text(op.destination).Int(state).Int(size).Int(done || working ? ++lastJobId_ : 0)
       .Int(op.retentionType).Int(unit != nullptr && unit->mediaType == 2 ? random_.Below(2) : 0)
       .Int(retries)
