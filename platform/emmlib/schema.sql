@@ -103,6 +103,10 @@ CREATE INDEX DBM_Image_Listing ON DBM_Image (MasterServerKey, BackupTime, Backup
 CREATE UNIQUE INDEX DBM_Image_BackupID ON DBM_Image (BackupID, MasterServerKey);
 CREATE INDEX DBM_Image_Client ON DBM_Image (ClientMachineName, BackupTime);
 CREATE INDEX DBM_Image_SLP ON DBM_Image (StorageServiceName, StorageServiceVersionNumber);
+-- The images of one SLP state in listing order (the backlog report asks
+-- for each unfinished state in turn).
+CREATE INDEX DBM_Image_State ON DBM_Image (MasterServerKey, StorageServiceState,
+  StorageServiceIsInactive, BackupTime, BackupID);
 
 -- Copies of an image. CopyState holds the whole SLP copy state (9 and 10 are
 -- the inactive forms of 1 and 2); ExpirationType is the retention type.
