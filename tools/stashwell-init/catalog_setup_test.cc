@@ -155,6 +155,19 @@ TEST(DemoCatalog, CoversWhatTheReportsShow) {
   EXPECT_GT(pools["stash_pool"], 0);
   EXPECT_GT(pools["dr_pool"], 0);
   EXPECT_GT(count("SELECT COUNT(*) FROM DBM_DeletedFragment"), 0);
+  // Images of an SLP version without a definition, and expired data both
+  // within and past its try-to-keep time.
+  EXPECT_GT(count("SELECT COUNT(*) FROM DBM_Image i WHERE StorageServiceName <> '' AND NOT EXISTS"
+                  " (SELECT 1 FROM SLP_StorageService s WHERE s.StorageServiceName ="
+                  " i.StorageServiceName AND s.VersionNumber = i.StorageServiceVersionNumber)"),
+            0);
+  for (const char* when : {">", "<"}) {
+    EXPECT_GT(count(std::string("SELECT COUNT(*) FROM DBM_ImageFragment f JOIN DBM_ImageCopy c"
+                                " ON c.ImageCopyKey = f.ImageCopyKey WHERE f.FragmentState = 3"
+                                " AND c.TryToKeepTime ") + when + " unixepoch()"),
+              0)
+        << when;
+  }
   EXPECT_GT(count("SELECT COUNT(*) FROM SLP_PendingImport"), 0);
   // Images are stored in listing order, so a listing reads the file in order.
   EXPECT_EQ(0, count("SELECT COUNT(*) FROM DBM_Image a JOIN DBM_Image b ON b.ImageKey ="
@@ -162,7 +175,7 @@ TEST(DemoCatalog, CoversWhatTheReportsShow) {
                      " a.BackupTime AND b.BackupID < a.BackupID)"));
   // The indexes dropped for the bulk load are back.
   EXPECT_EQ(count("SELECT COUNT(*) FROM sqlite_master WHERE type = 'index' AND sql IS NOT NULL"),
-            18);
+            19);
   sqlite3_close(db);
 }
 
