@@ -107,8 +107,9 @@ int vnet_qzss_check_user_cred(const char* user, const char* /*host*/, void* /*re
   if (stat(path.c_str(), &st) != 0) return errno;
   if (!S_ISREG(st.st_mode)) return EINVAL;
   std::string text;
-  int rc = ReadWholeFile(path, &text);
-  if (rc != 0) return rc;
+  // A credential is a few lines; anything much larger is not one.
+  int rc = ReadWholeFile(path, 1 << 20, &text);
+  if (rc != 0) return rc > 0 ? rc : EINVAL;
   return text.empty() ? EINVAL : 0;
 }
 

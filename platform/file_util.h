@@ -1,13 +1,28 @@
-// Small file helpers of the platform stand-ins: whole-file reads with the
-// error number of a failure, and an owner for POSIX file descriptors.
+// Small file helpers of the platform stand-ins: bounded whole-file reads of
+// regular files with the reason of a failure, and an owner for POSIX file
+// descriptors.
 #ifndef PLATFORM_FILE_UTIL_H_
 #define PLATFORM_FILE_UTIL_H_
 
+#include <cstddef>
 #include <string>
 
-// Reads the whole file at `path` into *text. Returns 0, or the errno value of
-// the failure (ENOENT, EACCES, EISDIR, ...); *text is then left empty.
-int ReadWholeFile(const std::string& path, std::string* text);
+// Failures of ReadWholeFile besides the errno values of open and read.
+enum : int {
+  FILE_NOT_REGULAR = -1,  // a FIFO, device, socket, ... (a directory is EISDIR)
+  FILE_TOO_LARGE = -2,    // more than the limit the caller gave
+};
+
+// Reads the whole file at `path`, which must be a regular file of at most
+// `limit` bytes, into *text. Returns 0, or why it was not read: an errno
+// value of the failure (ENOENT, EACCES, EISDIR, ...), FILE_NOT_REGULAR or
+// FILE_TOO_LARGE; *text is then left empty. Never blocks on a FIFO and never
+// reads more than `limit` + 1 bytes, whatever the file claims.
+int ReadWholeFile(const std::string& path, size_t limit, std::string* text);
+
+// The text of a ReadWholeFile failure: strerror's for errno values,
+// "not a regular file", "larger than <limit> bytes".
+std::string ReadFailureText(int failure, size_t limit);
 
 // True when `path` names an existing directory.
 bool IsDirectory(const std::string& path);

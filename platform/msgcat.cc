@@ -1,9 +1,7 @@
-// Message catalog lookup over catopen/catgets with the printf-compatibility
-// check, and the status-text tables. Open catalogs and loaded status tables
-// are kept for the life of the process.
+// Message catalog lookup with the printf-compatibility check, and the
+// status-text tables. Catalogs and status tables are read once and kept for
+// the life of the process.
 #include "platform/msgcat.h"
-
-#include <nl_types.h>
 
 #include <cctype>
 #include <cstdio>
@@ -15,6 +13,7 @@
 
 #include "platform/file_util.h"
 #include "platform/locale.h"
+#include "platform/message_catalog_file.h"
 #include "platform/root.h"
 
 namespace {
@@ -39,23 +38,21 @@ bool SplitId(const char* id, int* set, int* number) {
   return *number > 0;
 }
 
-// One open catalog, closed when the process ends.
+// The largest catalog file read; real ones are a few kilobytes.
+const size_t kCatalogLimit = 16 << 20;
+
+// One catalog, read whole on first use; a file that is missing, unreadable,
+// too large or not a catalog gives no texts.
 class Catalog {
  public:
-  explicit Catalog(const std::string& path) : catd_(catopen(path.c_str(), 0)) {}
-  ~Catalog() {
-    if (ok()) catclose(catd_);
+  explicit Catalog(const std::string& path) {
+    std::string bytes;
+    if (ReadWholeFile(path, kCatalogLimit, &bytes) == 0) file_.Parse(std::move(bytes));
   }
-  Catalog(const Catalog&) = delete;
-  Catalog& operator=(const Catalog&) = delete;
-
-  bool ok() const { return catd_ != reinterpret_cast<nl_catd>(-1); }
-  const char* Get(int set, int number) const {
-    return ok() ? catgets(catd_, set, number, nullptr) : nullptr;
-  }
+  const char* Get(int set, int number) const { return file_.Find(set, number); }
 
  private:
-  nl_catd catd_;
+  MessageCatalogFile file_;
 };
 
 const Catalog& CatalogFor(const std::string& locale) {
@@ -122,7 +119,8 @@ const std::map<int, std::string>& StatusTable(const std::string& locale) {
   if (found != tables.end()) return found->second;
   std::map<int, std::string>& table = tables[locale];
   std::string text;
-  if (ReadWholeFile(StashwellPath("share/status/" + locale + "/status.txt"), &text) != 0)
+  if (ReadWholeFile(StashwellPath("share/status/" + locale + "/status.txt"), kCatalogLimit,
+                    &text) != 0)
     return table;
   size_t start = 0;
   while (start < text.size()) {

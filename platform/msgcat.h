@@ -1,8 +1,9 @@
 // Message catalogs and status texts.
 //
-// Messages: one glibc message catalog per locale,
-// <root>/share/msg/<locale>/cyclectl.cat, built with gencat(1) and read with
-// catgets(3). A message id "Sme" + area + four digits + "N" is found in the
+// Messages: one message catalog per locale,
+// <root>/share/msg/<locale>/cyclectl.cat, built with gencat(1) and read by a
+// reader of our own that checks the file (message_catalog_file.h): a damaged,
+// truncated or foreign catalog counts as missing. A message id "Sme" + area + four digits + "N" is found in the
 // set of its area (Slp 1, Com 2, Dup 3, Imp 4, Ret 5, Cln 6, Err 7) under the
 // number its digits give: SmeCom0030N is set 2, message 30. A locale's files
 // are looked for under the names of LocaleCandidates (locale.h), so that

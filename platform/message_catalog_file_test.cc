@@ -1,0 +1,82 @@
+// The catalog reader on the built English catalog and on damaged copies of
+// it: damage anywhere gives fewer texts, never a read outside the file.
+#include "platform/message_catalog_file.h"
+
+#include <cstring>
+#include <fstream>
+#include <sstream>
+#include <string>
+
+#include "gtest/gtest.h"
+
+namespace {
+
+std::string BuiltCatalog() {
+  std::ifstream in(STASHWELL_SHARE_DIR "/msg/C/cyclectl.cat", std::ios::binary);
+  std::ostringstream bytes;
+  bytes << in.rdbuf();
+  return bytes.str();
+}
+
+void PutWord(std::string* bytes, size_t offset, uint32_t value) {
+  memcpy(&(*bytes)[offset], &value, 4);  // the catalog's order is the machine's
+}
+
+TEST(MessageCatalogFile, FindsTextsOfTheFirstAndLastSets) {
+  MessageCatalogFile catalog;
+  ASSERT_TRUE(catalog.Parse(BuiltCatalog()));
+  EXPECT_STREQ(catalog.Find(1, 430), "%s: unable to read Stashwell configuration");
+  EXPECT_STREQ(catalog.Find(2, 10), "cannot malloc progname\n");
+  EXPECT_EQ(catalog.Find(1, 9999), nullptr);
+  EXPECT_EQ(catalog.Find(8, 430), nullptr);
+  EXPECT_EQ(catalog.Find(0, 430), nullptr);
+  EXPECT_EQ(catalog.Find(1, 0), nullptr);
+  EXPECT_EQ(catalog.Find(-1, -1), nullptr);
+}
+
+TEST(MessageCatalogFile, RefusesHeadersThatDoNotFitTheFile) {
+  const std::string good = BuiltCatalog();
+  ASSERT_GT(good.size(), 12u);
+  const struct {
+    size_t offset;
+    uint32_t value;
+  } damage[] = {
+      {0, 0xde080496},  // the other byte order
+      {4, 0},           {8, 0},           {8, 0x7fffffff}, {4, 0xffffffff},
+      {4, 0x55555556},  // size * depth * 24 wraps around 32 bits
+  };
+  for (const auto& d : damage) {
+    std::string bytes = good;
+    PutWord(&bytes, d.offset, d.value);
+    MessageCatalogFile catalog;
+    EXPECT_FALSE(catalog.Parse(bytes)) << d.offset << " " << d.value;
+    EXPECT_EQ(catalog.Find(1, 430), nullptr);
+  }
+  MessageCatalogFile catalog;
+  EXPECT_FALSE(catalog.Parse(good.substr(0, good.size() - 1)));  // last text cut
+  EXPECT_FALSE(catalog.Parse(good.substr(0, 11)));
+  EXPECT_FALSE(catalog.Parse(""));
+}
+
+TEST(MessageCatalogFile, DamagedSlotsGiveNoTextOrAnotherOne) {
+  const std::string good = BuiltCatalog();
+  // Every slot word set to an offset past the end, then to the largest word:
+  // each lookup still ends inside the file.
+  for (uint32_t value : {static_cast<uint32_t>(good.size()), 0xffffffffu}) {
+    std::string bytes = good;
+    uint32_t size, depth;
+    memcpy(&size, &good[4], 4);
+    memcpy(&depth, &good[8], 4);
+    for (size_t at = 12 + 8; at < 12 + size * depth * 12; at += 12) PutWord(&bytes, at, value);
+    MessageCatalogFile catalog;
+    ASSERT_TRUE(catalog.Parse(bytes));
+    EXPECT_EQ(catalog.Find(1, 430), nullptr);
+  }
+  // Every truncation parses or not, and never reads past what is left.
+  for (size_t size = 0; size < good.size(); size += 7) {
+    MessageCatalogFile catalog;
+    if (catalog.Parse(good.substr(0, size))) catalog.Find(1, 430);
+  }
+}
+
+}  // namespace
