@@ -7,6 +7,7 @@
 #include <cstdio>
 #include <cstring>
 #include <memory>
+#include <new>
 #include <string>
 
 #include "cmd/parse.h"
@@ -18,15 +19,13 @@
 #include "util/cmd_exit.h"
 #include "util/message.h"
 #include "util/process.h"
+#include "util/swdlog.h"
 
 namespace {
 
-// The last component of a path; empty for a missing or empty one.
-std::string LastComponent(const char* path) {
-  if (!path) return "";
-  const char* slash = strrchr(path, '/');
-  return slash ? slash + 1 : path;
-}
+// The name a run goes by when the last component of argv[0] is empty
+// (argv[0] "" or "dir/"): messages and log lines need one.
+const char kOwnName[] = "cyclectl";
 
 // Reads the configuration (steps 3 and 4); `name` names the program in the
 // messages.
@@ -42,6 +41,8 @@ void ReadConfiguration(const char* name) {
     CmdExit(1);
   }
   EmmServer = reader->getEmmServer();
+  EmmPort = reader->getEmmPort();
+  EmmCatalog = reader->getEmmCatalog();
   if (SW_read_master_config() != 0) {
     PrintMsg(stderr, "SmeSlp0430N", "%s: unable to read Stashwell configuration", name);
     CmdExit(1);
@@ -82,19 +83,21 @@ int main(int argc, char** argv) {
   InitCommandTables();
   umask(022);
 
-  const char* argv0 = argc > 0 ? argv[0] : nullptr;
-  std::string name = LastComponent(argv0);
-  ReadConfiguration(name.empty() ? "cyclectl" : name.c_str());
+  const char* base = swdlog_basename(argc > 0 ? argv[0] : nullptr);
+  const char* name = *base != '\0' ? base : kOwnName;
+  ReadConfiguration(name);
 
   zkgetlocaleEx(lc_messages, sizeof lc_messages, lc_ctype, sizeof lc_ctype, lc_time,
                 sizeof lc_time, lc_collate, sizeof lc_collate, lc_numeric, sizeof lc_numeric,
                 lc_status);
 
-  if (name.empty()) {
+  // Keeping the name is the only thing that can fail here.
+  try {
+    progname = name;
+  } catch (const std::bad_alloc&) {
     PrintMsg(stderr, "SmeCom0010N", "cannot malloc progname\n");
     CmdExit(36);
   }
-  progname = name;
 
   int r = SW_read_master_config();
   if (r != 0) {

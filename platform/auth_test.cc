@@ -11,11 +11,21 @@
 #include <cerrno>
 
 #include "gtest/gtest.h"
+#include "platform/config.h"
 #include "platform/test_root.h"
 
 namespace {
 
 const char kBaseConfig[] = "EMM_SERVER = e\nMASTER_SERVER = m\n";
+
+// Writes the configuration file and reads it, as start-up does; its messages
+// are dropped.
+void UseConfig(const std::string& text) {
+  testing_root::Write("etc/stashwell.conf", text);
+  testing::internal::CaptureStderr();
+  QbConfReader reread;
+  testing::internal::GetCapturedStderr();
+}
 
 // Runs `check` as nobody in a child; its exit status.
 template <typename F>
@@ -42,30 +52,30 @@ int RoleOfCaller() {
 
 TEST(LocalRoles, SuperuserAndConfiguredUsers) {
   if (geteuid() != 0) GTEST_SKIP() << "needs root to switch users";
-  testing_root::Write("etc/stashwell.conf", kBaseConfig);
+  UseConfig(kBaseConfig);
   EXPECT_EQ(RoleOfCaller(), 10 + LOCAL_ROLE_SUPERUSER);
   EXPECT_EQ(AsNobody(RoleOfCaller), LOCAL_ROLE_NONE);
 
-  testing_root::Write("etc/stashwell.conf", std::string(kBaseConfig) + "ADMIN_USER = nobody\n");
+  UseConfig(std::string(kBaseConfig) + "ADMIN_USER = nobody\n");
   EXPECT_EQ(AsNobody(RoleOfCaller), 10 + LOCAL_ROLE_ADMIN_USER);
 
   struct passwd* pw = getpwnam("nobody");
   ASSERT_NE(pw, nullptr);
   struct group* gr = getgrgid(pw->pw_gid);
   ASSERT_NE(gr, nullptr);
-  testing_root::Write("etc/stashwell.conf",
-                      std::string(kBaseConfig) + "ADMIN_GROUP = no-such-group\nADMIN_GROUP = " +
-                          gr->gr_name + "\n");
+  UseConfig(std::string(kBaseConfig) + "ADMIN_GROUP = no-such-group\nADMIN_GROUP = " +
+            gr->gr_name + "\n");
   EXPECT_EQ(AsNobody(RoleOfCaller), 10 + LOCAL_ROLE_ADMIN_GROUP);
 }
 
 TEST(LocalRoles, UnreadableConfigurationIsAnError) {
-  testing_root::Write("etc/stashwell.conf", "BROKEN\n");
+  UseConfig("BROKEN\n");
   int isAdmin = 7, how = 7;
-  testing::internal::CaptureStderr();
   EXPECT_EQ(qbrd_get_my_local_roles(&isAdmin, &how, 60), EINVAL);
-  testing::internal::GetCapturedStderr();
   testing_root::Remove("etc");
+  testing::internal::CaptureStderr();
+  QbConfReader reread;
+  testing::internal::GetCapturedStderr();
   EXPECT_EQ(qbrd_get_my_local_roles(&isAdmin, &how, 60), ENOENT);
 }
 

@@ -4,6 +4,8 @@
 // makes the whole file unusable, so a typing error is never silently taken.
 #include "platform/config.h"
 
+#include <sys/stat.h>
+
 #include <cctype>
 #include <cerrno>
 #include <cstdio>
@@ -202,17 +204,56 @@ const KeyRow* FindKey(const std::string& key, std::string* suffix) {
   return nullptr;
 }
 
-// The configuration read last, and whether there is one.
-StashwellConfig g_config;
-bool g_configLoaded = false;
+// The largest configuration file read; real ones are a few hundred bytes.
+const size_t kConfigLimit = 1 << 20;
+
+// Why the file at `path` could not be read, for the line that reports it.
+std::string ReadFailureReason(const std::string& path, int failure) {
+  struct stat st;
+  if (failure == ENOENT && lstat(path.c_str(), &st) == 0 && S_ISLNK(st.st_mode))
+    return "symbolic link to a missing file";
+  return ReadFailureText(failure, kConfigLimit);
+}
+
+// Reads and parses the file; reports why it is unusable on standard error.
+int LoadConfigFile(StashwellConfig* config) {
+  std::string path = SW_config_path();
+  std::string text;
+  int rc = ReadWholeFile(path, kConfigLimit, &text);
+  if (rc != 0) {
+    fprintf(stderr, "%s: %s\n", path.c_str(), ReadFailureReason(path, rc).c_str());
+    return rc > 0 ? rc : EINVAL;
+  }
+  std::vector<std::string> errors;
+  if (!ParseStashwellConfig(text, path, config, &errors)) {
+    for (const std::string& e : errors) fprintf(stderr, "%s\n", e.c_str());
+    return EINVAL;
+  }
+  return 0;
+}
+
+// The configuration of the process: the outcome of the last read and the
+// last configuration read well (the defaults before one). The file is read
+// by QbConfReader, or by the first service that needs it when no reader
+// came first; everything else uses what was read, so a run sees one
+// configuration however the file changes meanwhile.
+struct ConfigRead {
+  bool done = false;
+  int status = 0;
+  StashwellConfig config;
+};
+ConfigRead g_read;
 SW_MASTER_CONFIG g_master;
 
-void EnsureLoaded() {
-  if (g_configLoaded) return;
+const ConfigRead& ReadConfigFile() {
   StashwellConfig c;
-  if (SW_load_config(&c) == 0) g_config = c;
-  g_configLoaded = true;
+  g_read.status = LoadConfigFile(&c);
+  if (g_read.status == 0) g_read.config = c;
+  g_read.done = true;
+  return g_read;
 }
+
+const ConfigRead& RunConfig() { return g_read.done ? g_read : ReadConfigFile(); }
 
 }  // namespace
 
@@ -263,35 +304,24 @@ bool ParseStashwellConfig(const std::string& text, const std::string& name,
 std::string SW_config_path() { return StashwellPath("etc/stashwell.conf"); }
 
 int SW_load_config(StashwellConfig* config) {
-  std::string path = SW_config_path();
-  std::string text;
-  int rc = ReadWholeFile(path, &text);
-  if (rc != 0) return rc;
-  std::vector<std::string> errors;
-  if (!ParseStashwellConfig(text, path, config, &errors)) {
-    for (const std::string& e : errors) fprintf(stderr, "%s\n", e.c_str());
-    return EINVAL;
-  }
-  return 0;
+  const ConfigRead& read = RunConfig();
+  if (read.status == 0) *config = read.config;
+  return read.status;
 }
 
 QbConfReader::QbConfReader() {
-  StashwellConfig c;
-  if (SW_load_config(&c) != 0) return;
-  g_config = c;
-  g_configLoaded = true;
+  const ConfigRead& read = ReadConfigFile();
+  if (read.status != 0) return;
   hasData_ = true;
-  emmServer_ = c.emmServer;
-  emmPort_ = c.emmPort;
-  emmCatalog_ = c.emmCatalog;
+  emmServer_ = read.config.emmServer;
+  emmPort_ = read.config.emmPort;
+  emmCatalog_ = read.config.emmCatalog;
 }
 
 int SW_read_master_config() {
-  StashwellConfig c;
-  int rc = SW_load_config(&c);
-  if (rc != 0) return rc;
-  g_config = c;
-  g_configLoaded = true;
+  const ConfigRead& read = RunConfig();
+  if (read.status != 0) return read.status;
+  const StashwellConfig& c = read.config;
   g_master.hasMasterList = c.hasMasterList;
   g_master.masterServers = c.masterServers;
   g_master.importConfThresholdValue = c.importConfThresholdValue;
@@ -309,26 +339,23 @@ int64_t computeConfigUnitsBaseValue(long value, ConfigUnits units) {
 }
 
 std::string SW_catalog_path() {
-  EnsureLoaded();
-  const std::string& c = g_config.emmCatalog;
+  const std::string& c = RunConfig().config.emmCatalog;
   if (c.empty()) return StashwellPath("db/catalog.db");
   if (c[0] == '/') return c;
   return StashwellPath(c);
 }
 
 int SW_catalog_busy_timeout_ms() {
-  EnsureLoaded();
-  return g_config.catalogBusyTimeoutMs;
+  return RunConfig().config.catalogBusyTimeoutMs;
 }
 
 int SW_daemon_port(const char* daemonName) {
-  EnsureLoaded();
   if (!daemonName) return 0;
-  auto it = g_config.daemonPorts.find(daemonName);
-  return it == g_config.daemonPorts.end() ? 0 : it->second;
+  const std::map<std::string, int>& ports = RunConfig().config.daemonPorts;
+  auto it = ports.find(daemonName);
+  return it == ports.end() ? 0 : it->second;
 }
 
 const StashwellConfig* SW_config() {
-  EnsureLoaded();
-  return &g_config;
+  return &RunConfig().config;
 }

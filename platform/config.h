@@ -50,14 +50,22 @@ bool ParseStashwellConfig(const std::string& text, const std::string& name,
 // Absolute path of the configuration file, <root>/etc/stashwell.conf.
 std::string SW_config_path();
 
-// Reads and parses the configuration file into *config. Returns 0, or an
-// errno value for a file that cannot be read, or EINVAL for a malformed one
-// (whose bad lines are then written to standard error).
+// The configuration file is read once per process: by QbConfReader, or by
+// the first of the services below when no reader came first. Every service
+// then uses what was read, so an edit of the file during a run takes effect
+// at the next run. Only a regular file of at most 1 MiB is read; a file that
+// cannot be read is reported on standard error as "<file>: <why>", a
+// malformed one with one "<file>:<line>: <what is wrong>" line per bad line.
+
+// Copies the process's configuration into *config. Returns 0, or the status
+// of the read: an errno value for a file that cannot be read, EINVAL for one
+// that is malformed, not a regular file or too large (*config is then left
+// alone).
 int SW_load_config(StashwellConfig* config);
 
-// Reads the configuration file when constructed. A missing, unreadable or
-// malformed file leaves it without data (malformed lines are reported on
-// standard error with their line numbers).
+// Reads the configuration file when constructed; what it read is then the
+// configuration of the process. A missing, unreadable or malformed file
+// leaves it without data.
 class QbConfReader {
  public:
   QbConfReader();
@@ -87,17 +95,16 @@ struct SW_MASTER_CONFIG {
   int useQzss = USE_QZSS_AUTOMATIC;
 };
 
-// Reads the master configuration; 0 on success, otherwise a non-zero status
-// (an errno value for an unreadable file, EINVAL for a malformed one).
+// Fills the master configuration record from the process's configuration;
+// 0 on success, otherwise the status of the read (as SW_load_config).
 int SW_read_master_config();
 // The record filled by the last successful SW_read_master_config; never null.
 const SW_MASTER_CONFIG* get_master_config_ptr();
 // The value in seconds of a number of configuration units.
 int64_t computeConfigUnitsBaseValue(long value, ConfigUnits units);
 
-// Lookups for the other platform stand-ins. Each uses the configuration read
-// last by QbConfReader or SW_read_master_config, reading the file on first
-// use; an unreadable file gives the defaults.
+// Lookups for the other platform stand-ins, on the process's configuration;
+// a file that could not be read gives the defaults.
 // Absolute path of the catalog database (EMM_CATALOG resolved against the root).
 std::string SW_catalog_path();
 // Milliseconds to wait for a catalog that another process is writing.

@@ -2,7 +2,11 @@
 // line, and the configuration services on real files under a test root.
 #include "platform/config.h"
 
+#include <sys/stat.h>
+#include <unistd.h>
+
 #include <cerrno>
+#include <string>
 
 #include "gtest/gtest.h"
 #include "platform/test_root.h"
@@ -121,15 +125,19 @@ TEST(ComputeConfigUnitsBaseValue, ConvertsEachUnit) {
   EXPECT_EQ(computeConfigUnitsBaseValue(3000000, CONFIG_UNITS_DAYS), 259200000000LL);
 }
 
+// Reads the file again, as the start of a run does; the messages land in *err.
+bool Reread(std::string* err = nullptr) {
+  testing::internal::CaptureStderr();
+  bool hasData = QbConfReader().hasData();
+  std::string text = testing::internal::GetCapturedStderr();
+  if (err) *err = text;
+  return hasData;
+}
+
 TEST(ConfigFile, ServicesReadTheFileUnderTheRoot) {
   testing_root::Remove("etc");
-  { QbConfReader missing;
-    EXPECT_FALSE(missing.hasData()); }
+  EXPECT_FALSE(Reread());
   EXPECT_EQ(SW_read_master_config(), ENOENT);
-
-  testing_root::Write("etc/stashwell.conf/x", "");  // a directory where the file should be
-  EXPECT_EQ(SW_read_master_config(), EISDIR);
-  testing_root::Remove("etc");
 
   testing_root::Write("etc/stashwell.conf",
                       "EMM_SERVER = e1\nMASTER_SERVER = m1\nEMM_CATALOG = cat/x.db\n"
@@ -148,10 +156,54 @@ TEST(ConfigFile, ServicesReadTheFileUnderTheRoot) {
 
   // A bad file (its line is reported end to end) keeps the last good record.
   testing_root::Write("etc/stashwell.conf", "EMM_SERVER = e1\nEMM_PORT = x\n");
-  testing::internal::CaptureStderr();
+  EXPECT_FALSE(Reread());
   EXPECT_EQ(SW_read_master_config(), EINVAL);
-  testing::internal::GetCapturedStderr();
   EXPECT_EQ(get_master_config_ptr()->masterServers[0], "m1");
+}
+
+TEST(ConfigFile, ARunSeesTheFileAsItWasRead) {
+  testing_root::Write("etc/stashwell.conf",
+                      "EMM_SERVER = e1\nMASTER_SERVER = m1\nDAEMON_PORT.cyclesvc = 4000\n");
+  ASSERT_TRUE(Reread());
+  testing_root::Remove("etc");
+  StashwellConfig config;
+  EXPECT_EQ(SW_load_config(&config), 0);
+  EXPECT_EQ(config.emmServer, "e1");
+  ASSERT_EQ(SW_read_master_config(), 0);
+  EXPECT_EQ(get_master_config_ptr()->masterServers[0], "m1");
+  EXPECT_EQ(SW_daemon_port("cyclesvc"), 4000);
+}
+
+TEST(ConfigFile, OnlyARegularFileOfSaneSizeIsRead) {
+  testing_root::Remove("etc");
+  const std::string path = SW_config_path();
+  std::string err;
+  testing_root::Write("etc/stashwell.conf", "EMM_SERVER = e1\n" + std::string(1 << 20, '#'));
+  EXPECT_FALSE(Reread(&err));
+  EXPECT_EQ(err, path + ": larger than 1048576 bytes\n");
+  EXPECT_EQ(SW_read_master_config(), EINVAL);
+
+  testing_root::Remove("etc/stashwell.conf");
+  ASSERT_EQ(symlink("/dev/zero", path.c_str()), 0);
+  EXPECT_FALSE(Reread(&err));
+  EXPECT_EQ(err, path + ": not a regular file\n");
+
+  testing_root::Remove("etc/stashwell.conf");
+  ASSERT_EQ(mkfifo(path.c_str(), 0644), 0);  // no writer: must not wait for one
+  EXPECT_FALSE(Reread(&err));
+  EXPECT_EQ(err, path + ": not a regular file\n");
+
+  testing_root::Remove("etc/stashwell.conf");
+  ASSERT_EQ(symlink("nowhere", path.c_str()), 0);
+  EXPECT_FALSE(Reread(&err));
+  EXPECT_EQ(err, path + ": symbolic link to a missing file\n");
+  EXPECT_EQ(SW_read_master_config(), ENOENT);
+
+  testing_root::Remove("etc");
+  testing_root::Write("etc/stashwell.conf/x", "");
+  EXPECT_FALSE(Reread(&err));
+  EXPECT_EQ(err, path + ": Is a directory\n");
+  testing_root::Remove("etc");
 }
 
 }  // namespace

@@ -90,7 +90,7 @@ TEST(DebugLog, ReportsWhyItCannotOpen) {
 
 TEST(DebugLog, ConfiguredVerbosity) {
   testing_root::Write("etc/stashwell.conf", "VERBOSE = 2\nVERBOSE.cyclectl = 4\n");
-  ASSERT_EQ(SW_read_master_config(), 0);
+  ASSERT_TRUE(QbConfReader().hasData());
   EXPECT_EQ(get_configured_verbose("cyclectl", "admin"), 4);
   EXPECT_EQ(get_configured_verbose("other", "admin"), 2);
   EXPECT_EQ(get_configured_verbose(nullptr, "admin"), 2);

@@ -5,6 +5,8 @@ std::string CmdName;
 std::string progname;
 std::string MasterServer;
 std::string EmmServer;
+unsigned short EmmPort = 0;
+std::string EmmCatalog;
 int EmmCid = 0;
 int64_t ImportConfThreshold = 0;
 

@@ -18,6 +18,10 @@ extern std::string progname;
 extern std::string MasterServer;
 // Catalog (EMM) server name from the configuration.
 extern std::string EmmServer;
+// The catalog port and the further catalog text (empty when absent), kept
+// from the same reading of the configuration for the catalog connection.
+extern unsigned short EmmPort;
+extern std::string EmmCatalog;
 // Catalog-library connection identifier (0 = not opened).
 extern int EmmCid;
 // Import-confirmation threshold in seconds, from the master configuration.

@@ -6,6 +6,8 @@
 // stand in for operations that get past the command line.
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
+#include <sys/stat.h>
+#include <unistd.h>
 
 #include <string>
 #include <vector>
@@ -29,7 +31,34 @@ TEST(StartupTest, ConfigurationFailures) {
     int status;
   } cases[] = {
       {"missing file", [](e2e::Root& r) { r.Remove("etc/stashwell.conf"); },
-       "cyclectl: unable to read Stashwell configuration\n", 1},
+       "<root>/etc/stashwell.conf: No such file or directory\n"
+       "cyclectl: unable to read Stashwell configuration\n",
+       1},
+      // Neither waits for a writer nor reads an endless device.
+      {"FIFO",
+       [](e2e::Root& r) {
+         r.Remove("etc/stashwell.conf");
+         mkfifo((r.path() + "/etc/stashwell.conf").c_str(), 0644);
+       },
+       "<root>/etc/stashwell.conf: not a regular file\n"
+       "cyclectl: unable to read Stashwell configuration\n",
+       1},
+      {"link to /dev/zero",
+       [](e2e::Root& r) {
+         r.Remove("etc/stashwell.conf");
+         symlink("/dev/zero", (r.path() + "/etc/stashwell.conf").c_str());
+       },
+       "<root>/etc/stashwell.conf: not a regular file\n"
+       "cyclectl: unable to read Stashwell configuration\n",
+       1},
+      {"huge file",
+       [](e2e::Root& r) {
+         r.WriteFile("etc/stashwell.conf",
+                     r.ReadFile("etc/stashwell.conf") + std::string(1 << 20, '#'));
+       },
+       "<root>/etc/stashwell.conf: larger than 1048576 bytes\n"
+       "cyclectl: unable to read Stashwell configuration\n",
+       1},
       {"malformed line",
        [](e2e::Root& r) { r.WriteFile("etc/stashwell.conf", "EMM_SERVER = e\nMASTER_SERVER m\n"); },
        "<root>/etc/stashwell.conf:2: expected KEY = VALUE\n"
@@ -55,8 +84,10 @@ TEST(StartupTest, ConfigurationFailures) {
     std::string err = c.err;
     size_t at = err.find("<root>");
     if (at != std::string::npos) err.replace(at, 6, root.path());
-    // The command line is not read before these checks: -M changes nothing.
+    // The command line is not read before these checks: -M and -help change
+    // nothing.
     EXPECT_EQ(root.Run({"list", "-M", "other"}), (e2e::Result{"", err, c.status})) << c.name;
+    EXPECT_EQ(root.Run({"-help"}).status, c.status) << c.name;
   }
 }
 
@@ -68,10 +99,19 @@ TEST(StartupTest, ProgramNameComesFromTheLastComponentOfArgv0) {
   EXPECT_EQ(root.Run({"list"}, "", path).err,
             "slpadm: invalid Stashwell configuration: EMM Server is not defined\n");
 
-  e2e::Root good;
-  e2e::RunOptions empty;
-  empty.argv0 = "";
-  EXPECT_EQ(good.Run({"list"}, "", empty), (e2e::Result{"", "cannot malloc progname\n", 36}));
+  // An empty last component is no failure: the run goes by its own name.
+  for (const char* argv0 : {"", "tools/"}) {
+    e2e::RunOptions options;
+    options.argv0 = argv0;
+    EXPECT_EQ(root.Run({"list"}, "", options).err,
+              "cyclectl: invalid Stashwell configuration: EMM Server is not defined\n");
+    e2e::Root good;
+    EXPECT_EQ(good.Run({"-testhook"}, "", options),
+              (e2e::Result{"SLP_WINDOWS_VERSION=1\n", "", 0}))
+        << argv0;
+    EXPECT_EQ(good.DebugLogMessages().front(),
+              "<2> cyclectl: INITIATING: Stashwell 9.1.0.1 created: 0");
+  }
 }
 
 TEST(StartupTest, DebugLogOfANormalRunAndOfAnEarlyEnd) {
@@ -194,6 +234,27 @@ TEST(StartupTest, SecondLanguageCatalog) {
   EXPECT_EQ(admin.Run({"remove_all"}, "", german),
             (e2e::Result{"", "cyclectl: nur als Superuser ausführbar\n", 140}));
   EXPECT_THAT(admin.DebugLogMessages(), Contains(kRefusalLogged));
+}
+
+TEST(StartupTest, DamagedMessageCatalogsGiveTheEnglishTexts) {
+  e2e::Root root;
+  // A plane depth far beyond the file, a catalog cut short, and one that is
+  // not a catalog at all.
+  std::string catalog = root.ReadFile("share/msg/C/cyclectl.cat");
+  root.WriteFile("share/msg/C/cyclectl.cat",
+                 catalog.substr(0, 8) + "\xff\xff\xff\x7f" + catalog.substr(12));
+  std::string german = root.ReadFile("share/msg/de_DE/cyclectl.cat");
+  root.WriteFile("share/msg/de_DE/cyclectl.cat", german.substr(0, german.size() / 2));
+  root.WriteFile("share/msg/fr_FR/cyclectl.cat", "not a catalog\n");
+  const e2e::Result unknown{"", "-zzz is not a recognized option\n", 1};
+  for (const char* lang : {"LANG=C", "LANG=de_DE.UTF-8", "LANG=fr_FR"}) {
+    e2e::RunOptions options;
+    options.env = {"LC_ALL", lang};
+    EXPECT_EQ(root.Run({"list", "-zzz"}, "", options), unknown) << lang;
+  }
+  e2e::Result listed = root.Run({"list"});
+  EXPECT_EQ(listed.err, "No images or lifecycles matching criteria found.\n");
+  EXPECT_EQ(listed.status, 0);
 }
 
 }  // namespace
