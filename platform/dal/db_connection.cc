@@ -87,7 +87,11 @@ int DbConnection::Prepare(DalOdbcView* view, const std::string& sql, const char*
   view->caller_ = caller ? caller : "";
   view->executed_ = true;
   view->rowCount_ = 0;
-  const std::string& translated = translations_->Translate(sql);
+  const SqlTranslation& translation = translations_->Translate(sql);
+  if (!translation.ok) {
+    return Fail(view, DAL_SQL_ERROR, "cannot translate the statement: " + translation.text, sql);
+  }
+  const std::string& translated = translation.text;
   const char* tail = nullptr;
   const int rc = sqlite3_prepare_v2(db_.get(), translated.c_str(),
                                     static_cast<int>(translated.size()), &view->stmt_, &tail);

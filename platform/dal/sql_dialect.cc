@@ -62,15 +62,17 @@ class Translator {
     }
   }
 
-  std::string Run() {
+  bool Run(std::string* out, std::string* why) {
+    *why = Refusal();
+    if (!why->empty()) return false;
     StripSchemas();
     RenameFunctions();
     QuoteDateParts();
     RewriteIfExpressions();
-    UnwrapCompoundOperands();
-    std::string result;
-    for (const std::string& piece : out_) result += piece;
-    return result;
+    WrapCompoundOperands();
+    out->clear();
+    for (const std::string& piece : out_) *out += piece;
+    return true;
   }
 
  private:
@@ -147,23 +149,38 @@ class Translator {
     return At(p).kind == SqlTokenKind::kWord && InList(At(p).text, kCompoundOperators);
   }
 
-  // Drops the parentheses of the sub-select whose '(' is at p.
-  void UnwrapSelect(size_t p) {
-    const size_t close = MatchingParen(p);
-    if (close == sig_.size()) return;
-    Out(p) = " ";
-    Out(close) = " ";
+  // Why SQLite would give the statement another meaning, or "". The native
+  // engine joins texts with '+'; SQLite adds them as numbers ('a' + 'b' is
+  // 0), and which operands are texts is known only for literals.
+  std::string Refusal() const {
+    for (size_t p = 0; p < sig_.size(); ++p) {
+      if (!At(p).IsPunct('+')) continue;
+      if ((p > 0 && At(p - 1).kind == SqlTokenKind::kString) ||
+          At(p + 1).kind == SqlTokenKind::kString) {
+        return "'+' beside a text literal (use || to join texts)";
+      }
+    }
+    return "";
   }
 
-  void UnwrapCompoundOperands() {
-    if (At(0).IsPunct('(') && At(1).IsWord("SELECT") && IsCompoundOperator(MatchingParen(0) + 1)) {
-      UnwrapSelect(0);
-    }
+  // Makes the parenthesized sub-select at p a FROM clause of its own, which
+  // SQLite accepts as a compound operand with the same meaning; merely
+  // dropping the parentheses would regroup a compound operand.
+  void WrapSelect(size_t p) {
+    if (MatchingParen(p) != sig_.size()) Out(p) = "SELECT * FROM (";
+  }
+
+  void WrapCompoundOperands() {
     for (size_t p = 0; p < sig_.size(); ++p) {
+      // A first operand: at the start of the statement or of a sub-select.
+      if (At(p).IsPunct('(') && At(p + 1).IsWord("SELECT") && (p == 0 || At(p - 1).IsPunct('(')) &&
+          IsCompoundOperator(MatchingParen(p) + 1)) {
+        WrapSelect(p);
+      }
       if (!IsCompoundOperator(p)) continue;
       size_t q = p + 1;
       if (At(q).IsWord("ALL") || At(q).IsWord("DISTINCT")) ++q;
-      if (At(q).IsPunct('(') && At(q + 1).IsWord("SELECT")) UnwrapSelect(q);
+      if (At(q).IsPunct('(') && At(q + 1).IsWord("SELECT")) WrapSelect(q);
     }
   }
 
@@ -174,17 +191,26 @@ class Translator {
 
 }  // namespace
 
-std::string TranslateSql(std::string_view sql) { return Translator(sql).Run(); }
+bool TranslateSql(std::string_view sql, std::string* out, std::string* why) {
+  return Translator(sql).Run(out, why);
+}
 
-const std::string& SqlTranslationCache::Translate(const std::string& sql) {
+const SqlTranslation& SqlTranslationCache::Translate(const std::string& sql) {
+  auto translate = [&sql](SqlTranslation* t) {
+    std::string why;
+    t->ok = TranslateSql(sql, &t->text, &why);
+    if (!t->ok) t->text = why;
+  };
   if (capacity_ == 0) {
-    last_ = TranslateSql(sql);
+    translate(&last_);
     return last_;
   }
   auto it = cache_.find(sql);
   if (it != cache_.end()) return it->second;
   if (cache_.size() >= capacity_) cache_.clear();
-  return cache_.emplace(sql, TranslateSql(sql)).first->second;
+  SqlTranslation& t = cache_[sql];
+  translate(&t);
+  return t;
 }
 
 }  // namespace Dal

@@ -10,11 +10,16 @@
 //                                                       functions of sql_functions.h
 //   IF c THEN a [ELSEIF c2 THEN b] ELSE d ENDIF     ->  CASE WHEN c THEN a
 //                                                       [WHEN c2 THEN b] ELSE d END
-//   ... EXCEPT (SELECT ...)                         ->  ... EXCEPT SELECT ...
+//   ... EXCEPT (SELECT ...)                         ->  ... EXCEPT SELECT * FROM
+//                                                       (SELECT ...)
 //   (also UNION [ALL], INTERSECT, and a parenthesized first operand)
 //
 // STRING(...), UPPER, AS aliases and case-insensitive names need no rewrite:
 // STRING is registered as a function, the rest is native to SQLite.
+//
+// A statement that SQLite would run with another meaning is refused rather
+// than translated: '+' beside a text literal (the native engine joins texts
+// with '+', SQLite adds them as numbers).
 #ifndef PLATFORM_DAL_SQL_DIALECT_H_
 #define PLATFORM_DAL_SQL_DIALECT_H_
 
@@ -26,8 +31,16 @@
 namespace Corvela {
 namespace Dal {
 
-// The SQLite form of `sql`.
-std::string TranslateSql(std::string_view sql);
+// Puts the SQLite form of `sql` in *out and returns true; returns false with
+// the reason in *why for a statement it cannot translate faithfully.
+bool TranslateSql(std::string_view sql, std::string* out, std::string* why);
+
+// A statement's translation: ok with the SQLite form in `text`, or not ok
+// with the reason in `text`.
+struct SqlTranslation {
+  bool ok = false;
+  std::string text;
+};
 
 // Remembers up to `capacity` translations (0: none), forgetting all of them
 // when full; statements repeat within a run (the same lookup for every
@@ -37,12 +50,12 @@ class SqlTranslationCache {
   explicit SqlTranslationCache(size_t capacity) : capacity_(capacity) {}
 
   // The translation of `sql`; the reference stays valid until the next call.
-  const std::string& Translate(const std::string& sql);
+  const SqlTranslation& Translate(const std::string& sql);
 
  private:
   size_t capacity_;
-  std::string last_;
-  std::unordered_map<std::string, std::string> cache_;
+  SqlTranslation last_;
+  std::unordered_map<std::string, SqlTranslation> cache_;
 };
 
 }  // namespace Dal

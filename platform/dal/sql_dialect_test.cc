@@ -44,12 +44,16 @@ const TranslationCase kTranslations[] = {
     {"DROP INDEX IF EXISTS i", "DROP INDEX IF EXISTS i"},
     // Parenthesized operands of compound selects; other sub-selects stay.
     {"SELECT a FROM t EXCEPT (SELECT a FROM u WHERE (b = 1))",
-     "SELECT a FROM t EXCEPT  SELECT a FROM u WHERE (b = 1) "},
-    {"SELECT a FROM t UNION ALL (SELECT a FROM u)", "SELECT a FROM t UNION ALL  SELECT a FROM u "},
+     "SELECT a FROM t EXCEPT SELECT * FROM (SELECT a FROM u WHERE (b = 1))"},
+    {"SELECT a FROM t UNION ALL (SELECT a FROM u)",
+     "SELECT a FROM t UNION ALL SELECT * FROM (SELECT a FROM u)"},
     {"(SELECT a FROM t) INTERSECT (SELECT a FROM u)",
-     " SELECT a FROM t  INTERSECT  SELECT a FROM u "},
-    {"SELECT a FROM t WHERE a IN (SELECT b FROM u)",
-     "SELECT a FROM t WHERE a IN (SELECT b FROM u)"},
+     "SELECT * FROM (SELECT a FROM t) INTERSECT SELECT * FROM (SELECT a FROM u)"},
+    {"SELECT x FROM ((SELECT a FROM t) UNION SELECT b FROM u)",
+     "SELECT x FROM (SELECT * FROM (SELECT a FROM t) UNION SELECT b FROM u)"},
+    {"SELECT a FROM t WHERE a IN (SELECT b FROM u) UNION SELECT 1",
+     "SELECT a FROM t WHERE a IN (SELECT b FROM u) UNION SELECT 1"},
+    {"SELECT * FROM (SELECT 1) UNION SELECT 2", "SELECT * FROM (SELECT 1) UNION SELECT 2"},
     // Comments and literals are never rewritten.
     {"SELECT 1 -- DBM_Main.x ISNULL(a) IF\n", "SELECT 1 -- DBM_Main.x ISNULL(a) IF\n"},
     {"SELECT 'it''s ISNULL(x)' /* ENDIF */", "SELECT 'it''s ISNULL(x)' /* ENDIF */"},
@@ -57,8 +61,20 @@ const TranslationCase kTranslations[] = {
 
 TEST(SqlDialectTest, TranslatesTokenByToken) {
   for (const TranslationCase& c : kTranslations) {
-    EXPECT_EQ(TranslateSql(c.in), c.out) << c.in;
+    std::string out, why;
+    EXPECT_TRUE(TranslateSql(c.in, &out, &why)) << c.in;
+    EXPECT_EQ(out, c.out) << c.in;
   }
+}
+
+TEST(SqlDialectTest, RefusesWhatSqliteWouldReadOtherwise) {
+  for (const char* in : {"SELECT 'a' + 'b'", "SELECT Name + '_x' FROM t", "SELECT +'1'"}) {
+    std::string out, why;
+    EXPECT_FALSE(TranslateSql(in, &out, &why)) << in;
+    EXPECT_EQ(why, "'+' beside a text literal (use || to join texts)") << in;
+  }
+  std::string out, why;
+  EXPECT_TRUE(TranslateSql("SELECT a + 1, 'x' || b, '+' FROM t -- 'a' + 'b'", &out, &why));
 }
 
 TEST(SqlDialectTest, TokensJoinBackToTheInput) {
@@ -142,6 +158,15 @@ TEST_F(DialectOnCatalogTest, CompoundSelectWithParenthesizedOperand) {
                    "(I2.MasterServerKey = 7                 AND I2.BackupTime BETWEEN 0 AND 200"
                    " AND I2.StorageServiceState NOT IN (3,0)))"),
             "alpha");
+}
+
+TEST_F(DialectOnCatalogTest, CompoundOperandsKeepTheirGrouping) {
+  EXPECT_EQ(Column("SELECT 1 UNION (SELECT 1 EXCEPT SELECT 1)"), "1");
+  EXPECT_EQ(Column("SELECT 2 EXCEPT (SELECT 1 UNION SELECT 2)"), "");
+  EXPECT_EQ(Column("(SELECT 3 UNION SELECT 4 ORDER BY 1 LIMIT 1) UNION ALL SELECT 5"), "3 5");
+  // Refused, not run as a sum.
+  EXPECT_EQ(Column("SELECT 'a' + 'b'"), "status " + std::to_string(DAL_SQL_ERROR));
+  EXPECT_EQ(Column("SELECT 'a' || 'b'"), "ab");
 }
 
 TEST_F(DialectOnCatalogTest, FunctionsOfTheNativeDialect) {
