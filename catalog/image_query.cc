@@ -4,6 +4,7 @@
 
 #include <cstdio>
 
+#include "util/line_writer.h"
 #include "util/message.h"
 
 void ImageQuery::Release() {
@@ -36,5 +37,6 @@ void PrintImageFetchError(unsigned status) {
 }
 
 void PrintUnsupportedForm(outputform_e form) {
+  Orvantic::Stashwell::WritePendingOutput();
   fprintf(stderr, "unrecognized output format: %d\n", static_cast<int>(form));
 }

@@ -219,7 +219,7 @@ void WriteUserValue(LineWriter& w, const char* record, const Field& f) {
     }
     case kClassId: {
       const char* id = TextAt(record, f);
-      w.TextOr(id, kNullUser).Text(ConvClassIDtoClassName(id).c_str());
+      w.TextOr(id, kNullUser).CatalogText(ConvClassIDtoClassName(id).c_str());
       break;
     }
     case kTime: {

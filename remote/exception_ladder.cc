@@ -8,6 +8,7 @@
 #include "remote/exception_text.h"
 #include "remote/idl/IllegalArgumentException.hh"
 #include "util/cmd_exit.h"
+#include "util/line_writer.h"
 
 namespace {
 
@@ -22,6 +23,7 @@ bool IsConnectionFailure(const CORBA::Exception& e) {
 void ReportRemoteException(const char* serviceName) {
   using Orvantic::Stashwell::TL::Framework::IllegalArgumentException;
   using Orvantic::Stashwell::TL::Framework::IllegalArgumentExceptionHelper;
+  Orvantic::Stashwell::WritePendingOutput();  // what a report printed comes first
   try {
     throw;
   } catch (const IllegalArgumentException& e) {

@@ -1,5 +1,10 @@
-// Number conversion and the stream side of LineWriter.
+// Number conversion, the stream side of LineWriter and the list of live
+// writers that WritePendingOutput empties.
 #include "util/line_writer.h"
+
+#include <unistd.h>
+
+#include <algorithm>
 
 namespace Orvantic {
 namespace Stashwell {
@@ -64,9 +69,84 @@ char* FormatDecimalDigits(char* p, uint64_t value) {
   return end;
 }
 
+namespace {
+
+LineWriter* g_newestWriter = nullptr;
+
+// Whether `out` is a terminal; asked once for standard output, which most
+// writers use, one per record in some reports.
+bool IsTerminal(FILE* out) {
+  if (out == stdout) {
+    static const bool stdoutIsTerminal = isatty(STDOUT_FILENO) == 1;
+    return stdoutIsTerminal;
+  }
+  const int fd = fileno(out);
+  return fd >= 0 && isatty(fd) == 1;
+}
+
+}  // namespace
+
+char* CopyShowingControls(char* p, const char* text, size_t size) {
+  for (size_t i = 0; i < size; ++i) {
+    const unsigned char c = static_cast<unsigned char>(text[i]);
+    if (c < 0x20 || c == 0x7f) {
+      *p++ = '?';
+    } else if (c == 0xc2 && i + 1 < size && static_cast<unsigned char>(text[i + 1]) >= 0x80 &&
+               static_cast<unsigned char>(text[i + 1]) <= 0x9f) {
+      *p++ = '?';
+      ++i;
+    } else {
+      *p++ = static_cast<char>(c);
+    }
+  }
+  return p;
+}
+
+LineWriter::LineWriter(FILE* out)
+    : out_(out),
+      end_(buffer_),
+      showControls_(IsTerminal(out)),
+      older_(g_newestWriter),
+      newer_(nullptr) {
+  if (older_ != nullptr) older_->newer_ = this;
+  g_newestWriter = this;
+}
+
+LineWriter::~LineWriter() {
+  Flush();
+  if (older_ != nullptr) older_->newer_ = newer_;
+  if (newer_ != nullptr) {
+    newer_->older_ = older_;
+  } else {
+    g_newestWriter = older_;
+  }
+}
+
+void WritePendingOutput() {
+  LineWriter* oldest = g_newestWriter;
+  while (oldest != nullptr && oldest->older_ != nullptr) oldest = oldest->older_;
+  for (LineWriter* w = oldest; w != nullptr; w = w->newer_) w->Flush();
+  fflush(stdout);
+}
+
 void LineWriter::Flush() {
   if (end_ != buffer_) fwrite_unlocked(buffer_, 1, static_cast<size_t>(end_ - buffer_), out_);
   end_ = buffer_;
+}
+
+LineWriter& LineWriter::CatalogText(const char* text) {
+  const size_t size = strlen(text);
+  if (!showControls_) return Text(text, size);
+  // Shown in pieces that fit the buffer; a piece never grows.
+  for (size_t done = 0; done < size;) {
+    if (Room() < 2) Flush();
+    size_t piece = std::min(size - done, Room());
+    // Keep a two-byte control together.
+    if (piece < size - done && piece > 1 && text[done + piece - 1] == '\xc2') --piece;
+    end_ = CopyShowingControls(end_, text + done, piece);
+    done += piece;
+  }
+  return *this;
 }
 
 LineWriter& LineWriter::Spill(const char* text, size_t size) {

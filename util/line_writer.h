@@ -10,6 +10,11 @@
 // The hot path of a large listing appends through a Span: room for a whole
 // record of bounded length is made once, and the fields are then written
 // without a check each.
+//
+// Texts read from the catalog (CatalogText, TextOr, Span::Field and
+// Span::FieldOr) go out as stored, except on a terminal: there every control
+// character in them (C0, DEL, and C1 in its UTF-8 form) shows as '?', so that
+// a name cannot clear the screen, retitle the window or forge a line.
 #ifndef UTIL_LINE_WRITER_H_
 #define UTIL_LINE_WRITER_H_
 
@@ -20,6 +25,11 @@
 
 namespace Orvantic {
 namespace Stashwell {
+
+// Copies the catalog text text[0, size) to `p` with every control character
+// replaced by '?' (one '?' for a two-byte UTF-8 C1 control); returns the end
+// of what was written, at most `size` bytes.
+char* CopyShowingControls(char* p, const char* text, size_t size);
 
 // Writes the decimal digits of `value` (at least 10) at `p`; returns the
 // end of what was written (at most 20 bytes).
@@ -34,12 +44,21 @@ inline char* FormatDecimal(char* p, uint64_t value) {
   return p + 1;
 }
 
+// Hands the text of every live LineWriter to its stream, oldest writer
+// first, then flushes standard output. Whatever writes to standard error or
+// ends the process calls it first (PrintMsg and CmdExit do), so that what a
+// run printed comes out whole and before its last word, even when both
+// streams go to one file.
+void WritePendingOutput();
+
 class LineWriter {
  public:
   static const size_t kSize = 65536;
 
-  explicit LineWriter(FILE* out) : out_(out), end_(buffer_) {}
-  ~LineWriter() { Flush(); }
+  // Joins the writers that WritePendingOutput reaches.
+  explicit LineWriter(FILE* out);
+  // Flushes, then leaves them.
+  ~LineWriter();
   LineWriter(const LineWriter&) = delete;
   LineWriter& operator=(const LineWriter&) = delete;
 
@@ -50,9 +69,11 @@ class LineWriter {
     return *this;
   }
   LineWriter& Text(const char* text) { return Text(text, strlen(text)); }
-  // `text`, or `ifEmpty` when `text` is empty.
+  // A text read from the catalog (see above).
+  LineWriter& CatalogText(const char* text);
+  // The catalog text `text`, or `ifEmpty` when `text` is empty.
   LineWriter& TextOr(const char* text, const char* ifEmpty) {
-    return Text(text[0] != '\0' ? text : ifEmpty);
+    return text[0] != '\0' ? CatalogText(text) : Text(ifEmpty);
   }
   LineWriter& Char(char c) {
     if (end_ == buffer_ + kSize) Flush();
@@ -92,11 +113,15 @@ class LineWriter {
       p_ += size;
       return *this;
     }
-    // A text of a record's character array: up to its NUL, never past the
-    // array, so that the array's size bounds what it adds to the record.
+    // A catalog text of a record's character array: up to its NUL, never
+    // past the array, so that the array's size bounds what it adds to the
+    // record.
     template <size_t N>
     Span& Field(const char (&text)[N]) {
-      return Text(text, strnlen(text, N));
+      const size_t size = strnlen(text, N);
+      if (!w_.showControls_) return Text(text, size);
+      p_ = CopyShowingControls(p_, text, size);
+      return *this;
     }
     // The same, or `ifEmpty` (a literal) when the text is empty.
     template <size_t N, size_t M>
@@ -133,8 +158,13 @@ class LineWriter {
   size_t Room() const { return static_cast<size_t>(buffer_ + kSize - end_); }
   LineWriter& Spill(const char* text, size_t size);
 
+  friend void WritePendingOutput();
+
   FILE* out_;
   char* end_;
+  bool showControls_;  // `out_` is a terminal
+  LineWriter* older_;  // the live writers, newest first
+  LineWriter* newer_;
   char buffer_[kSize];
 };
 

@@ -1,13 +1,22 @@
-// Tests of LineWriter: numbers at their limits and records longer than the
-// writer's buffer coming out whole and in order.
+// Tests of LineWriter: numbers at their limits, records longer than the
+// writer's buffer coming out whole and in order, catalog texts on a
+// terminal, and text still pending when the run ends early.
 #include "util/line_writer.h"
 
+#include <fcntl.h>
 #include <gtest/gtest.h>
+#include <poll.h>
+#include <termios.h>
+#include <unistd.h>
 
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
+#include <fstream>
+#include <sstream>
 #include <string>
+
+#include "util/cmd_exit.h"
 
 namespace Orvantic {
 namespace Stashwell {
@@ -84,6 +93,73 @@ TEST(LineWriterTest, LongRecordsStayWholeAndInOrder) {
               for (int i = 0; i < 70000; ++i) w.Char('c');
               w.Char('\n');
             }));
+}
+
+// A catalog text with a screen clear, a window title, a forged record line,
+// DEL, a C1 control (UTF-8) and a letter that merely looks like one.
+const char kHostileName[] = "pol\x1b[2J\x1b]0;t\x07\nV7.6.0 I x\x7f\xc2\x9b\xc3\xa9";
+
+void WriteHostileName(FILE* out) {
+  char field[64];
+  strcpy(field, kHostileName);
+  LineWriter w(out);
+  w.CatalogText(kHostileName).Char('|').TextOr(kHostileName, "-").Char('|');
+  LineWriter::Span(w, sizeof field).Field(field).Char('\n');
+}
+
+TEST(LineWriterTest, CatalogTextsShowControlsOnlyOnATerminal) {
+  EXPECT_EQ(Captured(WriteHostileName), std::string(kHostileName) + "|" + kHostileName + "|" +
+                                            kHostileName + "\n");
+
+  const int master = posix_openpt(O_RDWR | O_NOCTTY);
+  ASSERT_GE(master, 0);
+  ASSERT_EQ(grantpt(master), 0);
+  ASSERT_EQ(unlockpt(master), 0);
+  const int slave = open(ptsname(master), O_RDWR | O_NOCTTY);
+  ASSERT_GE(slave, 0);
+  struct termios raw;
+  tcgetattr(slave, &raw);
+  cfmakeraw(&raw);  // no line-end translation
+  tcsetattr(slave, TCSANOW, &raw);
+  FILE* terminal = fdopen(slave, "w");
+  WriteHostileName(terminal);
+  fclose(terminal);
+
+  const std::string shown = "pol?[2J?]0;t??V7.6.0 I x??\xc3\xa9";
+  const std::string expected = shown + "|" + shown + "|" + shown + "\n";
+  std::string got;
+  char buf[256];
+  struct pollfd readable = {master, POLLIN, 0};
+  while (got.size() < expected.size() && poll(&readable, 1, 2000) == 1) {
+    ssize_t n = read(master, buf, sizeof buf);
+    if (n <= 0) break;
+    got.append(buf, static_cast<size_t>(n));
+  }
+  close(master);
+  EXPECT_EQ(got, expected);
+}
+
+TEST(LineWriterDeathTest, AnEarlyEndWritesOutEveryLiveWriterInOrder) {
+  const std::string path = ::testing::TempDir() + "line_writer_early_end";
+  EXPECT_EXIT(
+      {
+        FILE* file = fopen(path.c_str(), "w");
+        LineWriter outer(file);
+        outer.Text("outer\n");
+        {
+          LineWriter done(file);  // written out when it goes, and gone
+          done.Text("done\n");
+        }
+        LineWriter inner(file);
+        inner.Text("inner\n");
+        CmdExit(3);
+      },
+      ::testing::ExitedWithCode(3), "");
+  std::ifstream in(path);
+  std::ostringstream text;
+  text << in.rdbuf();
+  EXPECT_EQ(text.str(), "done\nouter\ninner\n");
+  remove(path.c_str());
 }
 
 }  // namespace

@@ -6,6 +6,7 @@
 #include <cstring>
 
 #include "platform/msgcat.h"
+#include "util/line_writer.h"
 #include "util/process.h"
 
 char localizedMsg[8192];
@@ -26,6 +27,7 @@ const char* PrintMsg(FILE* stream, const char* id, const char* defaultFormat, ..
   vzkgetmsg(id, lc_messages, sizeof localizedMsg, localizedMsg, nullptr, 0, nullptr,
             defaultFormat, ap);
   va_end(ap);
+  Orvantic::Stashwell::WritePendingOutput();
   fputs(localizedMsg, stream);
   size_t n = strlen(defaultFormat);
   if (n == 0 || defaultFormat[n - 1] != '\n') fputc('\n', stream);

@@ -19,8 +19,9 @@ extern char msgBuffer[8192];
 const char* LocalizeMsg(const char* id, const char* defaultFormat, ...)
     __attribute__((format(printf, 2, 3)));
 
-// LocalizeMsg, then writes localizedMsg to `stream`, followed by a newline
-// unless defaultFormat itself ends with one. Returns localizedMsg, so that a
+// LocalizeMsg, then writes localizedMsg to `stream` after the output still
+// pending (WritePendingOutput), followed by a newline unless defaultFormat
+// itself ends with one. Returns localizedMsg, so that a
 // caller that must also log the text can do so.
 const char* PrintMsg(FILE* stream, const char* id, const char* defaultFormat, ...)
     __attribute__((format(printf, 3, 4)));

@@ -82,6 +82,7 @@ bool NobodyIds(uid_t* uid, gid_t* gid) {
     }
     close(file);
   }
+  if (options.stderrToStdout) dup2(1, 2);
   if (options.asNobody) {
     uid_t uid;
     gid_t gid;

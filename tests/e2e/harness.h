@@ -57,6 +57,9 @@ struct RunOptions {
   // > 0: reads only this many bytes of standard output, then closes the
   // pipe, like a reader that stops early (`| head -c N`).
   size_t stdoutLimit = 0;
+  // Standard error goes where standard output goes (2>&1): Result::out then
+  // holds both in the order the program wrote them.
+  bool stderrToStdout = false;
 };
 
 // True when runs can switch to the user nobody (the tests run as root).

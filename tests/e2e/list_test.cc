@@ -289,4 +289,26 @@ TEST_F(ListTest, FetchBatchesMeetInsideOneImage) {
   EXPECT_EQ("", r.err);
 }
 
+TEST_F(ListTest, AFetchFailingAfterTheFirstBatchKeepsWhatWasPrinted) {
+  std::string copy = AddCopy(AddImage("alpha", 1000), 1);
+  root_.Sql("WITH RECURSIVE n(i) AS (SELECT 1 UNION ALL SELECT i + 1 FROM n WHERE i < 700) "
+            "INSERT INTO DBM_ImageFragment (ImageCopyKey, FragmentNumber) SELECT " +
+            copy + ", i FROM n;");
+  // Reading fragment 600 fails inside the database: the second batch of
+  // 500 rows is lost, the first has been printed.
+  root_.Sql("ALTER TABLE DBM_ImageFragment RENAME TO Fragments;"
+            "CREATE VIEW DBM_ImageFragment AS SELECT * FROM Fragments"
+            " WHERE json(IIF(FragmentNumber = 600, 'broken', '1')) IS NOT NULL;");
+  e2e::RunOptions joined;
+  joined.stderrToStdout = true;
+  e2e::Result r = root_.Run({"list"}, "", joined);
+  const std::string error = "Error fetching image list, status= 2007062\n";
+  ASSERT_GT(r.out.size(), error.size());
+  EXPECT_EQ(r.out.substr(r.out.size() - error.size()), error);
+  std::string expected = "I alpha_1000\nC alpha_1000 1\n";
+  for (int f = 1; f <= 500; ++f) expected += "F alpha_1000 1 " + std::to_string(f) + "\n";
+  EXPECT_EQ(expected, Keys(r.out.substr(0, r.out.size() - error.size())));
+  EXPECT_EQ(0, r.status);
+}
+
 }  // namespace
