@@ -215,13 +215,14 @@ std::string ReadFailureReason(const std::string& path, int failure) {
   return ReadFailureText(failure, kConfigLimit);
 }
 
-// Reads and parses the file; reports why it is unusable on standard error.
-int LoadConfigFile(StashwellConfig* config) {
+// Reads and parses the file. Reports malformed lines on standard error;
+// for a file that cannot be read, puts "<file>: <why>" in *why.
+int LoadConfigFile(StashwellConfig* config, std::string* why) {
   std::string path = SW_config_path();
   std::string text;
   int rc = ReadWholeFile(path, kConfigLimit, &text);
   if (rc != 0) {
-    fprintf(stderr, "%s: %s\n", path.c_str(), ReadFailureReason(path, rc).c_str());
+    *why = path + ": " + ReadFailureReason(path, rc);
     return rc > 0 ? rc : EINVAL;
   }
   std::vector<std::string> errors;
@@ -240,6 +241,7 @@ int LoadConfigFile(StashwellConfig* config) {
 struct ConfigRead {
   bool done = false;
   int status = 0;
+  std::string why;  // why the file could not be read
   StashwellConfig config;
 };
 ConfigRead g_read;
@@ -247,7 +249,8 @@ SW_MASTER_CONFIG g_master;
 
 const ConfigRead& ReadConfigFile() {
   StashwellConfig c;
-  g_read.status = LoadConfigFile(&c);
+  g_read.why.clear();
+  g_read.status = LoadConfigFile(&c, &g_read.why);
   if (g_read.status == 0) g_read.config = c;
   g_read.done = true;
   return g_read;
@@ -311,6 +314,7 @@ int SW_load_config(StashwellConfig* config) {
 
 QbConfReader::QbConfReader() {
   const ConfigRead& read = ReadConfigFile();
+  if (!read.why.empty()) fprintf(stderr, "%s\n", read.why.c_str());
   if (read.status != 0) return;
   hasData_ = true;
   emmServer_ = read.config.emmServer;

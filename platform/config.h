@@ -53,9 +53,10 @@ std::string SW_config_path();
 // The configuration file is read once per process: by QbConfReader, or by
 // the first of the services below when no reader came first. Every service
 // then uses what was read, so an edit of the file during a run takes effect
-// at the next run. Only a regular file of at most 1 MiB is read; a file that
-// cannot be read is reported on standard error as "<file>: <why>", a
-// malformed one with one "<file>:<line>: <what is wrong>" line per bad line.
+// at the next run. Only a regular file of at most 1 MiB is read. A malformed
+// file is reported on standard error with one "<file>:<line>: <what is
+// wrong>" line per bad line; QbConfReader reports a file that cannot be read
+// as "<file>: <why>".
 
 // Copies the process's configuration into *config. Returns 0, or the status
 // of the read: an errno value for a file that cannot be read, EINVAL for one
