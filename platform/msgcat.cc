@@ -103,7 +103,9 @@ char LengthType(const std::string& length, char conversion) {
 int Position(const char** p) {
   const char* q = *p;
   int n = 0;
-  while (isdigit(static_cast<unsigned char>(*q))) n = n * 10 + (*q++ - '0');
+  for (; isdigit(static_cast<unsigned char>(*q)); ++q) {
+    if (n <= 64) n = n * 10 + (*q - '0');  // past 64 it is refused anyway
+  }
   if (q == *p || *q != '$') return 0;
   if (n < 1 || n > 64) return -1;
   *p = q + 1;

@@ -48,6 +48,8 @@ TEST(PrintfArgumentTypes, ClassifiesEachConversion) {
       {"%k", nullptr},
       {"trailing %", nullptr},
       {"%Ls", nullptr},
+      {"%65$s", nullptr},
+      {"%99999999999$s", nullptr},  // a position past any int
   };
   for (const auto& c : cases) {
     std::string types;
