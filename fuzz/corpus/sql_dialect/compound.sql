@@ -1,0 +1,1 @@
+SELECT DISTINCT I.ClientMachineName FROM DBM_MAIN.DBM_Image I WHERE (I.MasterServerKey = ? AND I.StorageServiceState = 3) EXCEPT (SELECT DISTINCT ClientMachineName FROM DBM_MAIN.DBM_Image I2 WHERE (I2.StorageServiceState NOT IN (3,0)))

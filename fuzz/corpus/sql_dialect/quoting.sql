@@ -1,0 +1,1 @@
+CREATE TABLE IF NOT EXISTS [a b] ("c""d" INTEGER, `e` TEXT); DELETE FROM x WHERE y = 0x1F OR z = 1.5e3 OR w = 'it''s'
