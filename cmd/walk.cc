@@ -1,4 +1,4 @@
-// The argument walk, on ACE's argument shifter. Its cur_arg_strncasecmp
+// The argument walk, on the platform's argument shifter. Its cur_arg_strncasecmp
 // returns 0 only when the argument equals the name over its whole length
 // (case ignored), and a positive offset for an argument that merely begins
 // with the name; only 0 counts as a match here. Values are taken by hand,
@@ -102,17 +102,9 @@ ArgumentWalk WalkArguments(int argc, char** argv) {
   ArgumentWalk walk;
   if (argc < 2) return walk;
 
-  // The shifter reorders the vector it is given; it works on a copy so that
-  // argv stays as the process received it. It allocates (and frees) its own
-  // scratch vector; when that fails it offers no argument at all.
+  // The shifter reads the vector in place and neither reorders nor copies it.
   int count = argc - 1;
-  std::vector<char*> args(argv + 1, argv + argc);
-  ACE_Arg_Shifter_T<char> shifter(count, args.data());
-  if (!shifter.is_anything_left()) {
-    fprintf(stderr, "%s: out of memory\n", CmdName.c_str());
-    walk.errorSeen = true;
-    return walk;
-  }
+  ACE_Arg_Shifter_T<char> shifter(count, argv + 1);
 
   while (shifter.is_anything_left()) {
     ++walk.argumentCount;
