@@ -73,14 +73,14 @@ class ImportQueueTest : public ::testing::Test {
 };
 
 TEST_F(ImportQueueTest, QueuedImagesAreListedInOrderAsPending) {
-  char server[] = "sts1", type[] = "AdvDisk", lsu[] = "lsu_a", first[] = "img_1",
+  char server[] = "sts1", type[] = "PlainDisk", lsu[] = "lsu_a", first[] = "img_1",
        second[] = "img_2";
   std::vector<TestImportImage> one = {{server, type, lsu, first, nullptr}};
   ASSERT_EQ(IMPMGR_OK, Add(one));
   std::vector<TestImportImage> two = {{nullptr, nullptr, nullptr, second, nullptr}};
   ASSERT_EQ(IMPMGR_OK, Add(two, nullptr));
   EXPECT_EQ(Listed(), (std::vector<std::string>{
-                          "img_1|ms1|lsu_a|sts1|AdvDisk|||origin1|slp_a|1|0",
+                          "img_1|ms1|lsu_a|sts1|PlainDisk|||origin1|slp_a|1|0",
                           "img_2|||||||origin1|slp_a|1|0",
                       }));
 }

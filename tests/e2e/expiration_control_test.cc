@@ -84,7 +84,7 @@ TEST_F(ExpirationControlTest, InitiateHwmAndPfsSpeakOnlyOfANonZeroStatus) {
   const std::vector<std::string> initiate = with(with({"initiate_exp"}, volume),
                                                  {"-dp", "pool1", "-dt", "4294967295"});
   const std::vector<std::string> hwm = {"update_hwm", "-mediaserver", "ms1", "-storageserver",
-                                        "ss1", "-mediaid", "@aaaab", "-stssubtype", "AdvDisk",
+                                        "ss1", "-mediaid", "@aaaab", "-stssubtype", "PlainDisk",
                                         "-totalcap", "9223372036854775807", "-usedcap", "1"};
   const std::vector<std::string> pfs = with(with({"update_pfs"}, volume), {"-dt", "2147483647"});
   for (const auto* args : {&initiate, &hwm, &pfs}) EXPECT_EQ(Run(*args), (e2e::Result{"", "", 0}));
@@ -95,7 +95,7 @@ TEST_F(ExpirationControlTest, InitiateHwmAndPfsSpeakOnlyOfANonZeroStatus) {
   const std::string initiateCall =
       std::string("ExpMgr.InitiateExpiration(") + kVolume + "\"pool1\", -1)";
   const std::string hwmCall =
-      R"(ExpMgr.HwmUpdate("ms1", "ss1", "@aaaab", "AdvDisk", 9223372036854775807, 1))";
+      R"(ExpMgr.HwmUpdate("ms1", "ss1", "@aaaab", "PlainDisk", 9223372036854775807, 1))";
   const std::string pfsCall =
       std::string("ExpMgr.UpdatePotentialFreeSpace(") + kVolume + "2147483647)";
   EXPECT_EQ(Calls(), (std::vector<std::string>{initiateCall, hwmCall, pfsCall, initiateCall,

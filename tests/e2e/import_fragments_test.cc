@@ -85,7 +85,7 @@ TEST_F(ImportFragmentsTest, WhatAFileQueuesIsListed) {
   EXPECT_EQ(ListFrags(), (e2e::Result{"", "No Images Pending Import were found\n", 0}));
   EXPECT_EQ(Add("MEDIA_SERVER = media1\n"
                 "STORAGE_SERVER = sts1\n"
-                "SERVER_TYPE = AdvDisk\n"
+                "SERVER_TYPE = PlainDisk\n"
                 "LSU_NAME = lsu_a\n"
                 "ORIGIN_MASTER_SERVER = source1\n"
                 "SLP_NAME = slp_import\n"
@@ -102,9 +102,9 @@ TEST_F(ImportFragmentsTest, WhatAFileQueuesIsListed) {
             " ImportStatus) VALUES ('done3', 2, '@aaaac', 'frag 1 of 2', 3),"
             " ('done5', 1, '', '', 5), ('held4', 1, '', '', 4);");
   const std::string first = Block("client1_1700000000_C1_F1", "media1", "lsu_a", "sts1",
-                                  "AdvDisk", "source1", "slp_import", "Import Pending");
+                                  "PlainDisk", "source1", "slp_import", "Import Pending");
   const std::string second = Block("client1_1700000000_C1_F2", "media1", "lsu_a", "sts1",
-                                   "AdvDisk", "source1", "slp_import", "Import Pending");
+                                   "PlainDisk", "source1", "slp_import", "Import Pending");
   EXPECT_EQ(ListFrags(),
             (e2e::Result{"",
                          kHeader + first + second +

@@ -141,7 +141,7 @@ void DemoWriter::WriteImage(int64_t backupTime, const Client& client) {
 
   // The copies: one per SLP operation that has been started; unmanaged
   // images have a backup and now and then a manual duplicate.
-  static const Operation kUnmanagedCopies[] = {{BACKUP, "adv_disk_stu", "", 0, 30},
+  static const Operation kUnmanagedCopies[] = {{BACKUP, "plain_disk_stu", "", 0, 30},
                                                {DUPLICATE, "tape_stu_lib1", "", 0, 365}};
   const Operation* operations = slp != nullptr ? slp->operations : kUnmanagedCopies;
   int copies = slp != nullptr ? slp->operationCount : (random_.Percent(20) ? 2 : 1);
