@@ -24,9 +24,9 @@ const unsigned kImagesPerFetch = 100;
 
 // The name of `value` from `names`, or "<invalid>(<value>) " for a value
 // outside the table.
-void WriteName(LineWriter& out, int value, const char* const* names, int count,
-               const char* invalid) {
-  if (value >= 0 && value < count) {
+template <size_t N>
+void WriteName(LineWriter& out, int value, const char* const (&names)[N], const char* invalid) {
+  if (value >= 0 && static_cast<size_t>(value) < N) {
     out.Text(names[value]);
   } else {
     out.Text(invalid).Char('(').Int(value).Text(") ");
@@ -40,8 +40,7 @@ void PrintImageLine(LineWriter& out, outputform_e form, const EMM_Image& image) 
   } else {
     out.Text("Image ").Text(image.BackupID).Text(" for Lifecycle ").Text(image.SLPName);
     out.Text(" is ");
-    WriteName(out, image.SLPState, emmcommon_ss_image_state_str, 11,
-              "INVALID_IMAGE_LIFECYCLE_STATE");
+    WriteName(out, image.SLPState, emmcommon_ss_image_state_str, "INVALID_IMAGE_LIFECYCLE_STATE");
     out.Char('\n');
   }
 }
@@ -52,9 +51,9 @@ void PrintCopyLine(LineWriter& out, outputform_e form, const EMM_ImageCopy& copy
     out.Char(' ').Int(copy.CopyType).Text(" \n");
   } else {
     out.Text("  Copy to ").Text(copy.Residence).Text(" of type ");
-    WriteName(out, copy.CopyType, dbss_use4_type_str, 10, "INVALID_COPY_TYPE");
+    WriteName(out, copy.CopyType, dbss_use4_type_str, "INVALID_COPY_TYPE");
     out.Text(" is ");
-    WriteName(out, copy.CopyState, emmcommon_ss_image_copy_state_str, 16,
+    WriteName(out, copy.CopyState, emmcommon_ss_image_copy_state_str,
               "INVALID_IMAGE_COPY_STATE");
     out.Char('\n');
   }
