@@ -1,7 +1,5 @@
 // The output forms of the pending-image listing, which the command line
-// does not hand it (its option list has none): the image follows the form,
-// copies and fragments are in the user form for the user form and short
-// otherwise, and the JSON forms say once per image that they do not exist.
+// does not hand it: copies and fragments are short unless in the user form.
 #include "import/pending_imports.h"
 
 #include <gtest/gtest.h>

@@ -102,27 +102,6 @@ TEST_F(DiskSpaceInfoTest, TotalsByServerTypeWithOneLookupPerVolume) {
             (e2e::Result{"Disktype: pooldisk  TotalUsed: 0\n", "", 0}));
 }
 
-TEST_F(DiskSpaceInfoTest, UnknownSubtypeIsReportedAndSentWithoutTypeName) {
-  AddFragment(0, 4, "vol_b", 3);
-  AddFragment(0, 4, "vol_b", 4);
-  AddFragment(0, 0, "vol_n", 5);
-  cyclesvc_test::TestService service(root_.path(), kScenario);
-  ASSERT_TRUE(service.ok()) << service.error();
-  EXPECT_EQ(Run(), (e2e::Result{"Disktype: PoolDisk: 7\nDisktype: SnapStore: 5\n",
-                                "unrecognized disk subtype encountered\n"
-                                "unrecognized disk subtype encountered\n",
-                                0}));
-  EXPECT_EQ(service.Calls(), (std::vector<std::string>{Legacy("", "vol_b"), Legacy("", "vol_n")}));
-}
-
-TEST_F(DiskSpaceInfoTest, EmptyCatalogPrintsNothingAndAsksNothing) {
-  cyclesvc_test::TestService service(root_.path(), kScenario);
-  ASSERT_TRUE(service.ok()) << service.error();
-  EXPECT_EQ(Run(), (e2e::Result{"", "", 0}));
-  EXPECT_EQ(Run({"-stype", "PoolDisk"}), (e2e::Result{"Disktype: PoolDisk  TotalUsed: 0\n", "", 0}));
-  EXPECT_EQ(service.Calls(), std::vector<std::string>{});
-}
-
 TEST_F(DiskSpaceInfoTest, EveryBatchOfAHundredImagesCounts) {
   // 100 images fill the first batch exactly; the 101st comes in a second.
   root_.Sql(
@@ -174,17 +153,13 @@ TEST_F(DiskSpaceInfoTest, ALookupThatFailsEndsTheRunWithTheLadder) {
   EXPECT_EQ(r.status, 255);
 }
 
-TEST_F(DiskSpaceInfoTest, AFailedCatalogQueryPrintsItsMessageAndNoTotals) {
-  AddFragment(0, 6, "dm_dyn", 5);
-  root_.Sql("DROP TABLE DBM_ImageFragment;");
-  EXPECT_EQ(Run(), (e2e::Result{"", "Error querying image list, status= 2007062\n", 0}));
-}
-
-TEST_F(DiskSpaceInfoTest, DiskServiceNotRunningEndsTheRunOnlyWhenAsked) {
+TEST_F(DiskSpaceInfoTest, NoDiskServiceOrNoCatalogTable) {
   AddFragment(2, 6, "tape1", 5);  // nothing to look up
   EXPECT_EQ(Run(), (e2e::Result{"", "", 0}));
   AddFragment(0, 6, "dm_dyn", 5);
   EXPECT_EQ(Run(), (e2e::Result{"", "cannot connect to dsm\n", 255}));
+  root_.Sql("DROP TABLE DBM_ImageFragment;");
+  EXPECT_EQ(Run(), (e2e::Result{"", "Error querying image list, status= 2007062\n", 0}));
 }
 
 }  // namespace

@@ -39,7 +39,6 @@ TEST(DropWgTest, EachStatusGivesItsMessageAndTheRunSucceeds) {
        "Work groups cannot be removed.  There are still in-process SLP managed images\n"},
       {13, "Cannot query work group information from the database\n"},
       {14, "Cannot update work group information in the database\n"},
-      {7, "error 7 (unknown status code 7) returned by 'dropwg' operation\n"},
       {-1, "error -1 (unknown status code -1) returned by 'dropwg' operation\n"},
   };
   for (const auto& c : cases) {

@@ -1,7 +1,5 @@
-// End-to-end tests of diskfull, initiate_exp, update_hwm, update_pfs,
-// query_exp and deletedone against the test service: the arguments sent
-// (values at the 64-bit limits included), the output lines with their status
-// texts in the message locale, and the messages of a non-zero status.
+// End-to-end tests of the expiration manager operations against the test
+// service: arguments sent at the limits, output, status texts and faults.
 #include <string>
 #include <vector>
 

