@@ -4,7 +4,6 @@
 
 #include <cstdio>
 
-#include "util/line_writer.h"
 #include "util/message.h"
 
 void ImageQuery::Release() {
@@ -34,9 +33,4 @@ bool ImageQueryStarted(unsigned status) {
 
 void PrintImageFetchError(unsigned status) {
   PrintMsg(stderr, "SmeSlp0090N", "Error fetching image list, status= %d", static_cast<int>(status));
-}
-
-void PrintUnsupportedForm(outputform_e form) {
-  Orvantic::Stashwell::WritePendingOutput();
-  fprintf(stderr, "unrecognized output format: %d\n", static_cast<int>(form));
 }

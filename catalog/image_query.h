@@ -72,9 +72,6 @@ bool ImageQueryStarted(unsigned status);
 // standard error.
 void PrintImageFetchError(unsigned status);
 
-// Prints "unrecognized output format: <form>" on standard error.
-void PrintUnsupportedForm(outputform_e form);
-
 // Reads the query's flat rows into `rows` (room for `capacity`), one fetch
 // at a time, and hands each batch to `batch(rows, count)`, which returns
 // false to stop early. Ends at the end of data, with a batch that brings no

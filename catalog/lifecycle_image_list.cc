@@ -11,9 +11,11 @@
 #include "catalog/slp_state.h"
 #include "util/format.h"
 #include "util/line_writer.h"
+#include "util/name_table.h"
 #include "util/message.h"
 
 using Orvantic::Stashwell::LineWriter;
+using Orvantic::Stashwell::NameTable;
 using Orvantic::Stashwell::dbss_use4_type_str;
 using Orvantic::Stashwell::emmcommon_ss_image_copy_state_str;
 using Orvantic::Stashwell::emmcommon_ss_image_state_str;
@@ -24,10 +26,9 @@ const unsigned kImagesPerFetch = 100;
 
 // The name of `value` from `names`, or "<invalid>(<value>) " for a value
 // outside the table.
-template <size_t N>
-void WriteName(LineWriter& out, int value, const char* const (&names)[N], const char* invalid) {
-  if (value >= 0 && static_cast<size_t>(value) < N) {
-    out.Text(names[value]);
+void WriteName(LineWriter& out, int value, NameTable names, const char* invalid) {
+  if (const char* name = names.Find(value)) {
+    out.Text(name);
   } else {
     out.Text(invalid).Char('(').Int(value).Text(") ");
   }

@@ -15,6 +15,8 @@
 #include "platform/rguid.h"
 #include "util/format.h"
 #include "util/line_writer.h"
+#include "util/name_table.h"
+#include "util/output_form.h"
 #include "util/process.h"
 
 using namespace Orvantic::Stashwell;
@@ -26,12 +28,10 @@ const char kNullUser[] = "(none specified)";
 const char kBadGuid[] = "improperly formatted GUID";
 const char kRemoteMaster[] = "*Remote*Master*";
 
-// Names of a numbered value: names[value - first] for first <= value <
-// first + count; any other value prints the number and `fallback`.
-struct NameTable {
-  const char* const* names;
-  int first;
-  int count;
+// The names of a numbered value; any other value prints the number and
+// `fallback`.
+struct NamedValues {
+  NameTable names;
   const char* fallback;
 };
 
@@ -43,16 +43,16 @@ const char* const kMediaSubTypeNames[] = {"DEFAULT",   "BASIC",      "NEARSTORE"
 const char* const kFragmentStateNames[] = {"ACTIVE", "TO_BE_DELETED", "ELIGIBLE_FOR_EXPIRATION",
                                            "RESTORABLE", "UNDEFINED"};
 
-const NameTable kImageStates = {emmcommon_ss_image_state_str, 0, 11,
-                                " (INVALID_IMAGE_LIFECYCLE_STATE)"};
-const NameTable kCopyStates = {emmcommon_ss_image_copy_state_str, 0, 16,
-                               " (INVALID_IMAGE_COPY_STATE)"};
-const NameTable kCopyTypes = {dbss_use4_type_str, 0, 10, " (INVALID_COPY_TYPE)"};
-const NameTable kRetentionTypes = {dbss_ret_type_str, 0, 6, " (INVALID_RETENTION_TYPE)"};
-const NameTable kDataFormats = {kDataFormatNames, 0, 4, " (INVALID_DATA_FORMAT)"};
-const NameTable kMediaTypes = {kMediaTypeNames, 0, 7, " (UNKNOWN_STU_TYPE)"};
-const NameTable kMediaSubTypes = {kMediaSubTypeNames, 0, 7, " (UNKNOWN_STU_SUBTYPE)"};
-const NameTable kFragmentStates = {kFragmentStateNames, 1, 5, " (INVALID_FRAG_STATE)"};
+const NamedValues kImageStates = {NameTable(emmcommon_ss_image_state_str),
+                                  " (INVALID_IMAGE_LIFECYCLE_STATE)"};
+const NamedValues kCopyStates = {NameTable(emmcommon_ss_image_copy_state_str),
+                                 " (INVALID_IMAGE_COPY_STATE)"};
+const NamedValues kCopyTypes = {NameTable(dbss_use4_type_str), " (INVALID_COPY_TYPE)"};
+const NamedValues kRetentionTypes = {NameTable(dbss_ret_type_str), " (INVALID_RETENTION_TYPE)"};
+const NamedValues kDataFormats = {NameTable(kDataFormatNames), " (INVALID_DATA_FORMAT)"};
+const NamedValues kMediaTypes = {NameTable(kMediaTypeNames), " (UNKNOWN_STU_TYPE)"};
+const NamedValues kMediaSubTypes = {NameTable(kMediaSubTypeNames), " (UNKNOWN_STU_SUBTYPE)"};
+const NamedValues kFragmentStates = {NameTable(kFragmentStateNames, 1), " (INVALID_FRAG_STATE)"};
 
 enum FieldKind : uint8_t {
   kText,           // empty: "(none specified)"
@@ -76,7 +76,7 @@ struct Field {
   const char* label;  // user form, with its blanks
   FieldKind kind;
   size_t offset;
-  const NameTable* names;
+  const NamedValues* names;
 };
 
 #define IMAGE_FIELD(label, kind, member) {label, kind, offsetof(EMM_Image, member), nullptr}
@@ -199,12 +199,12 @@ const char* GuidText(const unsigned char* guid, char (&text)[RGUID_BRACED_TEXT_S
   return RGUIDAsString(guid, text, sizeof text, 0) != 0 ? kBadGuid : text;
 }
 
-void WriteNamed(LineWriter& w, int64_t value, const NameTable& table) {
+void WriteNamed(LineWriter& w, int64_t value, const NamedValues& values) {
   w.Int(value);
-  if (value >= table.first && value < table.first + table.count) {
-    w.Text(" (").Text(table.names[value - table.first]).Text(") ");
+  if (const char* name = values.names.Find(value)) {
+    w.Text(" (").Text(name).Text(") ");
   } else {
-    w.Text(table.fallback);
+    w.Text(values.fallback);
   }
 }
 

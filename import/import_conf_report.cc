@@ -12,13 +12,13 @@
 #include <string>
 
 #include "catalog/database_connection.h"
-#include "catalog/image_query.h"
 #include "catalog/slp_definitions.h"
 #include "platform/debuglog.h"
 #include "platform/json_string.h"
 #include "util/format.h"
 #include "util/json_output.h"
 #include "util/message.h"
+#include "util/output_form.h"
 #include "util/process.h"
 
 using Orvantic::Stashwell::FormatTime;

@@ -8,13 +8,13 @@
 #include <cstring>
 
 #include "catalog/database_connection.h"
-#include "catalog/image_query.h"
 #include "import/notification_store.h"
 #include "platform/debuglog.h"
 #include "platform/rguid.h"
 #include "util/format.h"
 #include "util/line_writer.h"
 #include "util/message.h"
+#include "util/output_form.h"
 #include "util/process.h"
 
 using Corvela::Dal::ParameterBinder;

@@ -13,6 +13,7 @@
 #include "platform/impmgr/impmgr.h"
 #include "util/line_writer.h"
 #include "util/message.h"
+#include "util/output_form.h"
 #include "util/process.h"
 
 using Orvantic::Stashwell::LineWriter;

@@ -13,12 +13,14 @@
 #include "remote/services.h"
 #include "util/format.h"
 #include "util/message.h"
+#include "util/name_table.h"
 #include "util/process.h"
 
 namespace DssSVC = Orvantic::Stashwell::StorageServiceMgmt::DssSVC;
 using Orvantic::Stashwell::emmcommon_ss_image_copy_state_str;
 using Orvantic::Stashwell::emmcommon_ss_image_state_str;
 using Orvantic::Stashwell::FormatTime;
+using Orvantic::Stashwell::NameTable;
 
 namespace {
 
@@ -46,11 +48,11 @@ bool ReadHours(const std::string& text, uint64_t limit, uint64_t* hours) {
 }
 
 // "<n> (<name>) " from `names`, or "<n> (<invalid>)" for a value outside it.
-template <size_t N>
-std::string StatePart(CORBA::Long value, const char* const (&names)[N], const char* invalid) {
+std::string StatePart(CORBA::Long value, NameTable names, const char* invalid) {
   std::string part = std::to_string(value);
-  if (static_cast<CORBA::ULong>(value) >= N) return part + " (" + invalid + ")";
-  return part + " (" + names[value] + ") ";
+  const char* name = names.Find(value);
+  if (name == nullptr) return part + " (" + invalid + ")";
+  return part + " (" + name + ") ";
 }
 
 // Logs one cancelled copy (debug log only, not the terminal).

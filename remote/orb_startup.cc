@@ -3,6 +3,7 @@
 
 #include <cstdio>
 
+#include "platform/orb/orb.h"
 #include "remote/exception_ladder.h"
 #include "remote/value_factories.h"
 

@@ -3,7 +3,8 @@
 #ifndef REMOTE_ORB_STARTUP_H_
 #define REMOTE_ORB_STARTUP_H_
 
-#include "platform/orb/orb.h"
+// Declared, not included, so that the front end needs no ORB header.
+class Orb;
 
 // The process's ORB wrapper: null before StartOrb(), then alive until the
 // process ends.

@@ -11,6 +11,7 @@
 #include <new>
 #include <string>
 
+#include "platform/orb/orb.h"
 #include "platform/test_root.h"
 #include "remote/idl/ErrorCodeExceptionDetails.hh"
 #include "remote/idl/IllegalArgumentExceptionDetails.hh"

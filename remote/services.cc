@@ -5,6 +5,7 @@
 
 #include "platform/config.h"
 #include "platform/time_value.h"
+#include "platform/orb/orb.h"
 #include "remote/exception_ladder.h"
 #include "remote/orb_startup.h"
 #include "util/cmd_exit.h"

@@ -10,6 +10,7 @@
 #include <ctime>
 
 #include "platform/swlogger.h"
+#include "util/name_table.h"
 
 namespace Orvantic {
 namespace Stashwell {
@@ -53,10 +54,10 @@ const char* const dbss_ret_type_str[6] = {
 
 namespace {
 
-// The value taken as unsigned, so that negative values fall above the table.
 template <size_t N>
 const char* Lookup(const char* const (&table)[N], int value) {
-  return static_cast<unsigned>(value) < N ? table[value] : "INVALID";
+  const char* name = NameTable(table).Find(value);
+  return name != nullptr ? name : "INVALID";
 }
 
 // Appends `value` in decimal, left-padded with '0' to `width` characters.

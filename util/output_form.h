@@ -1,5 +1,5 @@
 // Output forms of the reports and the time-range selector shared by the
-// front end and the handlers.
+// front end and the handlers, and the message for a form a report lacks.
 #ifndef UTIL_OUTPUT_FORM_H_
 #define UTIL_OUTPUT_FORM_H_
 
@@ -17,5 +17,9 @@ enum TimeRangeType {
   TIME_RANGE_BEFORE = 1,
   TIME_RANGE_AFTER = 2,
 };
+
+// Prints "unrecognized output format: <form>" on standard error, after the
+// pending standard output.
+void PrintUnsupportedForm(outputform_e form);
 
 #endif  // UTIL_OUTPUT_FORM_H_

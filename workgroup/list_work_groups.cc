@@ -10,10 +10,10 @@
 #include <string>
 
 #include "catalog/database_connection.h"
-#include "catalog/image_query.h"
 #include "platform/debuglog.h"
 #include "util/json_output.h"
 #include "util/message.h"
+#include "util/output_form.h"
 #include "util/process.h"
 #include "workgroup/wg_printers.h"
 
