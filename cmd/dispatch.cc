@@ -252,15 +252,19 @@ int UnrecognizedOperation(int op) {
 
 }  // namespace
 
-int Dispatch(const CommandLine& line) {
+const DispatchEntry* FindDispatchEntry(int op) {
   for (const DispatchEntry& entry : kDispatchTable) {
-    if (entry.op != line.operation) continue;
-    if (entry.confirm != nullptr && !line.noWarn && !entry.confirm(line)) return 0;
-    if (entry.run == nullptr) break;
-    int status = entry.run(line);
-    return entry.status == STATUS_ZERO ? 0 : status;
+    if (entry.op == op) return &entry;
   }
-  return UnrecognizedOperation(line.operation);
+  return nullptr;
+}
+
+int Dispatch(const CommandLine& line) {
+  const DispatchEntry* entry = FindDispatchEntry(line.operation);
+  if (entry == nullptr || entry->run == nullptr) return UnrecognizedOperation(line.operation);
+  if (entry->confirm != nullptr && !line.noWarn && !entry->confirm(line)) return 0;
+  int status = entry->run(line);
+  return entry->status == STATUS_ZERO ? 0 : status;
 }
 
 SubsystemArguments SubsystemSessionArguments(const CommandLine& line) {

@@ -26,6 +26,10 @@ struct DispatchEntry {
   DispatchStatus status;
 };
 
+// The row of `op`, or nullptr for an operation without one (help and
+// testhook end the run while parsing) and for an id no row carries.
+const DispatchEntry* FindDispatchEntry(int op);
+
 // Runs the operation of `line` through its row and returns its status; the
 // default row writes "<CmdName>: unrecognized operation <id>" to standard
 // error and returns 144.

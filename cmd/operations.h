@@ -4,6 +4,19 @@
 // with the empty row of OP_END. Two rows carry OP_NEW_SESSION (new_session
 // and its short form ns), so from OP_SUSPEND on a row's index is one more than
 // its id: the table is only ever searched, never indexed by id.
+//
+// Adding an operation, in this order:
+//  1. its number in operation_e (cmd/operation_id.h), before OP_END;
+//  2. its row here in operInfo (cmd/operations.cc), with the two flags;
+//  3. its allowed-option list in cmd/options.h/.cc and the pair in
+//     kOperationOptions;
+//  4. its synopsis and its row in kOperationUsages, and its line in
+//     kPublicOperations or kInternalOperations (cmd/usage.cc);
+//  5. its handler, one .h/.cc pair in its subsystem's folder, and the
+//     wrapper and row in kDispatchTable (cmd/dispatch.cc);
+//  6. tests/e2e/golden/synopsis/<word>.txt and an end-to-end test of the
+//     handler under tests/e2e/ (docs/testing.md).
+// cmd/tables_test.cc fails while a row of steps 3 to 5 is missing.
 #ifndef CMD_OPERATIONS_H_
 #define CMD_OPERATIONS_H_
 

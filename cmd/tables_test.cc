@@ -1,11 +1,17 @@
 // The enumerated option values, which texts each lookup takes and which it
-// refuses, and the operation word whose row is not the first of its id.
+// refuses, the operation word whose row is not the first of its id, and the
+// agreement of the tables keyed by operation.
 #include <gtest/gtest.h>
 
 #include <initializer_list>
+#include <sstream>
+#include <string>
 
+#include "cmd/dispatch.h"
 #include "cmd/operations.h"
 #include "cmd/option_values.h"
+#include "cmd/options.h"
+#include "cmd/usage.h"
 
 namespace {
 
@@ -13,6 +19,32 @@ TEST(OperationTableTest, ShortFormIsNamedByTheFirstRowOfItsId) {
   EXPECT_EQ(FindOperation("NS")->id, OP_NEW_SESSION);
   EXPECT_STREQ(OperationName(OP_NEW_SESSION), "new_session");
   EXPECT_STREQ(OperationName(99), "");
+}
+
+// Every operation word has its allowed-option list, its synopsis, its line in
+// the general usage and its dispatch row, except where it ends the run
+// before dispatch (help, testhook) or is withdrawn (remove_all).
+TEST(OperationTableTest, EveryOperationHasItsRowInEveryTable) {
+  InitOperationOptions();
+  std::ostringstream general;
+  CmdUsage(general, USAGE_ALL, OP_HELP);
+  for (const OperInfo* row = operInfo + 1; row->id != OP_END; ++row) {
+    const std::string name = row->name;
+    const bool withdrawn = row->id == OP_REMOVE_ALL;
+    EXPECT_NE(FindOperationOptions(row->id), nullptr) << name;
+    std::ostringstream synopsis;
+    CmdUsage(synopsis, USAGE_PUBLIC, row->id);
+    EXPECT_EQ(synopsis.str().empty(), withdrawn) << name;
+    if (row->id != OP_HELP && name != "ns" && !withdrawn) {
+      const std::string& text = general.str();
+      EXPECT_TRUE(text.find("\n   " + name + " ") != std::string::npos ||
+                  text.find("\n   " + name + "-") != std::string::npos)
+          << name;
+    }
+    bool endsWhileParsing = row->id == OP_HELP || row->id == OP_TESTHOOK;
+    EXPECT_EQ(FindDispatchEntry(row->id) == nullptr, endsWhileParsing) << name;
+  }
+  EXPECT_EQ(operInfo[operInfoRows - 1].id, OP_END);
 }
 
 // A text given to an option and what its lookup must make of it; a value of
