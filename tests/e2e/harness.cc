@@ -228,7 +228,8 @@ Root::Root(const RootOptions& options) {
                                    "--emm-server", options.emmServer};
   if (options.adminLog) argv.push_back("--with-admin-log");
   if (options.demoImages >= 0)
-    argv.insert(argv.end(), {"--demo", std::to_string(options.demoImages)});
+    argv.insert(argv.end(), {"--demo", std::to_string(options.demoImages), "--now",
+                             std::to_string(options.demoNow)});
   std::vector<std::string> env = {"PATH=/usr/bin:/bin", "TZ=UTC", "LC_ALL=C"};
   Result r = RunProgram(BinDir() + "/stashwell-init", argv, env, "", RunOptions());
   if (r.status != 0)

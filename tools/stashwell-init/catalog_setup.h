@@ -3,6 +3,7 @@
 #ifndef TOOLS_STASHWELL_INIT_CATALOG_SETUP_H_
 #define TOOLS_STASHWELL_INIT_CATALOG_SETUP_H_
 
+#include <cstdint>
 #include <string>
 
 // Creates the catalog database at `path` with the catalog schema; `master` is
@@ -11,9 +12,10 @@
 bool CreateCatalogDatabase(const std::string& path, const std::string& master,
                            std::string* error);
 
-// Fills the catalog at `path` with `images` demo images; the same seed gives
+// Fills the catalog at `path` with `images` demo images backed up in the 90
+// days before `now` (seconds since the epoch); the same seed and `now` give
 // the same catalog. Returns true on success, else false with *error.
 bool FillDemoCatalog(const std::string& path, const std::string& master, long images,
-                     unsigned seed, std::string* error);
+                     unsigned seed, int64_t now, std::string* error);
 
 #endif  // TOOLS_STASHWELL_INIT_CATALOG_SETUP_H_

@@ -6,6 +6,7 @@
 #include <unistd.h>
 
 #include <cstdint>
+#include <ctime>
 #include <map>
 #include <string>
 
@@ -92,19 +93,25 @@ TEST(CatalogSetup, CreatesSchemaAndThisMaster) {
   EXPECT_FALSE(CreateCatalogDatabase(dir.File("missing/dir/catalog.db"), "m", &error));
 }
 
-TEST(DemoCatalog, SameSeedSameCatalog) {
+TEST(DemoCatalog, SameSeedAndTimeSameCatalog) {
   TempDir dir;
   std::string error;
-  uint64_t sums[3];
-  const unsigned seeds[3] = {7, 7, 8};
-  for (int i = 0; i < 3; ++i) {
+  static const struct {
+    unsigned seed;
+    int64_t now;
+  } cases[] = {{7, 1735689600}, {7, 1735689600}, {8, 1735689600}, {7, 1735689601}};
+  uint64_t sums[4];
+  for (int i = 0; i < 4; ++i) {
     const std::string path = dir.File("c" + std::to_string(i) + ".db");
     ASSERT_TRUE(CreateCatalogDatabase(path, "master1.example.com", &error)) << error;
-    ASSERT_TRUE(FillDemoCatalog(path, "master1.example.com", 1500, seeds[i], &error)) << error;
+    ASSERT_TRUE(FillDemoCatalog(path, "master1.example.com", 1500, cases[i].seed, cases[i].now,
+                                &error))
+        << error;
     sums[i] = Checksum(path);
   }
   EXPECT_EQ(sums[0], sums[1]);
   EXPECT_NE(sums[0], sums[2]);
+  EXPECT_NE(sums[0], sums[3]);
 }
 
 TEST(DemoCatalog, CoversWhatTheReportsShow) {
@@ -112,14 +119,18 @@ TEST(DemoCatalog, CoversWhatTheReportsShow) {
   const std::string path = dir.File("catalog.db");
   std::string error;
   ASSERT_TRUE(CreateCatalogDatabase(path, "master1.example.com", &error)) << error;
-  EXPECT_FALSE(FillDemoCatalog(path, "nobody.example.com", 10, 1, &error));
+  const int64_t now = time(nullptr);
+  EXPECT_FALSE(FillDemoCatalog(path, "nobody.example.com", 10, 1, now, &error));
   EXPECT_NE(std::string::npos, error.find("nobody.example.com")) << error;
-  ASSERT_TRUE(FillDemoCatalog(path, "master1.example.com", 3000, 1, &error)) << error;
+  ASSERT_TRUE(FillDemoCatalog(path, "master1.example.com", 3000, 1, now, &error)) << error;
 
   sqlite3* db = nullptr;
   ASSERT_EQ(SQLITE_OK, sqlite3_open(path.c_str(), &db));
   auto count = [&](const std::string& sql) { return Counts(db, "SELECT 'n', (" + sql + ")")["n"]; };
   EXPECT_EQ(3000, count("SELECT COUNT(*) FROM DBM_Image"));
+  // A fresh root has images of the last day, which the reports that count
+  // back from today show.
+  EXPECT_GT(count("SELECT COUNT(*) FROM DBM_Image WHERE BackupTime > unixepoch() - 86400"), 0);
   // Every SLP state, inactive ones too, and unmanaged images.
   auto states = Counts(db, "SELECT StorageServiceState || '/' || StorageServiceIsInactive, COUNT(*)"
                            " FROM DBM_Image GROUP BY 1");

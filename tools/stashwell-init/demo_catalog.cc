@@ -45,10 +45,12 @@ void Insert::Run() {
   sqlite3_reset(stmt_.get());
 }
 
-DemoWriter::DemoWriter(sqlite3* db, int64_t masterKey, long images, unsigned seed)
+DemoWriter::DemoWriter(sqlite3* db, int64_t masterKey, long images, unsigned seed,
+                       int64_t windowEnd)
     : db_(db),
       masterKey_(masterKey),
       images_(images),
+      windowEnd_(windowEnd),
       random_(seed),
       image_(db, &error_),
       copy_(db, &error_),
@@ -122,7 +124,7 @@ void DemoWriter::WriteDefinitions() {
       // name it: the reports meet an SLP missing from the definitions.
       if (strcmp(s->name, "Snapshot_Protect") == 0 && v == 1) continue;
       const int flags = (s->inactiveVersions & (1 << v)) != 0 ? 8 : 0;
-      const int64_t created = kWindowEnd - kWindowSeconds - (s->versions - v + 1) * 30 * kDay;
+      const int64_t created = windowEnd_ - kWindowSeconds - (s->versions - v + 1) * 30 * kDay;
       slp.Text(s->name).Int(v).Int(flags).Text(s->classification).Int(created).Run();
       const int64_t key = slp.LastKey();
       for (int o = 0; o < s->operationCount; ++o) {
@@ -166,7 +168,7 @@ void DemoWriter::WriteWorkGroups() {
         .Text(crossMaster ? remote : "").Text(crossMaster ? "remote1-dd.example.com" : "")
         .Text(crossMaster ? "remote_pool_vol1" : "")
         .Text(crossMaster ? kImportSlp.name : "").Int(262144)
-        .Int(kWindowEnd - random_.Below(7 * kDay)).Run();
+        .Int(windowEnd_ - random_.Below(7 * kDay)).Run();
     const int64_t key = group.LastKey();
     // The first work group has no target copy, the second has three.
     const int targets = i == 0 ? 0 : i == 1 ? 3 : static_cast<int>(random_.Between(1, 2));
@@ -201,7 +203,7 @@ void DemoWriter::WriteNotifications() {
     const int type = 1 + i % 3;  // 1 announced, 2 confirmation, 3 error
     const int remote = i % kRemoteMasterCount;
     const auto& err = kErrors[random_.Below(3)];
-    const int64_t backupTime = kWindowEnd - random_.Below(kWindowSeconds);
+    const int64_t backupTime = windowEnd_ - random_.Below(kWindowSeconds);
     const std::string guid = MasterGuid(remote);
     in.Text(clients_[random_.Below(static_cast<int64_t>(clients_.size()))].name)
         .Int(backupTime).Int(1 + random_.Below(5000000)).Int(type).Text(kRemoteMasters[remote])
@@ -212,7 +214,7 @@ void DemoWriter::WriteNotifications() {
   for (int i = 0; i < count; ++i) {
     const int type = 1 + i % 3;
     const auto& err = kErrors[random_.Below(3)];
-    const int64_t backupTime = kWindowEnd - random_.Below(kWindowSeconds);
+    const int64_t backupTime = windowEnd_ - random_.Below(kWindowSeconds);
     const int retries = static_cast<int>(random_.Below(6));
     const int64_t created = backupTime + random_.Between(600, 7200);
     out.Text(clients_[random_.Below(static_cast<int64_t>(clients_.size()))].name)
@@ -235,7 +237,7 @@ void DemoWriter::WriteDeletedFragments() {
         .Int(1 + random_.Below(2)).Text(unit.mediaPrefix).Text(unit.mediaServer)
         .Text(unit.storageServer).Int(unit.mediaType).Int(unit.mediaSubType)
         .Int(random_.Between(1 << 20, 1ll << 36))
-        .Int(kWindowEnd - random_.Below(kWindowSeconds)).Run();
+        .Int(windowEnd_ - random_.Below(kWindowSeconds)).Run();
   }
 }
 
@@ -252,13 +254,13 @@ void DemoWriter::WritePendingImports() {
         .Text("dd1.example.com").Text("DedupeStore").Text("dd1_pool1_vol1")
         .Text(backupId + "_C1_F1").Text(kRemoteMasters[i % kRemoteMasterCount])
         .Text(kImportSlp.name).Int(i % 6)
-        .Int(kWindowEnd - random_.Below(kWindowSeconds)).Run();
+        .Int(windowEnd_ - random_.Below(kWindowSeconds)).Run();
   }
 }
 
 std::string DemoWriter::RandomBackupId() {
   return clients_[random_.Below(static_cast<int64_t>(clients_.size()))].name + "_" +
-         std::to_string(kWindowEnd - random_.Below(kWindowSeconds));
+         std::to_string(windowEnd_ - random_.Below(kWindowSeconds));
 }
 
 std::string DemoWriter::MasterGuid(int remote) {
@@ -281,7 +283,7 @@ const char kBulkIndexes[] =
 }  // namespace
 
 bool FillDemoCatalog(const std::string& path, const std::string& master, long images,
-                     unsigned seed, std::string* error) {
+                     unsigned seed, int64_t now, std::string* error) {
   if (images < 0) {
     *error = "the number of demo images must not be negative";
     return false;
@@ -317,7 +319,7 @@ bool FillDemoCatalog(const std::string& path, const std::string& master, long im
     }
   }
   if (!db.Exec(drop, error)) return false;
-  demo::DemoWriter writer(db.get(), masterKey, images, seed);
+  demo::DemoWriter writer(db.get(), masterKey, images, seed, now);
   if (!writer.Write(error)) {
     sqlite3_exec(db.get(), "ROLLBACK", nullptr, nullptr, nullptr);
     return false;

@@ -29,11 +29,12 @@ bool IsReplica(int copyType) {
 }
 
 // Try-to-keep time of a capacity-managed copy: half its retention, except
-// that the copies of every other second are kept until the end of 2029, so
-// that the catalog holds expired data both before and after its time.
-int64_t TryToKeepTime(int64_t backupTime, int retentionDays) {
-  const int64_t kKeptUntil = 1893456000;  // 2030-01-01 00:00:00 UTC
-  return backupTime % 2 == 0 ? kKeptUntil : backupTime + retentionDays * kDay / 2;
+// that the copies of every other second are kept until five years after the
+// window's end, so that the catalog holds expired data both before and after
+// its time.
+int64_t TryToKeepTime(int64_t windowEnd, int64_t backupTime, int retentionDays) {
+  return backupTime % 2 == 0 ? windowEnd + 5 * 365 * kDay
+                             : backupTime + retentionDays * kDay / 2;
 }
 
 bool IsSnapshot(int copyType) {
@@ -86,12 +87,16 @@ void DemoWriter::WriteImages() {
                   "ImageCopyKey, TargetMachineKey, VolumeInfo, RemoteMasterServer,"
                   " CreatedDateTime");
   const int64_t clients = static_cast<int64_t>(clients_.size());
-  const int64_t meanGap = images_ > 0 ? std::max<int64_t>(1, kWindowSeconds / images_) : 1;
-  int64_t t = kWindowEnd - kWindowSeconds;
+  const int64_t start = windowEnd_ - kWindowSeconds;
+  int64_t t = start;
   int64_t previousTime = -1;
   int64_t previousClient = -1;
   for (long n = 0; n < images_ && error_.empty(); ++n) {
-    t += random_.Below(2 * meanGap + 1);
+    // Image n falls in the n-th of as many equal slots of the window, so that
+    // the last images are of the window's last day whatever their number.
+    const int64_t slotStart = start + kWindowSeconds * n / images_;
+    const int64_t slotEnd = start + kWindowSeconds * (n + 1) / images_;
+    t = std::max(t, slotStart + random_.Below(slotEnd - slotStart));
     int64_t client = random_.Below(clients);
     // Images of one backup time follow in backup id order: clients sort in
     // table order and their names never prefix one another.
@@ -215,7 +220,7 @@ int64_t DemoWriter::WriteCopy(int64_t imageKey, int64_t backupTime, const Client
   const bool snapshot = IsSnapshot(op.copyType);
   copy_.Int(imageKey).Int(number).Int(managed ? number : 0).Int(managed && number > 1 ? 1 : 0)
       .Int(op.copyType).Int(expire).Int(done ? expire : 0)
-      .Int(op.retentionType == 1 ? TryToKeepTime(backupTime, op.retentionDays) : 0)
+      .Int(op.retentionType == 1 ? TryToKeepTime(windowEnd_, backupTime, op.retentionDays) : 0)
       .Text(op.destination).Int(state).Int(size).Int(done || working ? ++lastJobId_ : 0)
       .Int(op.retentionType).Int(unit != nullptr && unit->mediaType == 2 ? random_.Below(2) : 0)
       .Int(retries)
@@ -284,7 +289,7 @@ void DemoWriter::WriteSnapshots(int64_t copyKey, int64_t backupTime, const Clien
 void DemoWriter::WriteTargets(int64_t copyKey, int copyType) {
   if (copyType != REPLICATE_TO_REMOTE) {
     target_.Int(copyKey).Int(machineKeys_["dd-dr.example.com"]).Text("dd_dr_pool_vol1").Text("")
-        .Int(kWindowEnd - random_.Below(kWindowSeconds)).Run();
+        .Int(windowEnd_ - random_.Below(kWindowSeconds)).Run();
     return;
   }
   const int count = random_.Percent(20) ? 2 : 1;
@@ -295,7 +300,7 @@ void DemoWriter::WriteTargets(int64_t copyKey, int copyType) {
         .Text("remote" + std::to_string(remote + 1) + "_dd_pool_vol" +
               std::to_string(1 + random_.Below(3)))
         .Text(kRemoteMasters[remote])
-        .Int(kWindowEnd - random_.Below(kWindowSeconds)).Run();
+        .Int(windowEnd_ - random_.Below(kWindowSeconds)).Run();
   }
 }
 

@@ -8,9 +8,9 @@
 
 namespace demo {
 
-// End of the demo's backup window (2025-01-01 00:00:00 UTC); images lie in
-// the 90 days before it. Fixed, so that a seed gives the same times.
-constexpr int64_t kWindowEnd = 1735689600;
+// Images lie in the 90 days before the end of the demo's backup window, the
+// time the root is made unless one is given: a seed gives the same catalog
+// for the same window end.
 constexpr int64_t kWindowSeconds = 90 * 86400;
 constexpr int64_t kDay = 86400;
 

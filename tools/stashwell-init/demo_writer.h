@@ -43,7 +43,8 @@ class Insert {
 
 class DemoWriter {
  public:
-  DemoWriter(sqlite3* db, int64_t masterKey, long images, unsigned seed);
+  // `windowEnd`: end of the backup window, seconds since the epoch.
+  DemoWriter(sqlite3* db, int64_t masterKey, long images, unsigned seed, int64_t windowEnd);
   DemoWriter(const DemoWriter&) = delete;
   DemoWriter& operator=(const DemoWriter&) = delete;
 
@@ -81,6 +82,7 @@ class DemoWriter {
   sqlite3* db_;
   int64_t masterKey_;
   long images_;
+  int64_t windowEnd_;
   Random random_;
   std::string error_;
   std::vector<Client> clients_;

@@ -3,6 +3,7 @@
 #ifndef TOOLS_STASHWELL_INIT_ROOT_LAYOUT_H_
 #define TOOLS_STASHWELL_INIT_ROOT_LAYOUT_H_
 
+#include <cstdint>
 #include <string>
 
 struct RootOptions {
@@ -14,6 +15,7 @@ struct RootOptions {
   bool force = false;         // lay out over an existing root
   long demoImages = -1;       // demo images to add to the catalog; -1 none
   unsigned seed = 1;          // seed of the demo data
+  int64_t now = 0;            // end of the demo's backup window, seconds since the epoch
 };
 
 // The configuration file text of a new root.

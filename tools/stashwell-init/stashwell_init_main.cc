@@ -1,12 +1,13 @@
 // stashwell-init: lays out a working installation root for cyclectl.
 //
 //   stashwell-init --root DIR [--master NAME] [--emm-server NAME]
-//                  [--with-admin-log] [--force] [--demo N [--seed S]]
+//                  [--with-admin-log] [--force] [--demo N [--seed S] [--now T]]
 //                  [--share DIR]
 //
-// Master and catalog server names default to the host name; the data files
-// come from ../share/stashwell beside the executable unless --share names
-// another folder. Exit status 0 on success, 1 when the root cannot be laid
+// Master and catalog server names default to the host name; the demo's
+// backup window ends at T (seconds since the epoch), by default now; the data
+// files come from ../share/stashwell beside the executable unless --share
+// names another folder. Exit status 0 on success, 1 when the root cannot be laid
 // out, 2 for a bad command line.
 #include <unistd.h>
 
@@ -14,6 +15,7 @@
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
+#include <ctime>
 #include <string>
 
 #include "tools/stashwell-init/root_layout.h"
@@ -22,11 +24,13 @@ namespace {
 
 const char kUsage[] =
     "usage: stashwell-init --root DIR [--master NAME] [--emm-server NAME]\n"
-    "                      [--with-admin-log] [--force] [--demo N [--seed S]] [--share DIR]\n";
+    "                      [--with-admin-log] [--force] [--demo N [--seed S] [--now T]]\n"
+    "                      [--share DIR]\n";
 
 struct Args {
   RootOptions options;
   bool seedGiven = false;
+  bool nowGiven = false;
 };
 
 bool SetText(const char* value, std::string* out) {
@@ -35,11 +39,13 @@ bool SetText(const char* value, std::string* out) {
   return true;
 }
 
-bool SetNumber(const char* value, unsigned long max, unsigned long* out) {
+// Reads a whole number of at most ten digits and at most `max` into *out.
+template <typename T>
+bool SetNumber(const char* value, unsigned long max, T* out) {
   if (!*value || strspn(value, "0123456789") != strlen(value) || strlen(value) > 10) return false;
   unsigned long n = strtoul(value, nullptr, 10);
   if (n > max) return false;
-  *out = n;
+  *out = static_cast<T>(n);
   return true;
 }
 
@@ -49,18 +55,12 @@ bool SetEmm(Args* a, const char* v) { return SetText(v, &a->options.emmServer); 
 bool SetShare(Args* a, const char* v) { return SetText(v, &a->options.shareDir); }
 bool SetAdminLog(Args* a, const char*) { return a->options.withAdminLog = true; }
 bool SetForce(Args* a, const char*) { return a->options.force = true; }
-bool SetDemo(Args* a, const char* v) {
-  unsigned long n;
-  if (!SetNumber(v, 100000000UL, &n)) return false;
-  a->options.demoImages = static_cast<long>(n);
-  return true;
-}
+bool SetDemo(Args* a, const char* v) { return SetNumber(v, 100000000UL, &a->options.demoImages); }
 bool SetSeed(Args* a, const char* v) {
-  unsigned long n;
-  if (!SetNumber(v, UINT_MAX, &n)) return false;
-  a->options.seed = static_cast<unsigned>(n);
-  a->seedGiven = true;
-  return true;
+  return (a->seedGiven = SetNumber(v, UINT_MAX, &a->options.seed));
+}
+bool SetNow(Args* a, const char* v) {
+  return (a->nowGiven = SetNumber(v, ULONG_MAX, &a->options.now));
 }
 
 const struct OptionRow {
@@ -72,6 +72,7 @@ const struct OptionRow {
     {"--emm-server", true, SetEmm},  {"--with-admin-log", false, SetAdminLog},
     {"--force", false, SetForce},    {"--demo", true, SetDemo},
     {"--seed", true, SetSeed},       {"--share", true, SetShare},
+    {"--now", true, SetNow},
 };
 
 [[noreturn]] void UsageError(const std::string& what) {
@@ -120,6 +121,8 @@ int main(int argc, char** argv) {
   RootOptions& o = args.options;
   if (o.root.empty()) UsageError("option --root is required");
   if (args.seedGiven && o.demoImages < 0) UsageError("option --seed goes with --demo");
+  if (args.nowGiven && o.demoImages < 0) UsageError("option --now goes with --demo");
+  if (!args.nowGiven) o.now = static_cast<int64_t>(time(nullptr));
   if (o.master.empty()) o.master = HostName();
   if (o.emmServer.empty()) o.emmServer = HostName();
   if (o.shareDir.empty()) o.shareDir = DefaultShareDir();
