@@ -102,6 +102,46 @@ bool NobodyIds(uid_t* uid, gid_t* gid) {
   _exit(127);
 }
 
+// Copies of the build's programs that the user nobody can run. The build
+// folder may sit where nobody cannot enter (a clone under a folder of mode
+// 700), so runs as nobody start a copy in a world-traversable temporary
+// folder, made when first needed and removed when the test program ends.
+class OtherUserPrograms {
+ public:
+  ~OtherUserPrograms() {
+    std::error_code ec;
+    if (!dir_.empty()) fs::remove_all(dir_, ec);
+  }
+  // The copy of `name` (a program of the build's bin folder), or an empty
+  // string after a test failure saying why there is none.
+  std::string Path(const std::string& name) {
+    if (dir_.empty()) {
+      char tmpl[] = "/tmp/cyclectl-e2e-bin.XXXXXX";
+      if (!mkdtemp(tmpl) || chmod(tmpl, 0755) != 0) {
+        ADD_FAILURE() << "harness: no folder for programs run as nobody: " << strerror(errno);
+        return "";
+      }
+      dir_ = tmpl;
+    }
+    const fs::path copy = fs::path(dir_) / name;
+    std::error_code ec;
+    if (!fs::exists(copy, ec)) {
+      // A link where the build and /tmp share a file system, else a copy.
+      fs::create_hard_link(fs::path(BinDir()) / name, copy, ec);
+      if (ec) fs::copy_file(fs::path(BinDir()) / name, copy, ec);
+      if (ec) {
+        ADD_FAILURE() << "harness: cannot copy " << name << " for runs as nobody: "
+                      << ec.message();
+        return "";
+      }
+    }
+    return copy.string();
+  }
+
+ private:
+  std::string dir_;
+};
+
 // The whole file; empty when it cannot be read.
 std::string FileText(const fs::path& file) {
   std::ifstream in(file, std::ios::binary);
@@ -332,7 +372,13 @@ Result Root::Run(const std::vector<std::string>& args, const std::string& stdinT
   for (const std::string& e : options.env) ApplyEnv(&env, e);
   std::vector<std::string> argv = {options.argv0};
   argv.insert(argv.end(), args.begin(), args.end());
-  return RunProgram(BinDir() + "/" + options.program, argv, env, stdinText, options);
+  std::string program = BinDir() + "/" + options.program;
+  if (options.asNobody) {
+    static OtherUserPrograms copies;
+    program = copies.Path(options.program);
+    if (program.empty()) return Result{"", "", -1};
+  }
+  return RunProgram(program, argv, env, stdinText, options);
 }
 
 std::string Root::DebugLog() const {

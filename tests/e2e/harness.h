@@ -49,8 +49,9 @@ struct RunOptions {
   // {"LC_ALL", "LANG=de_DE.UTF-8"} runs with LANG instead of LC_ALL=C.
   std::vector<std::string> env;
   // Runs as the user nobody (needs a test process running as root; see
-  // CanRunAsOtherUser). The root is readable by everyone; logs/admin is not
-  // writable by nobody unless a test changes its mode.
+  // CanRunAsOtherUser) a copy of the program in a folder nobody can enter.
+  // The root is readable by everyone; logs/admin is not writable by nobody
+  // unless a test changes its mode.
   bool asNobody = false;
   std::string program = "cyclectl";  // a program of the build's bin folder
   std::string argv0 = "cyclectl";    // argv[0] as the program sees it

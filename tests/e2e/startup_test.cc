@@ -198,6 +198,7 @@ TEST(StartupTest, AdministratorCheck) {
               c.passes ? (e2e::Result{kNotice, "", 0}) : (e2e::Result{"", refused, 140}))
         << what;
     std::vector<std::string> log = root.DebugLogMessages();
+    ASSERT_FALSE(log.empty()) << what << ": nothing in the debug log";
     EXPECT_THAT(log, Contains("<2> cyclectl: VERBOSE = 0")) << what;
     if (c.logLine) {
       EXPECT_THAT(log, Contains(std::string("<2> ") + kCheck + ": " + c.logLine)) << what;
