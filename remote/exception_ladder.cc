@@ -6,6 +6,7 @@
 #include <string>
 
 #include "remote/exception_text.h"
+#include "remote/service_target.h"
 #include "remote/idl/IllegalArgumentException.hh"
 #include "util/cmd_exit.h"
 #include "util/line_writer.h"
@@ -35,6 +36,7 @@ void ReportRemoteException(const char* serviceName) {
   } catch (const CORBA::Exception& e) {
     if (IsConnectionFailure(e)) {
       fprintf(stderr, "cannot connect to %s\n", serviceName);
+      LogUnreachableService(&e);
     } else if (CORBA::SystemException::_downcast(&e) != nullptr) {
       fprintf(stderr, "Caught CORBA SystemException from %s: %s", serviceName,
               ExceptionInfo(e).c_str());

@@ -10,7 +10,9 @@
 // inside a catch handler. Rows, tried in order, all on standard error:
 //   IllegalArgumentException  "IllegalArgumentException from <name>: <text>\n"
 //   other user exception      "Caught CORBA UserException from <name>: <info>"
-//   COMM_FAILURE, TRANSIENT, TIMEOUT  "cannot connect to <name>\n"
+//   COMM_FAILURE, TRANSIENT, TIMEOUT  "cannot connect to <name>\n", and the
+//                                     debug log says where and why
+//                                     (remote/service_target.h)
 //   other system exception    "Caught CORBA SystemException from <name>: <info>"
 //   other CORBA exception     "Corba Exception: <exception name>\n"
 //   std::runtime_error        "Runtime error from <name>: <what()>\n"

@@ -40,6 +40,8 @@ CORBA::Object_ptr ResolveService(const RemoteService& service) {
                                 (config->serviceConnectTimeoutMs % 1000) * 1000);
   ACE_Time_Value callTimeout(config->serviceCallTimeoutMs / 1000,
                              (config->serviceCallTimeoutMs % 1000) * 1000);
+  NoteServiceTarget(host, service.daemonName, service.objectName,
+                    config->serviceConnectTimeoutMs, config->serviceCallTimeoutMs);
   bool applyTimeouts = true;
   bool verify = false;
   return SWOrb->resolve(host.c_str(), service.daemonName, service.objectName, connectTimeout,

@@ -9,6 +9,7 @@
 #include "remote/idl/DiskService.hh"
 #include "remote/idl/ExpMgr.hh"
 #include "remote/idl/dssvc.hh"
+#include "remote/service_target.h"
 
 enum class ServiceHost { kMasterServer, kEmmServer };
 
@@ -38,6 +39,7 @@ template <class Interface>
 typename Interface::_ptr_type NarrowService(const RemoteService& service) {
   CORBA::Object_var object = ResolveService(service);
   if (CORBA::is_nil(object)) {
+    LogUnreachableService(nullptr);
     service.printCannotConnect();
     return Interface::_nil();
   }
