@@ -212,6 +212,12 @@ std::string ReadFailureReason(const std::string& path, int failure) {
   struct stat st;
   if (failure == ENOENT && lstat(path.c_str(), &st) == 0 && S_ISLNK(st.st_mode))
     return "symbolic link to a missing file";
+  // No file at all is most often a new installation that has no root yet.
+  if (failure == ENOENT) {
+    return ReadFailureText(failure, kConfigLimit) +
+           " (make an installation root with 'stashwell-init --root DIR' and run with"
+           " STASHWELL_ROOT=DIR)";
+  }
   return ReadFailureText(failure, kConfigLimit);
 }
 

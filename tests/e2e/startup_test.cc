@@ -31,7 +31,8 @@ TEST(StartupTest, ConfigurationFailures) {
     int status;
   } cases[] = {
       {"missing file", [](e2e::Root& r) { r.Remove("etc/stashwell.conf"); },
-       "<root>/etc/stashwell.conf: No such file or directory\n"
+       "<root>/etc/stashwell.conf: No such file or directory (make an installation root with "
+       "'stashwell-init --root DIR' and run with STASHWELL_ROOT=DIR)\n"
        "cyclectl: unable to read Stashwell configuration\n",
        1},
       // Neither waits for a writer nor reads an endless device.
