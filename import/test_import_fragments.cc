@@ -3,8 +3,7 @@
 // image, and keeps the counters and the pause.
 #include "import/test_import_fragments.h"
 
-#include <sys/stat.h>
-
+#include <algorithm>
 #include <cerrno>
 #include <cstdlib>
 #include <cstring>
@@ -13,15 +12,18 @@
 
 #include "platform/config.h"
 #include "platform/debuglog.h"
+#include "platform/file_util.h"
 #include "platform/impmgr/impmgr.h"
 #include "util/message.h"
 #include "util/process.h"
 
 namespace {
 
-// fgets reads at most one byte less than this: a longer line arrives in
-// pieces, each taken as a line of its own.
-const int kLineBuffer = 1024;
+// A line is taken in pieces of at most one byte less than this, each piece
+// handled as a line of its own.
+const size_t kLineBuffer = 1024;
+// The largest test file read: some 100,000 image lines take a few MB.
+const size_t kTestFileLimit = 64 << 20;
 // The import manager gets a breather after every this many images.
 const int kImagesPerPause = 1000;
 
@@ -65,22 +67,11 @@ void Pause(int ms) {
   }
 }
 
-struct FileCloser {
-  void operator()(FILE* f) const { fclose(f); }
-};
-using ScopedFile = std::unique_ptr<FILE, FileCloser>;
-
-// Opens a regular file (or anything but a folder) for reading; null with
-// errno set on failure.
-FILE* OpenTestFile(const std::string& fileName) {
-  FILE* f = fopen(fileName.c_str(), "r");
-  struct stat st;
-  if (f != nullptr && fstat(fileno(f), &st) == 0 && S_ISDIR(st.st_mode)) {
-    fclose(f);
-    errno = EISDIR;
-    return nullptr;
-  }
-  return f;
+// The error number SmeSlp0420N shows for a ReadWholeFile failure.
+int ReadFailureNumber(int failure) {
+  if (failure == FILE_NOT_REGULAR) return EINVAL;
+  if (failure == FILE_TOO_LARGE) return EFBIG;
+  return failure;
 }
 
 // The image entry for one call: texts duplicated with strdup, freed (with the
@@ -108,11 +99,21 @@ ImageEntry NewImageEntry(const TestImportContext& context, const char* imageName
 
 }  // namespace
 
-void ReadTestImportFragments(FILE* in, FILE* err, const TestImportImageSink& onImage) {
+void ReadTestImportFragments(const std::string& text, FILE* err,
+                             const TestImportImageSink& onImage) {
   TestImportContext context;
   char line[kLineBuffer];
-  while (fgets(line, sizeof line, in) != nullptr) {
-    size_t n = strlen(line);
+  size_t pos = 0;
+  while (pos < text.size()) {
+    // A piece ends after its newline or at the buffer's size; like a C
+    // string, it ends at its first NUL byte.
+    size_t n = std::min(text.size() - pos, kLineBuffer - 1);
+    const void* newline = memchr(text.data() + pos, '\n', n);
+    if (newline != nullptr) n = static_cast<const char*>(newline) - (text.data() + pos) + 1;
+    memcpy(line, text.data() + pos, n);
+    line[n] = '\0';
+    pos += n;
+    n = strlen(line);
     while (n > 0 && (IsBlank(line[n - 1]) || line[n - 1] == '\n' || line[n - 1] == '\r')) --n;
     line[n] = '\0';
     if (n == 0) continue;
@@ -150,19 +151,21 @@ void ReadTestImportFragments(FILE* in, FILE* err, const TestImportImageSink& onI
 
 void TestAddImportFragments(const std::string& fileName) {
   const time_t start = time(nullptr);
-  ScopedFile file(OpenTestFile(fileName));
-  if (!file) {
-    const int error = errno;
+  // Read whole and only when a regular file of bounded size, so that a
+  // FIFO, a device or an endless file ends the run at once.
+  std::string text;
+  const int failure = ReadWholeFile(fileName, kTestFileLimit, &text);
+  if (failure != 0) {
     PrintMsg(stderr, "SmeSlp0420N",
-             "failed to open test file for import fragments, error = %d(%s)", error,
-             strerror(error));
+             "failed to open test file for import fragments, error = %d(%s)",
+             ReadFailureNumber(failure), ReadFailureText(failure, kTestFileLimit).c_str());
     return;
   }
 
   const int pauseMs = SW_config()->testImportPauseMs;
   int found = 0;
   int accepted = 0;
-  ReadTestImportFragments(file.get(), stderr, [&](const TestImportContext& context,
+  ReadTestImportFragments(text, stderr, [&](const TestImportContext& context,
                                                   const char* imageName) {
     ImageEntry image = NewImageEntry(context, imageName);
     TestImportImage* head = image.get();
@@ -180,9 +183,6 @@ void TestAddImportFragments(const std::string& fileName) {
       Pause(pauseMs);
     }
   });
-  if (ferror(file.get())) {
-    fprintf(stderr, "Error reading test file %s: %s\n", fileName.c_str(), strerror(errno));
-  }
   fprintf(stderr, "Successfully notified import manager of %d out of a total of %d images found\n",
           accepted, found);
   fprintf(stderr, "Operation took %ld seconds, total\n", static_cast<long>(time(nullptr) - start));

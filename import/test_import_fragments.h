@@ -25,14 +25,18 @@ struct TestImportContext {
 using TestImportImageSink =
     std::function<void(const TestImportContext& context, const char* imageName)>;
 
-// Reads the lines of `in` in pieces of at most 1,023 bytes until its end or
-// the first format error, keeping the context and calling `onImage` for each
-// image line. Repeated context keys and format errors are reported on `err`.
-void ReadTestImportFragments(FILE* in, FILE* err, const TestImportImageSink& onImage);
+// Reads the lines of the file's `text` in pieces of at most 1,023 bytes
+// until its end or the first format error, keeping the context and calling
+// `onImage` for each image line. Repeated context keys and format errors are
+// reported on `err`.
+void ReadTestImportFragments(const std::string& text, FILE* err,
+                             const TestImportImageSink& onImage);
 
 // Queues every image of the file `fileName` and reports each call's status
-// and a summary on standard error. Pauses after every 1,000th image for the
-// configured time (TEST_IMPORT_PAUSE_MS, 2 seconds by default).
+// and a summary on standard error. Only a regular file of at most 64 MiB is
+// read; any other gives SmeSlp0420N and no summary. Pauses after every
+// 1,000th image for the configured time (TEST_IMPORT_PAUSE_MS, 2 seconds by
+// default).
 void TestAddImportFragments(const std::string& fileName);
 
 #endif  // IMPORT_TEST_IMPORT_FRAGMENTS_H_

@@ -6,6 +6,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <sqlite3.h>
+#include <sys/stat.h>
 
 #include <algorithm>
 #include <string>
@@ -174,12 +175,29 @@ TEST_F(ImportFragmentsTest, LongLinesArriveInPieces) {
 }
 
 TEST_F(ImportFragmentsTest, FilesThatGiveNoImages) {
-  EXPECT_EQ(root_.Run({"-test_import_frags", root_.path() + "/missing.txt"}),
-            (e2e::Result{"",
-                         "failed to open test file for import fragments, error = 2(No such file "
-                         "or directory)\n",
-                         0}));
+  // Only a regular file is read: a FIFO without a writer and an endless
+  // device end the run at once.
+  ASSERT_EQ(mkfifo((root_.path() + "/fifo").c_str(), 0600), 0);
+  const struct {
+    std::string path;
+    std::string why;
+  } cases[] = {
+      {root_.path() + "/missing.txt", "2(No such file or directory)"},
+      {root_.path() + "/db", "21(Is a directory)"},
+      {root_.path() + "/fifo", "22(not a regular file)"},
+      {"/dev/zero", "22(not a regular file)"},
+  };
+  for (const auto& c : cases) {
+    EXPECT_EQ(root_.Run({"-test_import_frags", c.path}),
+              (e2e::Result{"", "failed to open test file for import fragments, error = " + c.why +
+                                   "\n",
+                           0}))
+        << c.path;
+  }
+  // NUL bytes end a line's text, as in a C string.
   EXPECT_EQ(Add(""), (e2e::Result{"", Summary(0, 0), 0}));
+  EXPECT_EQ(Add(std::string("STS_IMAGE = a\0b\n\0\n", 18)),
+            (e2e::Result{"", ImageLine(0, "a", 1) + Summary(1, 1), 0}));
 }
 
 TEST_F(ImportFragmentsTest, PausesAfterEveryThousandthImage) {
