@@ -10,7 +10,7 @@ long beginOfDay(long t) {
   const time_t when = static_cast<time_t>(t);
   struct tm local;
   if (localtime_r(&when, &local) == nullptr) {
-    fprintf(stderr, "localtime_r(%ld) failed, %s", t, strerror(errno));
+    fprintf(stderr, "localtime_r(%ld) failed, %s\n", t, strerror(errno));
     return -1;
   }
   const int dayOfYear = local.tm_yday;
@@ -18,16 +18,18 @@ long beginOfDay(long t) {
   local.tm_min = 0;
   local.tm_sec = 0;
   local.tm_isdst = -1;
+  // A day before 1970 starts at a negative second: only -1 with errno set
+  // is a failure.
   errno = 0;
   time_t start = mktime(&local);
-  if (start < 0) {
-    const int err = errno;
-    fprintf(stderr, "mktime returned %ld, %s", static_cast<long>(start), strerror(err));
-    if (err != 0) return -1;
+  if (start == static_cast<time_t>(-1) && errno != 0) {
+    fprintf(stderr, "mktime failed for the day of %ld, %s\n", t, strerror(errno));
+    return -1;
   }
   struct tm check;
   if (localtime_r(&start, &check) == nullptr) {
-    fprintf(stderr, "localtime_r(%ld) failed, %s", static_cast<long>(start), strerror(errno));
+    fprintf(stderr, "localtime_r(%ld) failed, %s\n", static_cast<long>(start),
+            strerror(errno));
     return -1;
   }
   // A midnight inside a daylight-saving gap converts to the last hour of the

@@ -31,6 +31,8 @@ const int kNotManaged = 0;
 const int kNoConnection = 25;
 const int kStatementFailed = 130;
 const size_t kNameSize = 257;
+// The walk's mark for "no older day to look at".
+const long kNoDay = -1;
 
 // Client name to the start of the newest day it was complete on (0: none).
 using ClientDays = std::map<std::string, long>;
@@ -182,7 +184,9 @@ int CompletionReport(const std::string& masterServer, const std::string& policy,
 
   Report report(&db, trace);
   long start = beginOfDay(time(nullptr));
-  for (long d = 0; d < days; ++d) {
+  // Days that end before the first second of 1970 hold no image: the walk
+  // stops after the day that holds it, however many days were asked for.
+  for (long d = 0; d < days && start != kNoDay; ++d) {
     const long end = EndOfDay(start);
     if (trace) {
       printf("begin: %s, end: %s\n", FormatTime(start, false).c_str(),
@@ -199,7 +203,7 @@ int CompletionReport(const std::string& masterServer, const std::string& policy,
              progname.c_str());
       return status;
     }
-    start = beginOfDay(start - 1);
+    start = start > 0 ? beginOfDay(start - 1) : kNoDay;
   }
 
   if (report.empty()) {

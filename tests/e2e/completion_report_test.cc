@@ -95,6 +95,35 @@ TEST_F(CompletionDaysTest, ByDate) {
                          "", 0}));
 }
 
+TEST_F(CompletionReportTest, TheWalkEndsWithTheDayOfTheFirstSecondOf1970) {
+  // Complete at the first second of 1970; unfinished one second before. The
+  // output is the report's own for such days: a day starting at 0 is the
+  // mark of "no complete day", and times within a year of 1970 print as
+  // durations.
+  AddImage("first", 0, "StorageServiceState = 3, StorageServiceName = 'slp1'");
+  AddImage("before", -1, "StorageServiceState = 2, StorageServiceName = 'slp1'");
+  const std::string header = Row("Client name", "Most recent completion date");
+  const struct {
+    const char* zone;
+    std::string out;
+  } cases[] = {
+      {"UTC", header + Row("first", "None")},
+      // West or east of Greenwich, the local day of second 0 starts in 1969
+      // and holds the image before it too.
+      {"EST5", header + Row("before", "None") + Row("first", "-19:00:00")},
+      {"JST-9", header + Row("before", "None") + Row("first", "-9:00:00")},
+  };
+  for (const auto& c : cases) {
+    e2e::RunOptions options;
+    options.env = {std::string("TZ=") + c.zone};
+    const time_t start = time(nullptr);
+    EXPECT_EQ(root_.Run({"completion_report", "-days", "999999999999"}, "", options),
+              (e2e::Result{c.out, "", 0}))
+        << c.zone;
+    EXPECT_LT(time(nullptr) - start, 20) << c.zone;
+  }
+}
+
 TEST_F(CompletionReportTest, Selections) {
   Image("a", 1, 3, "PolicyName = 'pol1'");
   Image("a", 1, 2, "PolicyName = 'pol2'", 7200);
