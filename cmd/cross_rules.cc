@@ -35,6 +35,13 @@ bool CheckImageSelection(const CommandLine& line) {
       PrintMsg(stderr, "SmeSlp0600N", "-backupid is not allowed with -before or -after");
       return false;
     }
+    // The SLP manager takes the time as unsigned seconds: one before 1970
+    // would arrive as a date far in the future.
+    if (line.timeRange != TIME_RANGE_NONE && line.time < 0) {
+      PrintMsg(stderr, "SmeSlp0570N", "Invalid value supplied for %s option",
+               optNames[line.timeRange == TIME_RANGE_BEFORE ? OPT_BEFORE : OPT_AFTER]);
+      return false;
+    }
   }
   if (op == OP_INACTIVE && hasBackupId &&
       (line.given(OPT_REACTIVATION_TIME) || line.given(OPT_DURATION))) {

@@ -1,7 +1,9 @@
 // The rows of the option rules and the small store functions they use.
-// Integers are read as base-10 numbers with nothing checked (strtol: trailing
-// characters are ignored, a value without leading digits reads 0) and kept
-// in the width of their field.
+// Integers are read as base-10 numbers (strtol: trailing characters are
+// ignored, a value without leading digits reads 0) and kept in the width of
+// their field; a number that does not fit the field is refused instead of
+// wrapping into another value (the state filters alone are kept as 16-bit
+// whatever was given).
 #include "cmd/option_rules.h"
 
 #include <cstdlib>
@@ -30,21 +32,17 @@ bool StoreText(CommandLine& line, const char* value) {
   return true;
 }
 
-template <int CommandLine::*field>
-bool StoreInt(CommandLine& line, const char* value) {
-  line.*field = static_cast<int>(strtol(value, nullptr, 10));
-  return true;
+template <typename T, T CommandLine::*field>
+bool StoreInteger(CommandLine& line, const char* value) {
+  return ParseInteger(value, &(line.*field));
 }
 
-template <long CommandLine::*field>
-bool StoreLong(CommandLine& line, const char* value) {
-  line.*field = strtol(value, nullptr, 10);
-  return true;
-}
-
-template <int64_t CommandLine::*field>
-bool StoreInt64(CommandLine& line, const char* value) {
-  line.*field = strtoll(value, nullptr, 10);
+// An SLP version travels to the SLP manager as a 32-bit number, though the
+// field is wider.
+bool StoreVersion(CommandLine& line, const char* value) {
+  int32_t version;
+  if (!ParseInteger(value, &version)) return false;
+  line.version = version;
   return true;
 }
 
@@ -88,7 +86,9 @@ bool SetLifecycleOnly(CommandLine& line, const char*) {
 }
 
 bool StoreImageState(CommandLine& line, const char* value) {
-  line.imageState.Set(static_cast<int>(strtol(value, nullptr, 10)));
+  int state;
+  if (!ParseInteger(value, &state)) return false;
+  line.imageState.Set(state);
   return true;
 }
 
@@ -145,7 +145,8 @@ const OptionRule optionRules[] = {
      SetFlag<&CommandLine::allPendingImages>},
     {"-arg1", OPT_ARG1, kValue, OP_NONE, kAny, StoreOptionalText<&CommandLine::arg1>},
     {"-arg2", OPT_ARG2, kValue, OP_NONE, kAny, StoreOptionalText<&CommandLine::arg2>},
-    {"-arg3", OPT_ARG3, kValue, OP_NONE, kAny, StoreInt<&CommandLine::arg3>},
+    {"-arg3", OPT_ARG3, kValue, OP_NONE, VALUE_INVALID,
+     StoreInteger<int, &CommandLine::arg3>},
     {"-b", OPT_B, kFlag, OP_NONE, kAny, SetOutputForm<OUTPUT_BRIEF>},
     {"-backupid", OPT_BACKUPID, kValue, OP_NONE, kAny, StoreOptionalText<&CommandLine::backupId>},
     {"-before", OPT_BEFORE, kValue, OP_NONE, VALUE_INVALID, StoreTime<TIME_RANGE_BEFORE>},
@@ -156,15 +157,18 @@ const OptionRule optionRules[] = {
     {"-copy_state", OPT_COPY_STATE, kValue, OP_NONE, kAny,
      StoreShortState<&CommandLine::copyState>},
     {"-copy_type", OPT_COPY_TYPE, kValue, OP_NONE, VALUE_INVALID, StoreCopyType},
-    {"-days", OPT_DAYS, kValue, OP_NONE, kAny, StoreLong<&CommandLine::days>},
+    {"-days", OPT_DAYS, kValue, OP_NONE, VALUE_INVALID,
+     StoreInteger<long, &CommandLine::days>},
     {"-destination", OPT_DESTINATION, kValue, OP_NONE, kAny,
      StoreOptionalText<&CommandLine::destination>},
     {"-df", OPT_DF, kValue, OP_NONE, VALUE_NOT_RECOGNIZED, StoreDumpForm},
     {"-dopts", OPT_DOPTS, kValue, OP_NONE, kAny, StoreText<&CommandLine::dumpOptions>},
     {"-dp", OPT_DP, kValue, OP_NONE, kAny, StoreText<&CommandLine::diskPool>},
-    {"-dt", OPT_DT, kValue, OP_NONE, kAny, StoreInt<&CommandLine::diskType>},
+    {"-dt", OPT_DT, kValue, OP_NONE, VALUE_INVALID,
+     StoreInteger<int, &CommandLine::diskType>},
     {"-duration", OPT_DURATION, kValue, OP_NONE, kAny, StoreText<&CommandLine::duration>},
-    {"-expid", OPT_EXPID, kValue, OP_NONE, kAny, StoreInt<&CommandLine::expirationId>},
+    {"-expid", OPT_EXPID, kValue, OP_NONE, VALUE_INVALID,
+     StoreInteger<int, &CommandLine::expirationId>},
     {"-force", OPT_FORCE, kFlag, OP_NONE, kAny, SetFlag<&CommandLine::force>},
     {"-frag_state", OPT_FRAG_STATE, kValue, OP_NONE, kAny,
      StoreShortState<&CommandLine::fragState>},
@@ -173,12 +177,14 @@ const OptionRule optionRules[] = {
     {"-hostname", OPT_HOSTNAME, kValue, OP_NONE, kAny, StoreText<&CommandLine::hostname>},
     {"-image_inactive", OPT_IMAGE_INACTIVE, kFlag, OP_NONE, kAny, SetImageState<-2>},
     {"-image_incomplete", OPT_IMAGE_INCOMPLETE, kFlag, OP_NONE, kAny, SetImageState<-1>},
-    {"-image_state", OPT_IMAGE_STATE, kValue, OP_NONE, kAny, StoreImageState},
+    {"-image_state", OPT_IMAGE_STATE, kValue, OP_NONE, VALUE_INVALID, StoreImageState},
     {"-input", OPT_INPUT, kFlag, OP_NONE, kAny, SetFlag<&CommandLine::input>},
-    {"-jobid", OPT_JOBID, kValue, OP_NONE, kAny, StoreInt<&CommandLine::jobId>},
+    {"-jobid", OPT_JOBID, kValue, OP_NONE, VALUE_INVALID,
+     StoreInteger<int, &CommandLine::jobId>},
     {"-json", OPT_JSON, kFlag, OP_NONE, kAny, SetOutputForm<OUTPUT_JSON>},
     {"-json_compact", OPT_JSON_COMPACT, kFlag, OP_NONE, kAny, SetOutputForm<OUTPUT_JSON_COMPACT>},
-    {"-key", OPT_KEY, kValue, OP_NONE, kAny, StoreInt64<&CommandLine::key>},
+    {"-key", OPT_KEY, kValue, OP_NONE, VALUE_INVALID,
+     StoreInteger<int64_t, &CommandLine::key>},
     {"-l", OPT_L, kFlag, OP_NONE, kAny, SetOutputForm<OUTPUT_SHORT>},
     {"-lifecycle", OPT_LIFECYCLE, kValue, OP_NONE, kAny,
      StoreOptionalText<&CommandLine::lifecycle>},
@@ -197,10 +203,13 @@ const OptionRule optionRules[] = {
     {"-reactivation_time", OPT_REACTIVATION_TIME, kValue, OP_NONE, kAny,
      StoreText<&CommandLine::reactivationTime>},
     {"-rt", OPT_RT, kValue, OP_NONE, VALUE_NOT_RECOGNIZED, StoreRecordTypes},
-    {"-schedtype", OPT_SCHEDTYPE, kValue, OP_NONE, kAny, StoreInt<&CommandLine::schedType>},
+    {"-schedtype", OPT_SCHEDTYPE, kValue, OP_NONE, VALUE_INVALID,
+     StoreInteger<int, &CommandLine::schedType>},
     {"-schedule", OPT_SCHEDULE, kValue, OP_NONE, kAny, StoreOptionalText<&CommandLine::schedule>},
-    {"-sincetime", OPT_SINCETIME, kValue, OP_NONE, kAny, StoreInt<&CommandLine::sinceTime>},
-    {"-slpindex", OPT_SLPINDEX, kValue, OP_NONE, kAny, StoreInt<&CommandLine::slpIndex>},
+    {"-sincetime", OPT_SINCETIME, kValue, OP_NONE, VALUE_INVALID,
+     StoreInteger<int, &CommandLine::sinceTime>},
+    {"-slpindex", OPT_SLPINDEX, kValue, OP_NONE, VALUE_INVALID,
+     StoreInteger<int, &CommandLine::slpIndex>},
     {"-state", OPT_FRAG_STATE, kValue, OP_NONE, kAny, StoreShortState<&CommandLine::fragState>},
     {"-storageserver", OPT_STORAGESERVER, kValue, OP_NONE, kAny,
      StoreOptionalText<&CommandLine::storageServer>},
@@ -216,11 +225,14 @@ const OptionRule optionRules[] = {
     {"-test_import_frags", OPT_TEST_IMPORT_FRAGS, kValue, OP_ADD_IMPORT_FRAGS, kAny,
      StoreText<&CommandLine::testImportFrags>},
     {"-testhook", OPT_TESTHOOK, kFlag, OP_TESTHOOK, kAny, SetFlag<&CommandLine::testHook>},
-    {"-totalcap", OPT_TOTALCAP, kValue, OP_NONE, kAny, StoreInt64<&CommandLine::totalCap>},
+    {"-totalcap", OPT_TOTALCAP, kValue, OP_NONE, VALUE_INVALID,
+     StoreInteger<int64_t, &CommandLine::totalCap>},
     {"-U", OPT_U, kFlag, OP_NONE, kAny, SetOutputForm<OUTPUT_USER>},
-    {"-usedcap", OPT_USEDCAP, kValue, OP_NONE, kAny, StoreInt64<&CommandLine::usedCap>},
-    {"-usedspace", OPT_USEDSPACE, kValue, OP_NONE, kAny, StoreInt64<&CommandLine::usedSpace>},
-    {"-version", OPT_VERSION, kValue, OP_NONE, kAny, StoreLong<&CommandLine::version>},
+    {"-usedcap", OPT_USEDCAP, kValue, OP_NONE, VALUE_INVALID,
+     StoreInteger<int64_t, &CommandLine::usedCap>},
+    {"-usedspace", OPT_USEDSPACE, kValue, OP_NONE, VALUE_INVALID,
+     StoreInteger<int64_t, &CommandLine::usedSpace>},
+    {"-version", OPT_VERSION, kValue, OP_NONE, VALUE_INVALID, StoreVersion},
     {"-volumeid", OPT_VOLUMEID, kValue, OP_NONE, kAny, StoreText<&CommandLine::volumeId>},
     {"-wait", OPT_NONE, kFlag, OP_NONE, kAny, ReportDeprecated},
     {nullptr, OPT_NONE, kFlag, OP_NONE, kAny, nullptr},

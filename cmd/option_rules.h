@@ -11,7 +11,8 @@
 enum ValueError {
   VALUE_NEVER_REJECTED,
   VALUE_NOT_RECOGNIZED,  // SmeSlp0490N, with the value as typed (-rt, -df)
-  VALUE_INVALID,         // SmeSlp0570N (-copy_type, -ntype, -subsys, -before, -after)
+  VALUE_INVALID,         // SmeSlp0570N (-copy_type, -ntype, -subsys, -before, -after,
+                         // and a number that does not fit its field)
 };
 
 struct OptionRule {

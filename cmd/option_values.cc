@@ -110,10 +110,7 @@ bool ParseDumpForm(const char* text, DumpFormSelector* form) {
 }
 
 bool ParseCopyType(const char* text, int* copyType) {
-  if (isdigit(static_cast<unsigned char>(text[0]))) {
-    *copyType = static_cast<int>(strtol(text, nullptr, 10));
-    return true;
-  }
+  if (isdigit(static_cast<unsigned char>(text[0]))) return ParseInteger(text, copyType);
   return LookupIgnoringCase(kCopyTypes, text, copyType);
 }
 

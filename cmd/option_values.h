@@ -6,6 +6,9 @@
 #ifndef CMD_OPTION_VALUES_H_
 #define CMD_OPTION_VALUES_H_
 
+#include <cerrno>
+#include <cstdlib>
+#include <limits>
 #include <map>
 #include <string>
 
@@ -39,9 +42,24 @@ bool ParseNotificationType(const char* text, ImportNotificationType_e* type);
 // -df: r, j, l (case ignored).
 bool ParseDumpForm(const char* text, DumpFormSelector* form);
 
+// A base-10 integer read as strtoll reads it (leading blanks and a sign,
+// trailing characters ignored, no digits reads 0) into *value. False when the
+// number does not fit T: such a value is refused, never wrapped or clamped.
+template <typename T>
+bool ParseInteger(const char* text, T* value) {
+  errno = 0;
+  const long long n = strtoll(text, nullptr, 10);
+  if (errno == ERANGE || n < std::numeric_limits<T>::min() ||
+      n > std::numeric_limits<T>::max()) {
+    return false;
+  }
+  *value = static_cast<T>(n);
+  return true;
+}
+
 // -copy_type: a text beginning with a decimal digit is read as a base-10
-// integer (strtol: trailing characters ignored) and taken as it is;
-// otherwise a copy-type name, case ignored.
+// integer (ParseInteger) and taken as it is; otherwise a copy-type name,
+// case ignored.
 bool ParseCopyType(const char* text, int* copyType);
 
 // -subsys: an abbreviation of abrevMap (case counts), else a text made only

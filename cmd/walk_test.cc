@@ -54,11 +54,13 @@ TEST_F(WalkTest, TextsAreKeptAsTextAndAsOptionalValues) {
 TEST_F(WalkTest, NumbersFollowStrtolIntoTheirFieldWidths) {
   const CommandLine l =
       Walk({"list", "-copy_state", "70000", "-frag_state", "12abc", "-jobid", "x9", "-key",
-            "9000000000", "-days", "4294967296", "-version", "3", "-schedtype", "7"})
+            "9000000000", "-days", "4294967296", "-version", "3", "-schedtype", "7",
+            "-slpindex", "2147483647"})
           .line;
   EXPECT_EQ(*l.copyState.get(), static_cast<short>(70000));
   EXPECT_EQ(*l.fragState.get(), 12);
   EXPECT_EQ(l.jobId, 0);
+  EXPECT_EQ(l.slpIndex, 2147483647);
   EXPECT_EQ(l.key, 9000000000LL);
   EXPECT_EQ(l.days, 4294967296L);
   EXPECT_EQ(l.version, 3);
@@ -125,19 +127,28 @@ TEST_F(WalkTest, OptionsSelectTheOperationOnlyWhenNoneIsSet) {
 }
 
 TEST_F(WalkTest, RejectedValuesLeaveTheOptionNotGiven) {
-  ArgumentWalk walk = Walk({"list", "-client", "-U", "-rt", "Q", "-subsys", "IM"});
+  // A number just past its field is refused, never wrapped into another.
+  ArgumentWalk walk = Walk({"list", "-client", "-U", "-rt", "Q", "-subsys", "IM", "-slpindex",
+                            "4294967297", "-version", "2147483648", "-copy_type", "2147483648",
+                            "-totalcap", "9223372036854775808"});
   EXPECT_TRUE(walk.errorSeen);
   EXPECT_EQ(err_,
             "No value supplied for -client option\n"
             "-rt argument Q not a recognized value\n"
-            "Invalid value supplied for -subsys option\n");
+            "Invalid value supplied for -subsys option\n"
+            "Invalid value supplied for -slpindex option\n"
+            "Invalid value supplied for -version option\n"
+            "Invalid value supplied for -copy_type option\n"
+            "Invalid value supplied for -totalcap option\n");
+  EXPECT_FALSE(walk.line.given(OPT_SLPINDEX));
+  EXPECT_EQ(walk.line.version, -1);
   EXPECT_FALSE(walk.line.given(OPT_CLIENT));
   EXPECT_FALSE(walk.line.given(OPT_RT));
   EXPECT_FALSE(walk.line.given(OPT_SUBSYS));
   EXPECT_FALSE(walk.line.given(OPT_U));  // passed over unread
   EXPECT_EQ(walk.line.outputForm, OUTPUT_SHORT);
   EXPECT_EQ(walk.line.recordTypes, 7);
-  EXPECT_EQ(walk.argumentCount, 4);
+  EXPECT_EQ(walk.argumentCount, 8);
 }
 
 TEST_F(WalkTest, AMissingValueStepsOverTheNextArgumentUnread) {

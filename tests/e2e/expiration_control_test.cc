@@ -20,7 +20,7 @@ TEST_F(ExpirationControlTest, DiskfullQueryAndDeletionDonePrintWhatTheManagerAns
              "ExpMgr.DeletionDone": [{"status": 0}, {"status": 9}]})");
   EXPECT_EQ(Run({"diskfull", "-mediaserver", "ms1", "-storageserver", "ss1", "-volumeid", "vol1",
                  "-mediaid", "@aaaab", "-dt", "6", "-totalcap", "9223372036854775807",
-                 "-usedspace", "99999999999999999999"}),
+                 "-usedspace", "9223372036854775807"}),
             (e2e::Result{"DiskfullExpiration return value = 0(the requested operation was "
                          "successfully completed)\n"
                          "                   expiration id = 2147483647\n"
@@ -33,7 +33,12 @@ TEST_F(ExpirationControlTest, DiskfullQueryAndDeletionDonePrintWhatTheManagerAns
                          "                   expired space = -9223372036854775808\n",
                          "", 0}));
   EXPECT_EQ(Run({"query_exp", "-expid", "-2147483649"}).status, 1);  // read as an option
-  EXPECT_EQ(Run({"query_exp", "-expid", "2147483649"}),
+  // Numbers past their field are refused, never wrapped.
+  EXPECT_EQ(Run({"query_exp", "-expid", "2147483648"}),
+            (e2e::Result{"", "Invalid value supplied for -expid option\n", 1}));
+  EXPECT_EQ(Run({"diskfull", "-usedspace", "9223372036854775808"}),
+            (e2e::Result{"", "Invalid value supplied for -usedspace option\n", 1}));
+  EXPECT_EQ(Run({"query_exp", "-expid", "2147483647"}),
             (e2e::Result{"QueryExpiration return value = 1(the requested operation was "
                          "partially successful)\n"
                          "                op status = 134(the service is busy with another "
@@ -52,7 +57,7 @@ TEST_F(ExpirationControlTest, DiskfullQueryAndDeletionDonePrintWhatTheManagerAns
                          std::string("ExpMgr.DiskfullExpiration(EXP_TYPE_NORMAL, ") + kVolume +
                              "6, 9223372036854775807, 9223372036854775807)",
                          R"(ExpMgr.DiskfullExpiration(EXP_TYPE_NORMAL, "", "", "", "", 0, 1, 0))",
-                         "ExpMgr.QueryExpiration(-2147483647)",
+                         "ExpMgr.QueryExpiration(2147483647)",
                          "ExpMgr.QueryExpiration(0)",
                          "ExpMgr.QueryExpiration(0)",
                          "ExpMgr.DeletionDone(2147483647)",
@@ -80,7 +85,7 @@ TEST_F(ExpirationControlTest, InitiateHwmAndPfsSpeakOnlyOfANonZeroStatus) {
     return args;
   };
   const std::vector<std::string> initiate = with(with({"initiate_exp"}, volume),
-                                                 {"-dp", "pool1", "-dt", "4294967295"});
+                                                 {"-dp", "pool1", "-dt", "7"});
   const std::vector<std::string> hwm = {"update_hwm", "-mediaserver", "ms1", "-storageserver",
                                         "ss1", "-mediaid", "@aaaab", "-stssubtype", "PlainDisk",
                                         "-totalcap", "9223372036854775807", "-usedcap", "1"};
@@ -91,7 +96,7 @@ TEST_F(ExpirationControlTest, InitiateHwmAndPfsSpeakOnlyOfANonZeroStatus) {
   EXPECT_EQ(Run(pfs),
             (e2e::Result{"", "update potential free space return value = 2147483647\n", 0}));
   const std::string initiateCall =
-      std::string("ExpMgr.InitiateExpiration(") + kVolume + "\"pool1\", -1)";
+      std::string("ExpMgr.InitiateExpiration(") + kVolume + "\"pool1\", 7)";
   const std::string hwmCall =
       R"(ExpMgr.HwmUpdate("ms1", "ss1", "@aaaab", "PlainDisk", 9223372036854775807, 1))";
   const std::string pfsCall =

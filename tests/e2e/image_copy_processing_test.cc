@@ -59,17 +59,32 @@ TEST_F(ImageCopyProcessingTest, UnreadableDurationOrDateSendsNothing) {
   const struct {
     std::vector<std::string> args;
     std::string err;
+    int status;
   } cases[] = {
-      {{"inactive", "-lifecycle", "lc1", "-duration", "x"}, duration},
-      {{"inactive", "-lifecycle", "lc1", "-duration", "99999999999999999999"}, duration},
+      {{"inactive", "-lifecycle", "lc1", "-duration", "x"}, duration, 20},
+      {{"inactive", "-lifecycle", "lc1", "-duration", "99999999999999999999"}, duration, 20},
       // The largest number of hours that still fits is too many from now on.
-      {{"inactive", "-lifecycle", "lc1", "-duration", "5124095576030431"}, duration},
-      {{"inactive", "-lifecycle", "lc1", "-reactivation_time", "13/45/2030 10:00:00"}, date},
+      {{"inactive", "-lifecycle", "lc1", "-duration", "5124095576030431"}, duration, 20},
+      {{"inactive", "-lifecycle", "lc1", "-reactivation_time", "13/45/2030 10:00:00"}, date, 20},
       // A moment needs its time of day.
-      {{"inactive", "-lifecycle", "lc1", "-reactivation_time", "01/02/2030"}, date},
+      {{"inactive", "-lifecycle", "lc1", "-reactivation_time", "01/02/2030"}, date, 20},
+      // A range time before 1970 cannot be sent (unsigned on the wire).
+      {{"inactive", "-lifecycle", "lc1", "-after", "01/01/1969 00:00:00"},
+       "Invalid value supplied for -after option\n", 1},
+      {{"cancel", "-lifecycle", "lc1", "-before", "12/31/1969 23:59:59"},
+       "Invalid value supplied for -before option\n", 1},
+      {{"active", "-destination", "d1", "-after", "12/31/1969"},
+       "Invalid value supplied for -after option\n", 1},
   };
-  for (const auto& c : cases) EXPECT_EQ(Run(c.args), (e2e::Result{"", c.err, 20})) << c.args[4];
+  for (const auto& c : cases) {
+    EXPECT_EQ(Run(c.args), (e2e::Result{"", c.err, c.status})) << c.args[0] << " " << c.args[3];
+  }
   EXPECT_EQ(Calls(), std::vector<std::string>());
+  // The first second of 1970 is the earliest range time sent.
+  EXPECT_EQ(Run({"active", "-lifecycle", "lc1", "-after", "01/01/1970 00:00:00"}),
+            (e2e::Result{"", "", 0}));
+  EXPECT_EQ(Calls(), std::vector<std::string>{R"(Dssvc.ResumeImageCopyProcessing("", "lc1", "", )"
+                                              R"(TIME_RANGE_AFTER, 0))"});
 }
 
 TEST_F(ImageCopyProcessingTest, EveryKindOfStatusIsReported) {
