@@ -102,6 +102,9 @@ void Orb::init(ACE_Timer_Queue* /*timerQueue*/) {
   if (maxConnectionsPerServer_ > 0) {
     settings.emplace_back("maxGIOPConnectionPerServer", std::to_string(maxConnectionsPerServer_));
   }
+  // A busy service's dump passes omniORB's default of 2 MB; the limit that
+  // stays guards against a runaway reply (docs/remote.md).
+  settings.emplace_back("giopMaxMsgSize", std::to_string(kMaxMessageBytes));
   for (const std::string& pair : Split(options_, ";")) {
     std::string::size_type eq = pair.find('=');
     if (eq == std::string::npos) throw CORBA::BAD_PARAM(0, CORBA::COMPLETED_NO);

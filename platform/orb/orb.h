@@ -16,6 +16,10 @@
 
 class Orb {
  public:
+  // The largest GIOP message init() lets the ORB send or accept: 64 MiB
+  // (omniORB's own default is 2 MB).
+  static const unsigned long kMaxMessageBytes = 64UL << 20;
+
   // Records the settings; nothing is started before init().
   //   orbId      identifier handed to the ORB's initialization; empty: the
   //              ORB's default.

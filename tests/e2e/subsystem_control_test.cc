@@ -68,6 +68,22 @@ TEST_F(SubsystemControlTest, DumpPrintsTheLinesOrOnlyTheStatus) {
                      }));
 }
 
+TEST_F(SubsystemControlTest, ADumpReplyOfTwentyMegabytes) {
+  // Ten times the ORB's default largest message.
+  const std::string line(1 << 20, 'x');
+  std::string lines, expected;
+  for (int i = 0; i < 20; ++i) {
+    lines += (i ? ", \"" : "\"") + line + "\"";
+    expected += line + "\n";
+  }
+  Answer(R"({"Dssvc.SubSystemDump": {"status": 0, "dumpLines": [)" + lines + "]}}");
+  e2e::Result r = Run({"dump"});
+  EXPECT_EQ(r.err, "");
+  EXPECT_EQ(r.status, 0);
+  EXPECT_EQ(r.out.size(), expected.size());
+  EXPECT_TRUE(r.out == expected);
+}
+
 TEST_F(SubsystemControlTest, UnreachableManagerLeavesTheStatusAtZero) {
   root_.RemoveConfig("DAEMON_PORT.cyclesvc");
   for (const char* op : {"suspend", "resume", "one_session", "dump"}) {
