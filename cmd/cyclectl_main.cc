@@ -66,12 +66,22 @@ void OpenDebugLog() {
   }
 }
 
+// An argument longer than this is logged cut, with its length, so that a
+// huge argument does not add its whole size to the log on every run.
+const size_t kLoggedArgumentBytes = 4096;
+
 void LogInitiating(int argc, char** argv) {
   std::string banner = std::string("INITIATING: ") + "Stashwell 9.1.0.1" + " created: " + "0";
   logmsg(2, banner.c_str(), progname.c_str());
   std::string args;
   for (int i = 0; i < argc && argv[i]; ++i) {
-    args += argv[i];
+    const size_t length = strlen(argv[i]);
+    if (length > kLoggedArgumentBytes) {
+      args.append(argv[i], kLoggedArgumentBytes);
+      args += "...[" + std::to_string(length) + " bytes]";
+    } else {
+      args += argv[i];
+    }
     args += ' ';
   }
   logmsg(2, args.c_str(), progname.c_str());

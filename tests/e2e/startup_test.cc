@@ -137,6 +137,13 @@ TEST(StartupTest, DebugLogOfANormalRunAndOfAnEarlyEnd) {
   log = root.DebugLogMessages();
   EXPECT_EQ(log[log.size() - 3], "<2> cyclectl: INITIATING: Stashwell 9.1.0.1 created: 0");
   EXPECT_EQ(log.back(), "<2> cyclectl: EXITING, status= 1");
+
+  // An argument past 4 KiB is logged cut, with its length.
+  const std::string full(4096, 'a'), longer(4097, 'b');
+  root.Run({"-testhook", "-client", full, "-policy", longer});
+  log = root.DebugLogMessages();
+  EXPECT_EQ(log[log.size() - 2], "<2> cyclectl: cyclectl -testhook -client " + full +
+                                     " -policy " + longer.substr(0, 4096) + "...[4097 bytes] ");
 }
 
 TEST(StartupTest, WithoutTheAdminLogDirectoryTheRunLogsNothing) {
