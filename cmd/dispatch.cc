@@ -77,7 +77,6 @@ int cmd_redo(const CommandLine& l) {
   return 0;
 }
 
-// -backupid is not among remove_exp's options, so every entry goes.
 int cmd_remove_exp(const CommandLine& l) {
   RemoveExpiredFragments(l.backupId.get());
   return 0;

@@ -22,9 +22,7 @@ struct OptionRule {
   operation_e selects;  // taken as the operation when none is set yet; OP_NONE: none
   ValueError error;
   // Stores the option's effect in `line`; `value` is null for a flag. Returns
-  // false when the value is rejected. Runs for every accepted occurrence
-  // during the walk, and again when the settled command line is built from
-  // the options the operation takes.
+  // false when the value is rejected.
   bool (*store)(CommandLine& line, const char* value);
 };
 

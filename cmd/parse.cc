@@ -33,7 +33,8 @@ void ExitIfGroupViolated(const CommandLine& line) {
 }
 
 // Notices for the given options outside the operation's list, in option
-// number order.
+// number order. The values stay: the operation still receives every value its
+// handler takes, whatever its list says.
 void ReportIgnoredOptions(const CommandLine& line, const option_e* allowed) {
   for (int option = 0; option < OPT_END; ++option) {
     if (line.optionSeen[option] && !IsOptionAllowed(allowed, option)) {
@@ -88,9 +89,8 @@ CommandLine ParseCommandLine(int argc, char** argv) {
   }
 
   ReportIgnoredOptions(line, allowed);
-  CommandLine settled = KeepAllowedOptions(walk, allowed);
-  if (!CheckCrossOptionRules(settled)) CmdExit(1);
+  if (!CheckCrossOptionRules(line)) CmdExit(1);
 
-  if (const char* master = settled.masterServer.get()) MasterServer = master;
-  return settled;
+  if (const char* master = line.masterServer.get()) MasterServer = master;
+  return line;
 }

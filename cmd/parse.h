@@ -14,9 +14,9 @@ void InitCommandTables();
 // Walks argv against the operation and option tables, reports every problem,
 // then applies the usage, conflict, allowed-option and cross-option rules.
 // Ends the run through CmdExit for usage, errors and testhook. Options the
-// operation does not take are reported as ignored and are dropped: the
-// result holds their defaults. -M, when the operation takes it, replaces
-// MasterServer. Returns the settled command line.
+// operation does not take draw a notice each and keep their values, which
+// the dispatcher hands on like any other. -M replaces MasterServer. Returns
+// the settled command line.
 CommandLine ParseCommandLine(int argc, char** argv);
 
 #endif  // CMD_PARSE_H_

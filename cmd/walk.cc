@@ -11,6 +11,7 @@
 #include <cstdio>
 
 #include "cmd/operations.h"
+#include "cmd/option_rules.h"
 #include "util/message.h"
 #include "util/process.h"
 
@@ -90,10 +91,7 @@ void WalkOption(ArgumentWalk& walk, ACE_Arg_Shifter_T<char>& shifter) {
     walk.errorSeen = true;
     return;
   }
-  if (rule->option != OPT_NONE) {
-    line.optionSeen[rule->option] = true;
-    walk.accepted.push_back({rule, value});
-  }
+  if (rule->option != OPT_NONE) line.optionSeen[rule->option] = true;
 }
 
 }  // namespace
@@ -116,19 +114,4 @@ ArgumentWalk WalkArguments(int argc, char** argv) {
     }
   }
   return walk;
-}
-
-CommandLine KeepAllowedOptions(const ArgumentWalk& walk, const option_e* allowed) {
-  CommandLine line;
-  line.operation = walk.line.operation;
-  line.requiresAdmin = walk.line.requiresAdmin;
-  line.requiresCatalog = walk.line.requiresCatalog;
-  line.helpRequested = walk.line.helpRequested;
-  line.usageForm = walk.line.usageForm;
-  for (const ArgumentWalk::Accepted& accepted : walk.accepted) {
-    if (!IsOptionAllowed(allowed, accepted.rule->option)) continue;
-    accepted.rule->store(line, accepted.value);
-    line.optionSeen[accepted.rule->option] = true;
-  }
-  return line;
 }

@@ -1,5 +1,5 @@
-// The argument walk: how values are kept, which problems are reported in
-// which order, and which values the settled command line keeps.
+// The argument walk: how values are kept and which problems are reported in
+// which order.
 #include "cmd/walk.h"
 
 #include <gtest/gtest.h>
@@ -173,26 +173,6 @@ TEST_F(WalkTest, UnknownWordClearsTheOperation) {
   EXPECT_FALSE(walk.errorSeen);
   EXPECT_EQ(walk.line.operation, OP_NEW_SESSION);
   EXPECT_EQ(err_, "");
-}
-
-TEST_F(WalkTest, SettledLineKeepsOnlyTheOperationsOptions) {
-  ArgumentWalk walk = Walk({"pendimplist", "-U", "-sincetime", "5", "-M", "m2", "-q"});
-  CommandLine settled = KeepAllowedOptions(walk, FindOperationOptions(OP_PENDIMPLIST));
-  EXPECT_EQ(settled.operation, OP_PENDIMPLIST);
-  EXPECT_TRUE(settled.requiresCatalog);
-  EXPECT_EQ(settled.outputForm, OUTPUT_SHORT);
-  EXPECT_EQ(settled.sinceTime, 0);
-  EXPECT_FALSE(settled.given(OPT_U));
-  EXPECT_FALSE(settled.given(OPT_Q));
-  EXPECT_STREQ(settled.masterServer.get(), "m2");
-
-  walk = Walk({"completion_report", "-M", "m2", "-lifecycle", "x", "-version", "2", "-after",
-               "01/02/2024"});
-  settled = KeepAllowedOptions(walk, FindOperationOptions(OP_COMPLETION_REPORT));
-  EXPECT_EQ(settled.masterServer.get(), nullptr);
-  EXPECT_EQ(settled.version, 2);
-  EXPECT_EQ(settled.timeRange, TIME_RANGE_AFTER);
-  EXPECT_EQ(settled.time, 1704153600L);
 }
 
 }  // namespace

@@ -156,7 +156,7 @@ TEST(CmdlineParseTest, CrossOptionRules) {
       {{"list", "-version", "2"},
        "The '-version' option requires use of the '-lifecycle' option\n",
        1},
-      // The notices come first; the rules then see only the options kept.
+      // The notices come first, then the rules.
       {{"redo", "-client", "c"},
        "option '-client'  is not valid for operation 'redo' and is ignored\n"
        "The -backupid option is required for this operation\n",

@@ -48,12 +48,7 @@ TEST_F(RemoveExpTest, DeclinedRemovesNothingConfirmedRemovesAllTheMastersEntries
         << answer;
   }
   EXPECT_EQ(kAll, Left());
-  // -backupid is not among the operation's options: the whole list goes.
-  EXPECT_EQ(root_.Run({"remove_exp", "-backupid", "client1_1000"}, "yes\n"),
-            (e2e::Result{kPrompt,
-                         "option '-backupid'  is not valid for operation 'remove_exp' and is "
-                         "ignored\n",
-                         0}));
+  EXPECT_EQ(root_.Run({"remove_exp"}, "yes\n"), (e2e::Result{kPrompt, "", 0}));
   EXPECT_EQ("client3_3000\n", Left());
 }
 

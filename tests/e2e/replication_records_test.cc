@@ -79,7 +79,6 @@ TEST_F(ReplicationRecordsTest, ListingForms) {
                                    "   Target Machine      : tgt1\n"
                                    "   Target Info         : vol2\n"
                                    "   Remote Master       : remote1\n\n"));
-  EXPECT_EQ(Run("repllist", {"-b"}).out, Run("repllist", {"-l"}).out);
 }
 
 TEST_F(ReplicationRecordsTest, NothingToListAndAnotherWriter) {

@@ -1,0 +1,158 @@
+// End-to-end test of options outside an operation's list: each draws its
+// notice, and its value still reaches the operation, which then does what
+// that value asks of it.
+#include <gtest/gtest.h>
+
+#include <cstdio>
+#include <ctime>
+#include <sstream>
+#include <string>
+#include <vector>
+
+#include "tests/e2e/catalog_test.h"
+#include "tests/e2e/harness.h"
+
+namespace {
+
+std::string Notice(const std::string& option, const std::string& operation) {
+  return "option '" + option + "'  is not valid for operation '" + operation +
+         "' and is ignored\n";
+}
+
+// `out` with each short-form image line replaced by the image's backup ID
+// (the brief form), or left out when `brief` is false.
+std::string ImageLines(const std::string& out, bool brief) {
+  std::istringstream lines(out);
+  std::string result, line;
+  while (std::getline(lines, line)) {
+    if (line.compare(0, 9, "V7.6.0 I ") != 0) {
+      result += line + "\n";
+    } else if (brief) {
+      std::istringstream fields(line);
+      std::string version, letter, master, backupId;
+      fields >> version >> letter >> master >> backupId;
+      result += backupId + "\n";
+    }
+  }
+  return result;
+}
+
+class HandedOnOptionsTest : public e2e::CatalogTest {
+ protected:
+  // alpha and bravo: SLP images on storage servers sts1 and sts2, alpha with
+  // a replica copy on target tgt1; charlie and delta: pending imports;
+  // zulu: an image of master2 complete today; one deleted-fragment entry
+  // each for alpha and bravo.
+  void SetUp() override {
+    AddSlp("slp1", 1, 2);
+    const std::string slp = "StorageServiceName = 'slp1', StorageServiceVersionNumber = 1, "
+                            "StorageServiceState = 2";
+    const std::string alpha = AddImage("alpha", 1000, slp);
+    AddFragment(AddCopy(alpha, 1, "Residence = 'disk1', CopyState = 3"), 1,
+                "StorageServer = 'sts1', FragmentSize = 1048576");
+    const std::string replica =
+        AddCopy(alpha, 2, "CopyType = 3, Residence = '*Remote*Master*', CopyState = 2");
+    const std::string bravo = AddImage("bravo", 2000, slp);
+    AddFragment(AddCopy(bravo, 1, "Residence = 'disk2', CopyState = 2"), 1,
+                "StorageServer = 'sts2', FragmentSize = 2097152");
+    Insert("DBM_ImageReplicationDestination", "ReplicationDestinationKey",
+           "ImageCopyKey, TargetMachineKey, VolumeInfo, RemoteMasterServer",
+           replica + ", " + AddMachine("tgt1", 12) + ", 'vol1', 'remote1'", "");
+
+    const std::string charlie = AddImage("charlie", 3000, "OriginMasterServer = 'remote1'");
+    AddFragment(AddCopy(charlie, 1, "CopyState = 14"), 1);
+    AddImage("delta", 4000, "OriginMasterServer = 'remote1'");
+
+    const std::string master2 = AddMachine("master2", 3);
+    root_.Sql("UPDATE EMM_Machine SET ParentKey = MachineKey WHERE MachineKey = " + master2 +
+              "; INSERT INTO EMM_MachineAlias (MachineKey, MachineAliasName, MachineSwuType)"
+              " VALUES (" + master2 + ", 'master2', 3);");
+    AddImage("zulu", time(nullptr) / 86400 * 86400,
+             "MasterServerKey = " + master2 + ", StorageServiceName = 'slp1', "
+             "StorageServiceState = 3");
+
+    for (const char* backupId : {"alpha_1000", "bravo_2000"}) {
+      Insert("DBM_DeletedFragment", "DeletedFragmentKey", "MasterServerKey, BackupID",
+             "(SELECT MachineKey FROM EMM_Machine WHERE MachinePrimaryName = 'master1'), '" +
+                 std::string(backupId) + "'",
+             "");
+    }
+  }
+};
+
+TEST_F(HandedOnOptionsTest, NoticeThenTheOperationActsOnTheValue) {
+  const std::string replicas = root_.Run({"repllist"}).out;
+  const std::string pending = root_.Run({"pendimplist"}).out;
+  ASSERT_NE(std::string::npos, replicas.find(" RT master1 alpha_1000 2 tgt1 vol1 remote1\n"));
+  ASSERT_NE(std::string::npos, pending.find("V7.6.0 I master1 delta_4000 "));
+  const time_t now = time(nullptr);
+  struct tm today;
+  gmtime_r(&now, &today);
+  char day[16];
+  strftime(day, sizeof day, "%Y/%m/%d", &today);
+  char completion[160];
+  snprintf(completion, sizeof completion, "%-50s%s\n%-50s%s\n", "Client name",
+           "Most recent completion date", "zulu", day);
+
+  const struct {
+    std::vector<std::string> args;
+    std::string out;
+    std::string err;  // after the notices
+    int status;
+    const char* notices[2];
+  } cases[] = {
+      {{"repllist", "-b"}, ImageLines(replicas, true), "", 0, {"-b"}},
+      {{"repllist", "-json_compact"},
+       ImageLines(replicas, false),
+       "unrecognized output format: 4\n",
+       0,
+       {"-json_compact"}},
+      {{"pendimplist", "-b"}, ImageLines(pending, true), "", 0, {"-b"}},
+      {{"pendimplist", "-json"},
+       ImageLines(pending, false),
+       "Not implemented\nNot implemented\n",
+       0,
+       {"-json"}},
+      {{"pendimplist", "-sincetime", "3001"},
+       pending.substr(pending.find("V7.6.0 I master1 delta_4000 ")),
+       "",
+       0,
+       {"-sincetime"}},
+      // The form has no effect on these two.
+      {{"report", "-U"}, root_.Run({"report"}).out, "", 0, {"-U"}},
+      {{"showvol", "-storageserver", "sts2", "-json"},
+       root_.Run({"showvol", "-storageserver", "sts2"}).out,
+       "",
+       0,
+       {"-json"}},
+      {{"stlilist", "-storageserver", "sts2"},
+       "V7.6.0 I bravo_2000 slp1 2 \nV7.6.0 C disk2 2 0 \n",
+       "",
+       0,
+       {"-storageserver"}},
+      {{"stlilist", "-b"}, "", "", 0, {"-b"}},  // no image line in a form it does not know
+      {{"completion_report", "-sincetime", "1", "-days", "1", "-m", "master2"},
+       completion,
+       "",
+       0,
+       {"-M", "-sincetime"}},
+      {{"remove_exp", "-nowarn", "-backupid", "bravo_2000"}, "", "", 0, {"-backupid"}},
+      // remove_repl works by target machine: the master server it is handed
+      // changes nothing.
+      {{"remove_repl", "-target_machine", "tgt1", "-M", "master2"},
+       "1 replication records for target machine 'tgt1' deleted\n",
+       "",
+       0,
+       {"-M"}},
+  };
+  for (const auto& c : cases) {
+    std::string err;
+    for (const char* option : c.notices) {
+      if (option != nullptr) err += Notice(option, c.args[0]);
+    }
+    EXPECT_EQ(root_.Run(c.args), (e2e::Result{c.out, err + c.err, c.status})) << c.args[0] << " " << c.args[1];
+  }
+  EXPECT_EQ("alpha_1000\n", root_.Sql("SELECT BackupID FROM DBM_DeletedFragment;"));
+}
+
+}  // namespace
