@@ -13,17 +13,19 @@ namespace Dal {
 
 namespace {
 
-// Schema qualifiers of the native engine; the catalog keeps every table in
-// one SQLite database, so the qualifier is dropped.
+// Schema qualifiers of the native engine; a SQLite catalog keeps every
+// table in one database, so there the qualifier is dropped.
 const char* const kSchemas[] = {"EMM_MAIN", "DBM_MAIN", "SLP_MAIN"};
 
-// Functions that SQLite knows under another name.
+// Functions that an engine knows under another name.
 struct FunctionRename {
   const char* from;
   const char* to;
+  bool postgresOnly;
 };
 const FunctionRename kFunctionRenames[] = {
-    {"ISNULL", "COALESCE"},
+    {"ISNULL", "COALESCE", false},
+    {"STRING", "CONCAT", true},
 };
 
 // Functions whose first argument is a bare date-part keyword.
@@ -55,7 +57,8 @@ bool InList(std::string_view name, const char* const (&list)[N]) {
 
 class Translator {
  public:
-  explicit Translator(std::string_view sql) : tokens_(TokenizeSql(sql)) {
+  Translator(std::string_view sql, sqldb::Engine target)
+      : tokens_(TokenizeSql(sql)), postgres_(target == sqldb::Engine::kPostgres) {
     for (size_t i = 0; i < tokens_.size(); ++i) {
       out_.emplace_back(tokens_[i].text);
       if (tokens_[i].IsSignificant()) sig_.push_back(i);
@@ -65,11 +68,11 @@ class Translator {
   bool Run(std::string* out, std::string* why) {
     *why = Refusal();
     if (!why->empty()) return false;
-    StripSchemas();
+    if (!postgres_) StripSchemas();
     RenameFunctions();
     QuoteDateParts();
     RewriteIfExpressions();
-    WrapCompoundOperands();
+    if (!postgres_) WrapCompoundOperands();
     out->clear();
     for (const std::string& piece : out_) *out += piece;
     return true;
@@ -110,7 +113,7 @@ class Translator {
     for (size_t p = 0; p + 1 < sig_.size(); ++p) {
       if (!At(p + 1).IsPunct('(')) continue;
       for (const FunctionRename& r : kFunctionRenames) {
-        if (At(p).IsWord(r.from)) Out(p) = r.to;
+        if (At(p).IsWord(r.from) && (postgres_ || !r.postgresOnly)) Out(p) = r.to;
       }
     }
   }
@@ -149,9 +152,10 @@ class Translator {
     return At(p).kind == SqlTokenKind::kWord && InList(At(p).text, kCompoundOperators);
   }
 
-  // Why SQLite would give the statement another meaning, or "". The native
-  // engine joins texts with '+'; SQLite adds them as numbers ('a' + 'b' is
-  // 0), and which operands are texts is known only for literals.
+  // Why the engine would give the statement another meaning, or "". The
+  // native engine joins texts with '+'; SQLite adds them as numbers ('a' +
+  // 'b' is 0), PostgreSQL has no '+' for texts, and which operands are texts
+  // is known only for literals.
   std::string Refusal() const {
     for (size_t p = 0; p < sig_.size(); ++p) {
       if (!At(p).IsPunct('+')) continue;
@@ -187,18 +191,20 @@ class Translator {
   std::vector<SqlToken> tokens_;
   std::vector<std::string> out_;  // replacement text of every token
   std::vector<size_t> sig_;       // indexes of the significant tokens
+  bool postgres_;
 };
 
 }  // namespace
 
-bool TranslateSql(std::string_view sql, std::string* out, std::string* why) {
-  return Translator(sql).Run(out, why);
+bool TranslateSql(std::string_view sql, std::string* out, std::string* why,
+                  sqldb::Engine target) {
+  return Translator(sql, target).Run(out, why);
 }
 
 const SqlTranslation& SqlTranslationCache::Translate(const std::string& sql) {
-  auto translate = [&sql](SqlTranslation* t) {
+  auto translate = [this, &sql](SqlTranslation* t) {
     std::string why;
-    t->ok = TranslateSql(sql, &t->text, &why);
+    t->ok = TranslateSql(sql, &t->text, &why, target_);
     if (!t->ok) t->text = why;
   };
   if (capacity_ == 0) {

@@ -67,6 +67,29 @@ TEST(SqlDialectTest, TranslatesTokenByToken) {
   }
 }
 
+// For PostgreSQL the schemas are real and compound operands native; texts
+// are joined by CONCAT.
+const TranslationCase kPostgresTranslations[] = {
+    {"SELECT m.ParentKey FROM EMM_Main.EMM_Machine m WHERE m.x = ?",
+     "SELECT m.ParentKey FROM EMM_Main.EMM_Machine m WHERE m.x = ?"},
+    {"SELECT ISNULL(Copy.CopySize, -1), DATEDIFF(second, '1970-01-01 00:00:00', c.t) FROM c",
+     "SELECT COALESCE(Copy.CopySize, -1), DATEDIFF('SECOND', '1970-01-01 00:00:00', c.t) FROM c"},
+    {"IF (P.ImageKey IS NULL) THEN '' ELSE string(P.a, '_', P.b) ENDIF AS Id",
+     "CASE WHEN (P.ImageKey IS NULL) THEN '' ELSE CONCAT(P.a, '_', P.b) END AS Id"},
+    {"(SELECT a FROM t) EXCEPT (SELECT a FROM u)", "(SELECT a FROM t) EXCEPT (SELECT a FROM u)"},
+    {"SELECT 'STRING(a)' -- STRING(b)\n", "SELECT 'STRING(a)' -- STRING(b)\n"},
+};
+
+TEST(SqlDialectTest, TranslatesForPostgres) {
+  for (const TranslationCase& c : kPostgresTranslations) {
+    std::string out, why;
+    EXPECT_TRUE(TranslateSql(c.in, &out, &why, sqldb::Engine::kPostgres)) << c.in;
+    EXPECT_EQ(out, c.out) << c.in;
+  }
+  std::string out, why;
+  EXPECT_FALSE(TranslateSql("SELECT 'a' + b", &out, &why, sqldb::Engine::kPostgres));
+}
+
 TEST(SqlDialectTest, RefusesWhatSqliteWouldReadOtherwise) {
   for (const char* in : {"SELECT 'a' + 'b'", "SELECT Name + '_x' FROM t", "SELECT +'1'"}) {
     std::string out, why;
