@@ -8,11 +8,11 @@
 #include <cinttypes>
 #include <cstdio>
 #include <cstring>
-#include <ctime>
 #include <vector>
 
 #include "catalog/data_classes.h"
 #include "catalog/image_query.h"
+#include "util/clock.h"
 #include "util/message.h"
 
 namespace {
@@ -75,7 +75,7 @@ void ShowVolume(outputform_e, int, const char* mediaId, const char* mediaServer,
                                                   0, 0, 0, 0, 0, nullptr, query.address()))) {
     return;
   }
-  const time_t now = time(nullptr);
+  const int64_t now = Orvantic::Stashwell::CurrentTime();
   unsigned long images = 0;
   unsigned status = ForEachImage(query, kImagesPerFetch, kMaxImages, &images,
                                  [&](const EMM_Image& image) {

@@ -9,6 +9,7 @@
 #include <limits>
 #include <set>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "remote/idl/IllegalArgumentException.hh"
@@ -193,14 +194,18 @@ TEST(DiskServiceHelperTest, RaisedExceptionsAndTheirTexts) {
         std::string("IllegalArgumentException: method=m class=C service=DiskService host=") + host);
   }
 
-  // A domain without a name, details of another kind, or none.
-  auto* details = new OBVDiskService::DiskServiceExceptionDetails();
-  details->errorDomain(9);
-  details->errorCode(5);
-  CORBA::String_var unnamed = DiskServiceHelper::ex_str(Framework::ServiceException(details));
-  EXPECT_STREQ(unnamed.in(),
-               "ServiceException: method= class= service= host= errorDomain= errorCode=5 "
-               "errorText=");
+  // The last named domain and those just outside the names; details of
+  // another kind, or none.
+  for (const auto& c : {std::make_pair(4, "STS"), std::make_pair(5, ""), std::make_pair(0, "")}) {
+    auto* details = new OBVDiskService::DiskServiceExceptionDetails();
+    details->errorDomain(c.first);
+    details->errorCode(5);
+    CORBA::String_var text = DiskServiceHelper::ex_str(Framework::ServiceException(details));
+    EXPECT_EQ(std::string(text.in()), std::string("ServiceException: method= class= service= "
+                                                  "host= errorDomain=") +
+                                          c.second + " errorCode=5 errorText=")
+        << c.first;
+  }
   CORBA::String_var other = DiskServiceHelper::ex_str(Framework::ServiceException(
       new OBV_Orvantic::Stashwell::TL::Framework::ErrorCodeExceptionDetails()));
   EXPECT_STREQ(other.in(), "ServiceException");

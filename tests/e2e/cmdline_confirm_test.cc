@@ -57,7 +57,8 @@ TEST(CmdlineConfirmTest, AcceptedPromptsGoOnToTheOperation) {
     std::string prompt;
   } cases[] = {
       {{"dropwg"}, "\n yes\n", kWorkGroupPrompt},
-      {{"remove_exp"}, "y", kExpiredPrompt},
+      {{"dropwg"}, "Y\n", kWorkGroupPrompt},
+      {{"remove_exp"}, "Y", kExpiredPrompt},  // "y" in remove_exp_test.cc
       {{"cancel", "-destination", "d"}, "YES\n", kDestinationPrompt},
   };
   for (const auto& c : cases) {

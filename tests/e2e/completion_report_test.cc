@@ -56,7 +56,7 @@ class CompletionReportTest : public e2e::CatalogTest {
 
 // alpha: complete three days ago, unfinished yesterday and today.
 // beta: unfinished on every day. gamma: complete today, at the day's last
-// second. delta: only unmanaged images. epsilon: complete and unfinished
+// second, and two days ago (the newest day wins). delta: only unmanaged images. epsilon: complete and unfinished
 // today, complete yesterday (and inactive, which still counts as unfinished).
 class CompletionDaysTest : public CompletionReportTest {
  protected:
@@ -67,6 +67,7 @@ class CompletionDaysTest : public CompletionReportTest {
     Image("beta", 2, 2);
     Image("beta", 0, 1, "StorageServiceIsInactive = 1");
     Image("gamma", 0, 3, "", 86399);
+    Image("gamma", 2, 3);
     Image("delta", 1, 0);
     Image("epsilon", 0, 3);
     Image("epsilon", 0, 2, "", 7200);

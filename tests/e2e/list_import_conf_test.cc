@@ -118,6 +118,14 @@ TEST_F(ListImportConfTest, ReportsPastTheThresholdOldestFirstInEachForm) {
   EXPECT_EQ(Conf({"-json", "-lifecycle", "Repl_B"}), (e2e::Result{"", kNoMatch, 0}));
 }
 
+TEST_F(ListImportConfTest, WithoutTheSettingTheThresholdIsOneHour) {
+  root_.RemoveConfig("IMPORT_CONF_THRESHOLD");
+  AddCopy("c7", 7000, "Repl_A", 1, 2, 2, 14, Ago(3700));
+  AddCopy("c8", 8000, "Repl_A", 1, 2, 2, 14, Ago(3500));
+  EXPECT_EQ(Conf({"-lifecycle", "Repl_A", "-b"}).out,
+            "c1_1000\nc2_2000\nc1_1000\nc7_7000\n");
+}
+
 TEST_F(ListImportConfTest, CatalogFaultsPrintTheirMessageAndEndWithZero) {
   root_.Sql("ALTER TABLE DBM_ImageCopy RENAME TO Gone");
   EXPECT_EQ(Conf({}), (e2e::Result{"", "error executing SQL query, status = 2007006\n", 0}));

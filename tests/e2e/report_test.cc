@@ -10,6 +10,7 @@
 namespace {
 
 const char kLongName[] = "Long_Term_Retention_For_Audit_Records_2026_XY";  // 45 characters
+const char kLongestWhole[] = "Weekly_Full_Backups_To_Cloud_Tier_2026X";      // 39 characters
 const long kMiB = 1048576;
 
 const char kHeader[] =
@@ -45,7 +46,8 @@ class ReportTest : public e2e::CatalogTest {
 };
 
 // One image of each unfinished state, an SLP the definitions lack, an
-// inactive SLP, a name over 39 characters and an image with nothing left.
+// inactive SLP, a name over 39 characters and one of 39, an image with
+// nothing left, and a state totalling between 2 and 3 MiB.
 class ReportRollupTest : public ReportTest {
  protected:
   void SetUp() override {
@@ -53,6 +55,7 @@ class ReportRollupTest : public ReportTest {
     AddSlp("slpA", 2, 1);
     AddSlp("slpInactive", 1, 2, 8);
     AddSlp(kLongName, 1, 1);
+    AddSlp(kLongestWhole, 1, 1);
     AddSlp("done", 1, 1);
     // Not started, SLP of three operations, one copy done: two to make of
     // the first copy's 1.5 MiB.
@@ -67,6 +70,7 @@ class ReportRollupTest : public ReportTest {
     Copy(b, 4, 2);
     Copy(Image("c", "slpInactive", 1, 9), 1, 1, {3 * kMiB / 4});
     Copy(Image("d", kLongName, 1, 10), 1, 2, {1000});
+    Copy(Image("h", kLongestWhole, 1, 10), 1, 2, {5 * kMiB / 2});
     Copy(Image("e", "ghost", 1, 2), 1, 1, {5 * kMiB / 2});
     Copy(Image("f", "done", 1, 2), 1, 5, {kMiB});
     Copy(Image("g", "slpA", 1, 3), 1, 1, {kMiB});  // complete: not examined
@@ -84,16 +88,17 @@ TEST_F(ReportRollupTest, StatesSlpsAndSelections) {
                             "\tNot Started | Inactive (Storage Lifecycle State: 9):\n"
                             "\t\tNumber of copies:\t2\n\t\tTotal expected size\t <1 MB\n"
                             "\tIn Process | Inactive (Storage Lifecycle State: 10):\n"
-                            "\t\tNumber of copies:\t1\n\t\tTotal expected size\t <1 MB\n"
+                            "\t\tNumber of copies:\t2\n\t\tTotal expected size\t2 MB\n"
                             "\n") +
                     kHeader +
                     "Long_Term_Retention_For_Audit_Recor... (active)                1          <1 MB\n"
+                    "Weekly_Full_Backups_To_Cloud_Tier_2026X (active)               1           2 MB\n"
                     "done (active)                                                  0          <1 MB\n"
                     "ghost (active)                                                 1           2 MB\n"
                     "slpA (active)                                                  4           5 MB\n"
                     "slpInactive (inactive)                                         2           1 MB\n"
                     "\n"
-                    "Total:                                                         8           8 MB\n"
+                    "Total:                                                         9          10 MB\n"
                     "\n",
                 "Unknown SLP name <ghost> version 1\n", 0}));
   // The other version's image has copies left, so it is left out.
