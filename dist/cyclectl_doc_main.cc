@@ -25,6 +25,7 @@
 #include "cmd/option_values.h"
 #include "cmd/options.h"
 #include "cmd/usage.h"
+#include "dist/option_help.h"
 #include "util/process.h"
 
 namespace {
@@ -149,10 +150,18 @@ void WriteOperations(std::ostream& out) {
   }
 }
 
-void WriteOption(std::ostream& out, const OptionRule& rule) {
+// Writes the entry of one spelling; false when the option has no help.
+bool WriteOption(std::ostream& out, const OptionRule& rule) {
+  const OptionHelp* help = rule.option != OPT_NONE ? FindOptionHelp(rule.option) : nullptr;
+  if (rule.option != OPT_NONE && help == nullptr) {
+    fprintf(stderr, "cyclectl-doc: option %s has no help text (dist/option_help.cc)\n",
+            optNames[rule.option]);
+    return false;
+  }
   out << ".TP\n";
   if (rule.takesValue) {
-    out << ".BI \"" << Roff(rule.spelling) << " \" value\n";
+    out << ".BI \"" << Roff(rule.spelling) << " \" "
+        << (help != nullptr && help->value != nullptr ? help->value : "value") << '\n';
   } else {
     out << ".B " << Roff(rule.spelling) << '\n';
   }
@@ -164,26 +173,30 @@ void WriteOption(std::ostream& out, const OptionRule& rule) {
     } else {
       out << "No longer needed: a notice says so and the run goes on.\n";
     }
-    return;
+    return true;
   }
+  out << Roff(help->meaning) << '\n';
   if (const Vocabulary* v = FindVocabulary(rule.option)) {
-    out << "One of: " << Join(RoffWords(VocabularyNames(*v)), ", ") << " (" << Roff(v->comparison)
+    out << ".br\nOne of: " << Join(RoffWords(VocabularyNames(*v)), ", ") << " (" << Roff(v->comparison)
         << ").\n";
   }
   if (rule.selects != OP_NONE) {
     out << "Selects the operation\n.B " << Roff(OperationName(rule.selects))
         << "\nwhen none is given.\n";
   }
+  if (help->fallback != nullptr) out << "Without it: " << Roff(help->fallback) << ".\n";
   std::vector<std::string> takers = OperationsTaking(rule.option);
   out << (takers.empty() ? std::string("Taken by no operation.")
                          : "Taken by: " + Join(RoffWords(takers), ", ") + ".")
       << '\n';
+  return true;
 }
 
-void WriteOptions(std::ostream& out) {
+bool WriteOptions(std::ostream& out) {
   for (const OptionRule* rule = optionRules; rule->spelling != nullptr; ++rule) {
-    WriteOption(out, *rule);
+    if (!WriteOption(out, *rule)) return false;
   }
+  return true;
 }
 
 bool WriteManPage(const char* templatePath, std::ostream& out) {
@@ -194,7 +207,7 @@ bool WriteManPage(const char* templatePath, std::ostream& out) {
     if (line == ".\\\" generated: operations") {
       WriteOperations(out);
     } else if (line == ".\\\" generated: options") {
-      WriteOptions(out);
+      if (!WriteOptions(out)) return false;
     } else {
       out << line << '\n';
     }
