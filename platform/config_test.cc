@@ -1,9 +1,8 @@
 // Tests of the configuration reader: well-formed files, each kind of bad
 // line, and the configuration services on real files under a test root.
+// Files that are no regular file or too large are refused end to end
+// (tests/e2e/startup_test.cc).
 #include "platform/config.h"
-
-#include <sys/stat.h>
-#include <unistd.h>
 
 #include <cerrno>
 #include <string>
@@ -172,38 +171,6 @@ TEST(ConfigFile, ARunSeesTheFileAsItWasRead) {
   ASSERT_EQ(SW_read_master_config(), 0);
   EXPECT_EQ(get_master_config_ptr()->masterServers[0], "m1");
   EXPECT_EQ(SW_daemon_port("cyclesvc"), 4000);
-}
-
-TEST(ConfigFile, OnlyARegularFileOfSaneSizeIsRead) {
-  testing_root::Remove("etc");
-  const std::string path = SW_config_path();
-  std::string err;
-  testing_root::Write("etc/stashwell.conf", "EMM_SERVER = e1\n" + std::string(1 << 20, '#'));
-  EXPECT_FALSE(Reread(&err));
-  EXPECT_EQ(err, path + ": larger than 1048576 bytes\n");
-  EXPECT_EQ(SW_read_master_config(), EINVAL);
-
-  testing_root::Remove("etc/stashwell.conf");
-  ASSERT_EQ(symlink("/dev/zero", path.c_str()), 0);
-  EXPECT_FALSE(Reread(&err));
-  EXPECT_EQ(err, path + ": not a regular file\n");
-
-  testing_root::Remove("etc/stashwell.conf");
-  ASSERT_EQ(mkfifo(path.c_str(), 0644), 0);  // no writer: must not wait for one
-  EXPECT_FALSE(Reread(&err));
-  EXPECT_EQ(err, path + ": not a regular file\n");
-
-  testing_root::Remove("etc/stashwell.conf");
-  ASSERT_EQ(symlink("nowhere", path.c_str()), 0);
-  EXPECT_FALSE(Reread(&err));
-  EXPECT_EQ(err, path + ": symbolic link to a missing file\n");
-  EXPECT_EQ(SW_read_master_config(), ENOENT);
-
-  testing_root::Remove("etc");
-  testing_root::Write("etc/stashwell.conf/x", "");
-  EXPECT_FALSE(Reread(&err));
-  EXPECT_EQ(err, path + ": Is a directory\n");
-  testing_root::Remove("etc");
 }
 
 }  // namespace
