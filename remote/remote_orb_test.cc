@@ -1,6 +1,7 @@
 // The process's ORB against the test service: value types read back intact
 // only with their factories registered, a registrar that meets a failing
-// factory goes on, and the wrapper's verification and call time-out.
+// factory goes on, and the wrapper's verification. The call time-out is
+// shown end to end (tests/e2e/remote_faults_test.cc).
 //
 // The whole test process shares one installation root (STASHWELL_ROOT) and
 // one ORB; the root's configuration names the test service's ports before
@@ -27,7 +28,6 @@ namespace {
 
 namespace Framework = Orvantic::Stashwell::TL::Framework;
 namespace DiskService = Orvantic::Stashwell::DL::DiskService;
-namespace DssSVC = Orvantic::Stashwell::StorageServiceMgmt::DssSVC;
 
 class RemoteOrbTest : public ::testing::Test {
  protected:
@@ -196,33 +196,6 @@ TEST_F(RemoteOrbTest, ResolveVerifiesOnlyWhenAsked) {
   CORBA::Object_var noPort =
       SWOrb->resolve("127.0.0.1", "nosuchdaemon", "X", connect, call, apply, verify);
   EXPECT_TRUE(CORBA::is_nil(noPort));
-}
-
-TEST_F(RemoteOrbTest, CallTimeOutEndsASlowCall) {
-  service_->SetScenario(R"({"Dssvc.StartImageDupSession": {"delay_ms": 1500}})");
-  ACE_Time_Value connect(10);
-  ACE_Time_Value call(0, 200000);
-  bool apply = true;
-  bool verify = false;
-  CORBA::Object_var object = SWOrb->resolve("127.0.0.1", "cyclesvc",
-                                            "StorageService.StorageServiceMgr", connect, call,
-                                            apply, verify);
-  DssSVC::Dssvc_var manager = DssSVC::Dssvc::_narrow(object);
-  ASSERT_FALSE(CORBA::is_nil(manager));
-  bool timedOut = false;
-  try {
-    manager->StartImageDupSession();
-  } catch (const CORBA::TRANSIENT&) {
-    timedOut = true;
-  } catch (const CORBA::TIMEOUT&) {
-    timedOut = true;
-  }
-  EXPECT_TRUE(timedOut);
-
-  // The service's own resolution puts the one-hour limit back.
-  service_->SetScenario(R"({"Dssvc.StartImageDupSession": {"delay_ms": 400, "status": 9}})");
-  DssSVC::Dssvc_var again = NarrowService<DssSVC::Dssvc>(kSlpManager);
-  EXPECT_EQ(again->StartImageDupSession(), 9);
 }
 
 }  // namespace
