@@ -45,7 +45,7 @@ DbConnectionManager::DbConnectionManager(unsigned int minConnections, unsigned i
       openRetryDelaySeconds_(openRetryDelaySeconds),
       userIdType_(userIdType),
       readOnly_(readOnly),
-      catalog_(catalog ? *catalog : ConfiguredCatalog()),
+      catalog_(catalog ? *catalog : sqldb::ConfiguredLocation()),
       translations_(statementCacheSize) {
   const char* account = AccountNameOf(userIdType);
   const std::string settings =
@@ -53,7 +53,8 @@ DbConnectionManager::DbConnectionManager(unsigned int minConnections, unsigned i
       ".." + std::to_string(maxConnections) + ", attempts " + std::to_string(openAttempts_) +
       ", timeouts " + std::to_string(loginTimeoutSeconds) + "/" +
       std::to_string(idleTimeoutSeconds) + " s, cache " + std::to_string(statementCacheSize) +
-      (readOnly ? ", read-only" : "") + ", catalog " + catalog_.path;
+      (readOnly ? ", read-only" : "") + ", catalog " +
+      (catalog_.display.empty() ? catalog_.path : catalog_.display);
   if (account == nullptr) {
     DalError(kSource, "unknown database account: " + settings);
     return;
@@ -72,7 +73,7 @@ int DbConnectionManager::OpenConnection(MSRDbConnection** out) {
   int status = DAL_SUCCESS;
   std::string why;
   for (unsigned int attempt = 1; attempt <= openAttempts_; ++attempt) {
-    SqliteHandle db;
+    std::unique_ptr<sqldb::Database> db;
     status = OpenCatalogFile(catalog_, readOnly_, &db, &why);
     if (status == DAL_SUCCESS) {
       connections_.emplace_back(new MSRDbConnection(std::move(db), &translations_));

@@ -4,7 +4,6 @@
 #include "platform/dal/connection_manager.h"
 
 #include <gtest/gtest.h>
-#include <sqlite3.h>
 #include <sys/stat.h>
 
 #include <chrono>
@@ -12,6 +11,7 @@
 #include <thread>
 
 #include "platform/dal/dal_test_support.h"
+#include "platform/sqldb/lock_wait.h"
 
 namespace Corvela {
 namespace Dal {
@@ -126,10 +126,10 @@ class LockedCatalogTest : public ::testing::Test {
  protected:
   void SetUp() override {
     catalog_.Exec("CREATE TABLE t (x); INSERT INTO t VALUES (1)");
-    ASSERT_EQ(sqlite3_open(catalog_.path().c_str(), &writer_), SQLITE_OK);
-    ASSERT_EQ(sqlite3_exec(writer_, "BEGIN EXCLUSIVE", nullptr, nullptr, nullptr), SQLITE_OK);
+    writer_ = catalog_.Open();
+    ASSERT_EQ(writer_->Exec("BEGIN EXCLUSIVE"), sqldb::Code::kOk);
+    sqldb::ResetLockWait();
   }
-  void TearDown() override { sqlite3_close(writer_); }
 
   // Runs a count on the locked catalog; the status and how long it took.
   int Count(int busyTimeoutMs, std::chrono::milliseconds* took) {
@@ -151,13 +151,13 @@ class LockedCatalogTest : public ::testing::Test {
   }
 
   TempCatalog catalog_;
-  sqlite3* writer_ = nullptr;
+  std::unique_ptr<sqldb::Database> writer_;
 };
 
 TEST_F(LockedCatalogTest, WaitsForTheWriterToFinish) {
   std::thread writer([this] {
     std::this_thread::sleep_for(std::chrono::milliseconds(300));
-    sqlite3_exec(writer_, "INSERT INTO t VALUES (2); COMMIT", nullptr, nullptr, nullptr);
+    writer_->Exec("INSERT INTO t VALUES (2); COMMIT");
   });
   std::chrono::milliseconds took;
   EXPECT_EQ(Count(5000, &took), DAL_SUCCESS);

@@ -1,7 +1,5 @@
-// Status texts and the mapping of SQLite result codes to statuses.
+// Status texts and the mapping of catalog engine codes to statuses.
 #include "platform/dal/dal_status.h"
-
-#include <sqlite3.h>
 
 namespace Corvela {
 namespace Dal {
@@ -37,33 +35,30 @@ const StatusText kStatusTexts[] = {
     {DAL_NOT_CONNECTED, "not connected to the database"},
 };
 
-// Primary SQLite result codes and the status each stands for; codes not
-// listed are DAL_EXECUTION_ERROR.
-struct SqliteMapping {
-  int sqliteCode;
+// Engine codes and the status each stands for.
+struct CodeMapping {
+  sqldb::Code code;
   int status;
 };
 
-const SqliteMapping kSqliteMappings[] = {
-    {SQLITE_OK, DAL_SUCCESS},
-    {SQLITE_ROW, DAL_SUCCESS},
-    {SQLITE_DONE, DAL_NO_DATA},
-    {SQLITE_ERROR, DAL_SQL_ERROR},
-    {SQLITE_BUSY, DAL_BUSY_TIMEOUT},
-    {SQLITE_LOCKED, DAL_BUSY_TIMEOUT},
-    {SQLITE_NOMEM, DAL_OUT_OF_MEMORY},
-    {SQLITE_READONLY, DAL_READ_ONLY},
-    {SQLITE_IOERR, DAL_IO_ERROR},
-    {SQLITE_FULL, DAL_IO_ERROR},
-    {SQLITE_CORRUPT, DAL_CATALOG_CORRUPT},
-    {SQLITE_NOTADB, DAL_CATALOG_CORRUPT},
-    {SQLITE_CANTOPEN, DAL_CATALOG_UNREADABLE},
-    {SQLITE_PERM, DAL_CATALOG_UNREADABLE},
-    {SQLITE_AUTH, DAL_CATALOG_UNREADABLE},
-    {SQLITE_CONSTRAINT, DAL_CONSTRAINT_VIOLATION},
-    {SQLITE_MISMATCH, DAL_CONVERSION_ERROR},
-    {SQLITE_TOOBIG, DAL_VALUE_OUT_OF_RANGE},
-    {SQLITE_RANGE, DAL_PARAMETER_MISMATCH},
+const CodeMapping kCodeMappings[] = {
+    {sqldb::Code::kOk, DAL_SUCCESS},
+    {sqldb::Code::kRow, DAL_SUCCESS},
+    {sqldb::Code::kDone, DAL_NO_DATA},
+    {sqldb::Code::kBusy, DAL_BUSY_TIMEOUT},
+    {sqldb::Code::kReadOnly, DAL_READ_ONLY},
+    {sqldb::Code::kConstraint, DAL_CONSTRAINT_VIOLATION},
+    {sqldb::Code::kFull, DAL_IO_ERROR},
+    {sqldb::Code::kIo, DAL_IO_ERROR},
+    {sqldb::Code::kCorrupt, DAL_CATALOG_CORRUPT},
+    {sqldb::Code::kMissing, DAL_CATALOG_MISSING},
+    {sqldb::Code::kNoAccess, DAL_CATALOG_UNREADABLE},
+    {sqldb::Code::kUnreachable, DAL_CATALOG_UNREADABLE},
+    {sqldb::Code::kCanceled, DAL_EXECUTION_ERROR},
+    {sqldb::Code::kNoMemory, DAL_OUT_OF_MEMORY},
+    {sqldb::Code::kRange, DAL_VALUE_OUT_OF_RANGE},
+    {sqldb::Code::kMisuse, DAL_INVALID_ARGUMENT},
+    {sqldb::Code::kError, DAL_SQL_ERROR},
 };
 
 }  // namespace
@@ -75,10 +70,9 @@ const char* DalStatusText(int status) {
   return "unknown status";
 }
 
-int DalStatusFromSqlite(int sqliteCode) {
-  const int primary = sqliteCode & 0xff;
-  for (const SqliteMapping& m : kSqliteMappings) {
-    if (m.sqliteCode == primary) return m.status;
+int DalStatusFromCode(sqldb::Code code) {
+  for (const CodeMapping& m : kCodeMappings) {
+    if (m.code == code) return m.status;
   }
   return DAL_EXECUTION_ERROR;
 }

@@ -5,6 +5,8 @@
 #ifndef PLATFORM_DAL_DAL_STATUS_H_
 #define PLATFORM_DAL_DAL_STATUS_H_
 
+#include "platform/sqldb/sqldb.h"
+
 namespace Corvela {
 namespace Dal {
 
@@ -36,8 +38,8 @@ enum : int {
 // codes not listed above).
 const char* DalStatusText(int status);
 
-// The status for an SQLite result code (primary or extended).
-int DalStatusFromSqlite(int sqliteCode);
+// The status for what a catalog engine call ended with.
+int DalStatusFromCode(sqldb::Code code);
 
 }  // namespace Dal
 }  // namespace Corvela

@@ -5,7 +5,6 @@
 #define PLATFORM_DAL_DAL_TEST_SUPPORT_H_
 
 #include <gtest/gtest.h>
-#include <sqlite3.h>
 #include <stdlib.h>
 
 #include <filesystem>
@@ -14,6 +13,7 @@
 #include <string>
 
 #include "platform/dal/dal.h"
+#include "platform/sqldb/sqldb.h"
 
 namespace Corvela {
 namespace Dal {
@@ -41,17 +41,22 @@ class TempCatalog {
     return where;
   }
 
-  // Runs SQLite statements directly (creating the file on first use).
+  // Runs statements directly (creating the file on first use).
   void Exec(const std::string& sql) const {
-    sqlite3* db = nullptr;
-    ASSERT_EQ(sqlite3_open(path_.c_str(), &db), SQLITE_OK);
-    char* err = nullptr;
-    const std::string batch = "PRAGMA synchronous = OFF; BEGIN; " + sql + "; COMMIT;";
-    const int rc = sqlite3_exec(db, batch.c_str(), nullptr, nullptr, &err);
-    const std::string message = err ? err : "";
-    sqlite3_free(err);
-    sqlite3_close(db);
-    ASSERT_EQ(rc, SQLITE_OK) << message;
+    const std::unique_ptr<sqldb::Database> db = Open();
+    ASSERT_TRUE(db);
+    ASSERT_EQ(db->Exec("PRAGMA synchronous = OFF; BEGIN; " + sql + "; COMMIT;"), sqldb::Code::kOk)
+        << db->LastError();
+  }
+
+  // A connection of its own (another process's, as far as the layer can
+  // tell), creating the file when it is missing.
+  std::unique_ptr<sqldb::Database> Open() const {
+    std::unique_ptr<sqldb::Database> db;
+    std::string why;
+    EXPECT_EQ(sqldb::Open(location(0), sqldb::OpenMode::kCreate, &db, &why), sqldb::Code::kOk)
+        << why;
+    return db;
   }
 
   // Creates the catalog with the schema of the source tree.

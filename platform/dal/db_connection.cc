@@ -1,10 +1,7 @@
-// Statement execution and fetching over an SQLite catalog connection.
+// Statement execution and fetching over a catalog connection.
 #include "platform/dal/db_connection.h"
 
-#include <sqlite3.h>
-
 #include <algorithm>
-#include <cctype>
 #include <new>
 
 #include "platform/dal/dal_log.h"
@@ -20,7 +17,7 @@ namespace {
 // Statements after which "no row touched" is reported as DAL_NO_DATA.
 const char* const kSearchedWrites[] = {"UPDATE", "DELETE"};
 
-bool IsSearchedWrite(const char* sql) {
+bool IsSearchedWrite(const std::string& sql) {
   for (const SqlToken& t : TokenizeSql(sql)) {
     if (!t.IsSignificant()) continue;
     for (const char* w : kSearchedWrites) {
@@ -31,20 +28,14 @@ bool IsSearchedWrite(const char* sql) {
   return false;
 }
 
-bool OnlySeparatorsLeft(const char* tail) {
-  for (; tail != nullptr && *tail != '\0'; ++tail) {
-    if (*tail != ';' && !isspace(static_cast<unsigned char>(*tail))) return false;
-  }
-  return true;
-}
-
 std::string Describe(int status) {
   return "status " + std::to_string(status) + " (" + DalStatusText(status) + ")";
 }
 
 }  // namespace
 
-DbConnection::DbConnection(SqliteHandle db, SqlTranslationCache* translations)
+DbConnection::DbConnection(std::unique_ptr<sqldb::Database> db,
+                           SqlTranslationCache* translations)
     : db_(std::move(db)), translations_(translations) {}
 
 DbConnection::~DbConnection() {
@@ -91,24 +82,17 @@ int DbConnection::Prepare(DalOdbcView* view, const std::string& sql, const char*
   if (!translation.ok) {
     return Fail(view, DAL_SQL_ERROR, "cannot translate the statement: " + translation.text, sql);
   }
-  const std::string& translated = translation.text;
-  const char* tail = nullptr;
-  const int rc = sqlite3_prepare_v2(db_.get(), translated.c_str(),
-                                    static_cast<int>(translated.size()), &view->stmt_, &tail);
-  if (rc != SQLITE_OK) {
-    return Fail(view, DalStatusFromSqlite(rc),
-                std::string("prepare failed: ") + sqlite3_errmsg(db_.get()), sql);
+  sqldb::Code code;
+  view->stmt_ = db_->Prepare(translation.text, &code);
+  if (!view->stmt_) {
+    return Fail(view, DalStatusFromCode(code), "prepare failed: " + db_->LastError(), sql);
   }
-  if (view->stmt_ == nullptr) return Fail(view, DAL_SQL_ERROR, "empty statement", sql);
-  if (!OnlySeparatorsLeft(tail)) {
-    return Fail(view, DAL_SQL_ERROR, "more than one statement in one call", sql);
-  }
-  view->isQuery_ = sqlite3_column_count(view->stmt_) > 0;
+  view->isQuery_ = view->stmt_->ColumnCount() > 0;
   return DAL_SUCCESS;
 }
 
 int DbConnection::BindAll(DalOdbcView* view, const DalBinding* bindings, const std::string& sql) {
-  const int expected = sqlite3_bind_parameter_count(view->stmt_);
+  const int expected = view->stmt_->ParameterCount();
   // Reads at most one entry past the expected parameters, so that a list
   // without its terminator is refused rather than walked off its end.
   int given = 0;
@@ -123,7 +107,7 @@ int DbConnection::BindAll(DalOdbcView* view, const DalBinding* bindings, const s
                 sql);
   }
   for (int i = 0; i < given; ++i) {
-    const int status = BindParameter(view->stmt_, i + 1, bindings[i]);
+    const int status = BindParameter(view->stmt_.get(), i + 1, bindings[i]);
     if (status != DAL_SUCCESS) {
       return Fail(view, status, "cannot bind parameter " + std::to_string(i + 1), sql);
     }
@@ -141,24 +125,21 @@ int DbConnection::Execute(DalOdbcView* view, const std::string& sql, const DalBi
   if (status == DAL_SUCCESS) status = BindAll(view, bindings, sql);
   if (status != DAL_SUCCESS) return status;
   if (logParameters) {
-    char* expanded = sqlite3_expanded_sql(view->stmt_);
-    DalTrace(verbosity, callerName, std::string("with parameters: ") + (expanded ? expanded : ""));
-    sqlite3_free(expanded);
+    DalTrace(verbosity, callerName, "with parameters: " + view->stmt_->ExpandedSql());
   }
 
-  const int rc = sqlite3_step(view->stmt_);
-  if (rc == SQLITE_ROW && view->isQuery_) {
+  const sqldb::Code code = view->stmt_->Step();
+  if (code == sqldb::Code::kRow && view->isQuery_) {
     view->rowPending_ = true;
-  } else if (rc == SQLITE_DONE || rc == SQLITE_ROW) {
+  } else if (code == sqldb::Code::kDone || code == sqldb::Code::kRow) {
     view->exhausted_ = true;
-    sqlite3_reset(view->stmt_);
+    view->stmt_->Reset();
   } else {
-    return Fail(view, DalStatusFromSqlite(rc),
-                std::string("execute failed: ") + sqlite3_errmsg(db_.get()), sql);
+    return Fail(view, DalStatusFromCode(code), "execute failed: " + db_->LastError(), sql);
   }
   if (!view->isQuery_) {
-    view->rowCount_ = sqlite3_changes64(db_.get());
-    if (view->rowCount_ == 0 && !allowNoData && IsSearchedWrite(sqlite3_sql(view->stmt_))) {
+    view->rowCount_ = view->stmt_->Changes();
+    if (view->rowCount_ == 0 && !allowNoData && IsSearchedWrite(view->stmt_->Sql())) {
       DalTrace(verbosity, callerName, "no row touched");
       return DAL_NO_DATA;
     }
@@ -179,10 +160,10 @@ int DbConnection::Fetch(DalOdbcView* view, void* rowBuffer, size_t rowSize,
   }
   const unsigned int capacity = *rows;
   *rows = 0;
-  if (view->stmt_ == nullptr || !view->isQuery_) {
+  if (!view->stmt_ || !view->isQuery_) {
     return view->executed_ && view->exhausted_ ? DAL_NO_DATA : DAL_NO_RESULT_SET;
   }
-  const int columns = sqlite3_column_count(view->stmt_);
+  const int columns = view->stmt_->ColumnCount();
   for (unsigned int i = 0; i < bindingCount; ++i) {
     if (CheckResultBinding(bindingTable[i], rowSize, columns) != DAL_SUCCESS) {
       DalError(view->caller_.c_str(), "Fetch: result binding " + std::to_string(i + 1) +
@@ -195,26 +176,27 @@ int DbConnection::Fetch(DalOdbcView* view, void* rowBuffer, size_t rowSize,
   while (*rows < capacity) {
     if (!view->rowPending_) {
       if (view->exhausted_) break;
-      const int rc = sqlite3_step(view->stmt_);
-      if (rc == SQLITE_DONE) {
+      const sqldb::Code code = view->stmt_->Step();
+      if (code == sqldb::Code::kDone) {
         view->exhausted_ = true;
-        sqlite3_reset(view->stmt_);  // releases the read lock
+        view->stmt_->Reset();  // releases the read lock
         break;
       }
-      if (rc != SQLITE_ROW) {
-        const int status = DalStatusFromSqlite(rc);
-        DalError(view->caller_.c_str(), std::string("fetch failed: ") + Describe(status) + ": " +
-                                            sqlite3_errmsg(db_.get()));
+      if (code != sqldb::Code::kRow) {
+        const int status = DalStatusFromCode(code);
+        DalError(view->caller_.c_str(),
+                 "fetch failed: " + Describe(status) + ": " + db_->LastError());
         view->exhausted_ = true;
-        sqlite3_reset(view->stmt_);
+        view->stmt_->Reset();
         return status;
       }
       view->rowPending_ = true;
     }
     view->rowPending_ = false;
     ++view->rowCount_;
+    const sqldb::Row& current = view->stmt_->CurrentRow();
     for (unsigned int i = 0; i < bindingCount; ++i) {
-      const int status = StoreColumn(view->stmt_, bindingTable[i], row + *rows * rowSize,
+      const int status = StoreColumn(current, bindingTable[i], row + *rows * rowSize,
                                      nullsAsZero, failOnTruncation);
       if (status != DAL_SUCCESS) {
         DalError(view->caller_.c_str(), "fetch: column " +

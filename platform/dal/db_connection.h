@@ -4,7 +4,7 @@
 // row records, as a result binding table describes), ULongReturningQuery
 // (one unsigned number) and StringReturningFetch (the next row's one text).
 // Every statement is sent in the catalog's native dialect and translated to
-// SQLite here (sql_dialect.h). Every call returns 0 or a status of
+// the engine's dialect here (sql_dialect.h). Every call returns 0 or a status of
 // dal_status.h; failures are also written to the debug log.
 //
 // MSRDbConnection is the form in which a DbConnectionManager leases
@@ -47,7 +47,7 @@ class DbConnection {
   // before its first row for Fetch. A searched UPDATE or DELETE that touches
   // no row returns DAL_NO_DATA unless `allowNoData`. The statement is
   // traced at `verbosity` under `callerName`; with `logParameters` also as
-  // SQLite runs it, with the parameter values in place of the marks.
+  // the engine runs it, with the parameter values in place of the marks.
   int Execute(DalOdbcView* view, const std::string& sql, const DalBinding* bindings,
               LOG_AT_VERBOSITY verbosity, const char* callerName, bool allowNoData,
               bool logParameters);
@@ -80,7 +80,7 @@ class DbConnection {
  protected:
   // Takes over `db`; statements are translated through `translations`,
   // which must outlive the connection.
-  DbConnection(SqliteHandle db, SqlTranslationCache* translations);
+  DbConnection(std::unique_ptr<sqldb::Database> db, SqlTranslationCache* translations);
 
  private:
   bool Owns(const DalOdbcView* view) const;
@@ -88,14 +88,14 @@ class DbConnection {
   int BindAll(DalOdbcView* view, const DalBinding* bindings, const std::string& sql);
   int Fail(DalOdbcView* view, int status, const std::string& what, const std::string& sql);
 
-  SqliteHandle db_;
+  std::unique_ptr<sqldb::Database> db_;
   SqlTranslationCache* translations_;
   std::vector<std::unique_ptr<DalOdbcView>> views_;
 };
 
 class MSRDbConnection : public DbConnection {
  public:
-  MSRDbConnection(SqliteHandle db, SqlTranslationCache* translations)
+  MSRDbConnection(std::unique_ptr<sqldb::Database> db, SqlTranslationCache* translations)
       : DbConnection(std::move(db), translations) {}
 
   bool leased() const { return leased_; }

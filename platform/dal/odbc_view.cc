@@ -1,8 +1,6 @@
 // Statement views: ending a statement and its row count.
 #include "platform/dal/odbc_view.h"
 
-#include <sqlite3.h>
-
 #include "platform/dal/dal_status.h"
 
 namespace Corvela {
@@ -11,8 +9,7 @@ namespace Dal {
 DalOdbcStatement::~DalOdbcStatement() { Finish(); }
 
 void DalOdbcStatement::Finish() {
-  sqlite3_finalize(stmt_);
-  stmt_ = nullptr;
+  stmt_.reset();
   isQuery_ = false;
   rowPending_ = false;
   exhausted_ = false;

@@ -6,11 +6,11 @@
 #define PLATFORM_DAL_ODBC_VIEW_H_
 
 #include <cstdint>
+#include <memory>
 #include <string>
 
 #include "platform/dal/dal_types.h"
-
-struct sqlite3_stmt;
+#include "platform/sqldb/sqldb.h"
 
 namespace Corvela {
 namespace Dal {
@@ -38,7 +38,7 @@ class DalOdbcStatement {
  private:
   friend class DbConnection;
 
-  sqlite3_stmt* stmt_ = nullptr;  // owned; null when nothing runs
+  std::unique_ptr<sqldb::Statement> stmt_;  // null when nothing runs
   bool executed_ = false;         // a statement has run since the view was made
   bool isQuery_ = false;          // the statement returns rows
   bool rowPending_ = false;       // a stepped row not yet handed out

@@ -8,7 +8,7 @@
 #include <string>
 
 #include "platform/dal/dal_test_support.h"
-#include "platform/dal/sql_functions.h"
+#include "platform/sqldb/sqlite_functions.h"
 #include "platform/dal/sql_tokenizer.h"
 
 namespace Corvela {
@@ -131,7 +131,7 @@ TEST(SqlDialectTest, DateTimeTexts) {
   };
   for (const Case& c : cases) {
     int64_t seconds = 12345;
-    EXPECT_EQ(ParseDateTime(c.text, &seconds), c.valid) << c.text;
+    EXPECT_EQ(sqldb::ParseDateTime(c.text, &seconds), c.valid) << c.text;
     if (c.valid) {
       EXPECT_EQ(seconds, c.seconds) << c.text;
     }

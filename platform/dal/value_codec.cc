@@ -1,8 +1,6 @@
-// Conversions between SQLite values and the caller's fields, driven by the
-// table of value types.
+// Conversions between the engine's values and the caller's fields, driven
+// by the table of value types.
 #include "platform/dal/value_codec.h"
-
-#include <sqlite3.h>
 
 #include <cerrno>
 #include <cmath>
@@ -10,6 +8,7 @@
 #include <cstdlib>
 #include <cstring>
 #include <string>
+#include <string_view>
 
 #include "platform/dal/dal_status.h"
 
@@ -88,28 +87,30 @@ bool DoubleToInteger(double d, int64_t* value) {
   return true;
 }
 
+// A number held as text (leading and trailing blanks allowed): whole, or
+// with a fraction or exponent, cut to a whole number. Returns 0 or a status.
+int ParseNumber(std::string_view text, bool unsignedWide, int64_t* value) {
+  const size_t first = text.find_first_not_of(" \t");
+  const size_t last = text.find_last_not_of(" \t");
+  const std::string s(first == std::string_view::npos ? std::string_view()
+                                                      : text.substr(first, last - first + 1));
+  if (ParseWholeNumber(s, unsignedWide, value)) return DAL_SUCCESS;
+  char* end = nullptr;
+  const double d = strtod(s.c_str(), &end);
+  if (s.empty() || *end != '\0') return DAL_CONVERSION_ERROR;
+  return DoubleToInteger(d, value) ? DAL_SUCCESS : DAL_VALUE_OUT_OF_RANGE;
+}
+
 // The column as a 64-bit integer; unsigned 64-bit fields take texts above
 // the signed range too. Returns 0 or a status.
-int ColumnInteger(sqlite3_stmt* stmt, int col, bool unsignedWide, int64_t* value) {
-  switch (sqlite3_column_type(stmt, col)) {
-    case SQLITE_INTEGER:
-      *value = sqlite3_column_int64(stmt, col);
+int ColumnInteger(const sqldb::Row& row, int col, bool unsignedWide, int64_t* value) {
+  switch (row.type(col)) {
+    case sqldb::Type::kInteger:
+      *value = row.Int64(col);
       return DAL_SUCCESS;
-    case SQLITE_FLOAT:
-      return DoubleToInteger(sqlite3_column_double(stmt, col), value) ? DAL_SUCCESS
-                                                                      : DAL_VALUE_OUT_OF_RANGE;
-    case SQLITE_TEXT: {
-      std::string s(reinterpret_cast<const char*>(sqlite3_column_text(stmt, col)),
-                    sqlite3_column_bytes(stmt, col));
-      const size_t first = s.find_first_not_of(" \t");
-      const size_t last = s.find_last_not_of(" \t");
-      s = first == std::string::npos ? "" : s.substr(first, last - first + 1);
-      if (ParseWholeNumber(s, unsignedWide, value)) return DAL_SUCCESS;
-      char* end = nullptr;
-      const double d = strtod(s.c_str(), &end);
-      if (s.empty() || *end != '\0') return DAL_CONVERSION_ERROR;
-      return DoubleToInteger(d, value) ? DAL_SUCCESS : DAL_VALUE_OUT_OF_RANGE;
-    }
+    case sqldb::Type::kFloat:
+    case sqldb::Type::kText:
+      return ParseNumber(row.Bytes(col), unsignedWide, value);
     default:
       return DAL_CONVERSION_ERROR;
   }
@@ -165,25 +166,25 @@ int64_t ReadInteger(const void* p, ValueKind kind, int width) {
   }
 }
 
-int StoreText(sqlite3_stmt* stmt, int col, char* field, size_t width, bool failOnTruncation) {
-  const bool isBlob = sqlite3_column_type(stmt, col) == SQLITE_BLOB;
-  const void* data = isBlob ? sqlite3_column_blob(stmt, col) : sqlite3_column_text(stmt, col);
-  const size_t bytes = static_cast<size_t>(sqlite3_column_bytes(stmt, col));
-  const size_t n = bytes < width - 1 ? bytes : width - 1;
-  if (n > 0) memcpy(field, data, n);
+int StoreText(const sqldb::Row& row, int col, char* field, size_t width,
+              bool failOnTruncation) {
+  // A number in a text field reads as its decimal digits.
+  const std::string number = row.type(col) == sqldb::Type::kInteger
+                                 ? std::to_string(row.Int64(col))
+                                 : std::string();
+  const std::string_view data = number.empty() ? row.Bytes(col) : std::string_view(number);
+  const size_t n = data.size() < width - 1 ? data.size() : width - 1;
+  if (n > 0) memcpy(field, data.data(), n);
   field[n] = '\0';
-  return (n < bytes && failOnTruncation) ? DAL_DATA_TRUNCATED : DAL_SUCCESS;
+  return (n < data.size() && failOnTruncation) ? DAL_DATA_TRUNCATED : DAL_SUCCESS;
 }
 
-int StoreGuid(sqlite3_stmt* stmt, int col, char* field) {
-  const int type = sqlite3_column_type(stmt, col);
-  if (type != SQLITE_BLOB && type != SQLITE_TEXT) return DAL_CONVERSION_ERROR;
-  const void* data = type == SQLITE_BLOB ? sqlite3_column_blob(stmt, col)
-                                         : static_cast<const void*>(sqlite3_column_text(stmt, col));
-  if (static_cast<size_t>(sqlite3_column_bytes(stmt, col)) != kGuidBytes) {
-    return DAL_CONVERSION_ERROR;
-  }
-  memcpy(field, data, kGuidBytes);
+int StoreGuid(const sqldb::Row& row, int col, char* field) {
+  const sqldb::Type type = row.type(col);
+  if (type != sqldb::Type::kBlob && type != sqldb::Type::kText) return DAL_CONVERSION_ERROR;
+  const std::string_view data = row.Bytes(col);
+  if (data.size() != kGuidBytes) return DAL_CONVERSION_ERROR;
+  memcpy(field, data.data(), kGuidBytes);
   return DAL_SUCCESS;
 }
 
@@ -198,26 +199,26 @@ int CheckResultBinding(const DalBinding& b, size_t rowSize, int columnCount) {
   return DAL_SUCCESS;
 }
 
-int StoreColumn(sqlite3_stmt* stmt, const DalBinding& b, char* row, bool nullsAsZero,
+int StoreColumn(const sqldb::Row& current, const DalBinding& b, char* row, bool nullsAsZero,
                 bool failOnTruncation) {
   const ValueTypeInfo* t = FindValueType(b.valueType);
   if (t == nullptr) return DAL_INVALID_ARGUMENT;
   const int col = b.columnNumber - 1;
   char* field = row + b.target;
-  if (sqlite3_column_type(stmt, col) == SQLITE_NULL) {
+  if (current.IsNull(col)) {
     if (nullsAsZero) memset(field, 0, FieldBytes(*t, b));
     return DAL_SUCCESS;
   }
   switch (t->kind) {
     case ValueKind::kText:
-      return StoreText(stmt, col, field, static_cast<size_t>(b.size), failOnTruncation);
+      return StoreText(current, col, field, static_cast<size_t>(b.size), failOnTruncation);
     case ValueKind::kGuid:
-      return StoreGuid(stmt, col, field);
+      return StoreGuid(current, col, field);
     default: {
       const int width = NumericWidth(*t, b.size);
       int64_t v = 0;
       const int status =
-          ColumnInteger(stmt, col, t->kind == ValueKind::kUnsigned && width == 8, &v);
+          ColumnInteger(current, col, t->kind == ValueKind::kUnsigned && width == 8, &v);
       if (status != DAL_SUCCESS) return status;
       if (!FitsWidth(v, t->kind, width)) return DAL_VALUE_OUT_OF_RANGE;
       WriteInteger(field, v, width);
@@ -226,26 +227,26 @@ int StoreColumn(sqlite3_stmt* stmt, const DalBinding& b, char* row, bool nullsAs
   }
 }
 
-int BindParameter(sqlite3_stmt* stmt, int index, const DalBinding& b) {
+int BindParameter(sqldb::Statement* stmt, int index, const DalBinding& b) {
   const ValueTypeInfo* t = FindValueType(b.valueType);
   if (t == nullptr || b.direction != DAL_INPUT_PARAMETER) return DAL_INVALID_ARGUMENT;
   const void* value = reinterpret_cast<const void*>(b.target);
-  int rc;
+  sqldb::Code code;
   if (value == nullptr || (t->kind == ValueKind::kText && b.parameterLength == -1)) {
-    rc = sqlite3_bind_null(stmt, index);
+    code = stmt->BindNull(index);
   } else if (t->kind == ValueKind::kText) {
     const char* text = static_cast<const char*>(value);
     const size_t n =
         b.parameterLength == DAL_NTS
             ? strlen(text)
             : strnlen(text, static_cast<size_t>(b.parameterLength < 0 ? 0 : b.parameterLength));
-    rc = sqlite3_bind_text(stmt, index, text, static_cast<int>(n), SQLITE_TRANSIENT);
+    code = stmt->BindText(index, std::string_view(text, n));
   } else if (t->kind == ValueKind::kGuid) {
-    rc = sqlite3_bind_blob(stmt, index, value, static_cast<int>(kGuidBytes), SQLITE_TRANSIENT);
+    code = stmt->BindBlob(index, value, kGuidBytes);
   } else {
-    rc = sqlite3_bind_int64(stmt, index, ReadInteger(value, t->kind, t->width));
+    code = stmt->BindInt64(index, ReadInteger(value, t->kind, t->width));
   }
-  return rc == SQLITE_OK ? DAL_SUCCESS : DalStatusFromSqlite(rc);
+  return code == sqldb::Code::kOk ? DAL_SUCCESS : DalStatusFromCode(code);
 }
 
 }  // namespace Dal

@@ -1,11 +1,11 @@
-// Moves values between SQLite and the caller's memory as binding entries
+// Moves values between the catalog engine and the caller's memory as binding entries
 // describe them: result columns into fields of a row record, input
 // parameters from the caller's variables into a prepared statement.
 //
 // Numbers are range-checked against the field they go into; a numeric field
 // declared narrower than its value type (a 4-byte type bound with size 2) is
 // written in its declared width. Unsigned 64-bit values keep their bit
-// pattern through SQLite's signed integers. Texts are cut to the field's
+// pattern through the engine's signed integers. Texts are cut to the field's
 // width minus the NUL. A 16-byte value is a blob (or text) of exactly 16
 // bytes.
 #ifndef PLATFORM_DAL_VALUE_CODEC_H_
@@ -14,8 +14,7 @@
 #include <cstddef>
 
 #include "platform/dal/dal_types.h"
-
-struct sqlite3_stmt;
+#include "platform/sqldb/sqldb.h"
 
 namespace Corvela {
 namespace Dal {
@@ -24,16 +23,16 @@ namespace Dal {
 // columns and a row record of `rowSize` bytes, else DAL_INVALID_ARGUMENT.
 int CheckResultBinding(const DalBinding& b, size_t rowSize, int columnCount);
 
-// Stores column b.columnNumber of the current row of `stmt` into `row`. A
+// Stores column b.columnNumber of `current` (a statement's row) into `row`. A
 // NULL becomes zero bytes when `nullsAsZero`, else leaves the field as it
 // is. A text that does not fit is cut; with `failOnTruncation` that also
 // yields DAL_DATA_TRUNCATED. Returns 0 or a status.
-int StoreColumn(sqlite3_stmt* stmt, const DalBinding& b, char* row, bool nullsAsZero,
+int StoreColumn(const sqldb::Row& current, const DalBinding& b, char* row, bool nullsAsZero,
                 bool failOnTruncation);
 
 // Binds input parameter `index` (from 1) of `stmt` from `b`. A null target,
 // or a text length of -1, binds NULL. Returns 0 or a status.
-int BindParameter(sqlite3_stmt* stmt, int index, const DalBinding& b);
+int BindParameter(sqldb::Statement* stmt, int index, const DalBinding& b);
 
 }  // namespace Dal
 }  // namespace Corvela

@@ -5,7 +5,7 @@
 #ifndef PLATFORM_EMMLIB_CATALOG_SCHEMA_H_
 #define PLATFORM_EMMLIB_CATALOG_SCHEMA_H_
 
-// The DDL text, to be run as a whole (for example with sqlite3_exec).
+// The DDL text, to be run as a whole (for example with sqldb::Database::Exec).
 extern const char kCatalogSchemaSql[];
 // The same tables, functions and indexes for PostgreSQL, to be run as a
 // whole in an empty database (creates the schemas).

@@ -2,11 +2,12 @@
 // record), an image's SLP state, and the emptying of the deleted-fragment
 // list. Each is one statement, so it is applied whole or not at all.
 #include <cstdlib>
+#include <memory>
 #include <string>
 
 #include "platform/emmlib/connection.h"
 #include "platform/emmlib/emmlib.h"
-#include "platform/emmlib/sqlite_stmt.h"
+#include "platform/emmlib/statement.h"
 
 namespace emm {
 namespace {
@@ -14,12 +15,12 @@ namespace {
 // Runs a data-changing statement; *changed receives the rows it touched.
 unsigned Run(Connection* connection, const char* call, const std::string& sql,
              const Params& params, int* changed) {
-  Statement stmt;
-  int rc = stmt.Prepare(connection->db(), sql);
-  if (rc == SQLITE_OK) rc = params.BindAll(stmt.get());
-  if (rc == SQLITE_OK) rc = sqlite3_step(stmt.get());
-  if (rc != SQLITE_DONE) return connection->Fail(call, rc);
-  *changed = sqlite3_changes(connection->db());
+  std::unique_ptr<sqldb::Statement> stmt;
+  const unsigned status = connection->Prepare(call, sql, params, &stmt);
+  if (status != EMMLIB_OK) return status;
+  const sqldb::Code code = stmt->Step();
+  if (code != sqldb::Code::kDone) return connection->Fail(call, code);
+  *changed = static_cast<int>(stmt->Changes());
   return EMMLIB_OK;
 }
 

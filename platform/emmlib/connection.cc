@@ -4,7 +4,6 @@
 #include <map>
 #include <memory>
 
-#include "platform/config.h"
 #include "platform/emmlib/emmlib.h"
 #include "platform/emmlib/query_handles.h"
 #include "platform/root.h"
@@ -17,57 +16,62 @@ std::map<int, std::unique_ptr<Connection>>& Connections() {
   return connections;
 }
 
-// The database file a catalog text names: an absolute path as it is, a
-// relative one under the installation root, none the configured catalog.
-std::string CatalogPath(const char* catalog) {
-  if (catalog == nullptr || *catalog == '\0') return SW_catalog_path();
-  if (*catalog == '/') return catalog;
-  return StashwellPath(catalog);
+// The catalog a catalog text names: an absolute path as it is, a relative
+// one under the installation root, none the configured catalog.
+sqldb::Location CatalogLocation(const char* catalog) {
+  sqldb::Location where = sqldb::ConfiguredLocation();
+  if (catalog == nullptr || *catalog == '\0') return where;
+  where.engine = sqldb::Engine::kSqlite;
+  where.path = *catalog == '/' ? std::string(catalog) : StashwellPath(catalog);
+  where.display = where.path;
+  return where;
 }
 
 }  // namespace
 
-Connection::Connection(sqlite3* db, LogFunction log, std::string source)
-    : db_(db), log_(log), source_(std::move(source)) {}
+Connection::Connection(std::unique_ptr<sqldb::Database> db, LogFunction log, std::string source)
+    : db_(std::move(db)), log_(log), source_(std::move(source)) {}
 
-// sqlite3_close_v2 defers the close until the member statements are
-// finalized right after.
-Connection::~Connection() { sqlite3_close_v2(db_); }
+Connection::~Connection() = default;
 
 void Connection::Log(int severity, const std::string& text) const {
   if (log_ != nullptr) log_(severity, text.c_str(), source_.c_str());
 }
 
-unsigned Connection::Fail(const char* call, int rc) const {
-  Log(16, std::string(call) + ": catalog database error " + std::to_string(rc) + ": " +
-              sqlite3_errmsg(db_));
-  return StatusFromSqlite(rc);
+unsigned Connection::Fail(const char* call, sqldb::Code code) const {
+  Log(16, std::string(call) + ": catalog database error (" + sqldb::CodeText(code) +
+              "): " + db_->LastError());
+  return StatusFromCode(code);
+}
+
+unsigned Connection::Prepare(const char* call, const std::string& sql, const Params& params,
+                             std::unique_ptr<sqldb::Statement>* stmt) const {
+  sqldb::Code code;
+  *stmt = db_->Prepare(sql, &code);
+  if (*stmt) code = params.BindAll(stmt->get());
+  return code == sqldb::Code::kOk ? EMMLIB_OK : Fail(call, code);
 }
 
 int64_t Connection::MasterServerKey(const char* name, unsigned* status) {
   *status = EMMLIB_OK;
   if (!keyLookup_) {
-    int rc = keyLookup_.Prepare(
-        db_,
-        "SELECT m.ParentKey FROM EMM_Machine m JOIN EMM_MachineAlias a"
-        " ON m.ParentKey = a.MachineKey WHERE a.MachineSwuType IN (3, 5)"
-        " AND UPPER(a.MachineAliasName) = UPPER(?) LIMIT 1");
-    if (rc != SQLITE_OK) {
-      *status = Fail("master server lookup", rc);
-      return -1;
-    }
+    *status = Prepare("master server lookup",
+                      "SELECT m.ParentKey FROM EMM_Machine m JOIN EMM_MachineAlias a"
+                      " ON m.ParentKey = a.MachineKey WHERE a.MachineSwuType IN (3, 5)"
+                      " AND UPPER(a.MachineAliasName) = UPPER(?) LIMIT 1",
+                      Params(), &keyLookup_);
+    if (*status != EMMLIB_OK) return -1;
   }
-  sqlite3_stmt* st = keyLookup_.get();
-  sqlite3_reset(st);
-  sqlite3_bind_text(st, 1, name, -1, SQLITE_TRANSIENT);
-  int rc = sqlite3_step(st);
+  keyLookup_->Reset();
+  keyLookup_->BindText(1, name);
+  const sqldb::Code code = keyLookup_->Step();
   int64_t key = -1;
-  if (rc == SQLITE_ROW) {
-    key = sqlite3_column_int64(st, 0);
-  } else if (rc != SQLITE_DONE) {
-    *status = Fail("master server lookup", rc);
+  if (code == sqldb::Code::kRow) {
+    key = keyLookup_->CurrentRow().Int64(0);
+  } else if (code != sqldb::Code::kDone) {
+    *status = Fail("master server lookup", code);
   }
-  sqlite3_reset(st);
+  keyLookup_->Reset();
   return key;
 }
 
@@ -75,19 +79,18 @@ const std::string& Connection::MasterServerName(int64_t key) {
   if (key == cachedNameKey_) return cachedName_;
   cachedName_.clear();
   cachedNameKey_ = key;
-  if (!nameLookup_ &&
-      nameLookup_.Prepare(db_, "SELECT MachinePrimaryName FROM EMM_Machine WHERE MachineKey = ?") !=
-          SQLITE_OK) {
+  if (!nameLookup_ && Prepare("master server name",
+                              "SELECT MachinePrimaryName FROM EMM_Machine WHERE MachineKey = ?",
+                              Params(), &nameLookup_) != EMMLIB_OK) {
     return cachedName_;
   }
-  sqlite3_stmt* st = nameLookup_.get();
-  sqlite3_reset(st);
-  sqlite3_bind_int64(st, 1, key);
-  if (sqlite3_step(st) == SQLITE_ROW) {
-    const unsigned char* text = sqlite3_column_text(st, 0);
-    if (text != nullptr) cachedName_.assign(reinterpret_cast<const char*>(text));
+  nameLookup_->Reset();
+  nameLookup_->BindInt64(1, key);
+  if (nameLookup_->Step() == sqldb::Code::kRow) {
+    const std::string_view name = nameLookup_->CurrentRow().Bytes(0);
+    cachedName_.assign(name.data(), name.size());
   }
-  sqlite3_reset(st);
+  nameLookup_->Reset();
   return cachedName_;
 }
 
@@ -123,12 +126,11 @@ bool CloseConnection(int id) {
   return true;
 }
 
-unsigned StatusFromSqlite(int rc) {
-  switch (rc & 0xff) {
-    case SQLITE_BUSY:
-    case SQLITE_LOCKED:
+unsigned StatusFromCode(sqldb::Code code) {
+  switch (code) {
+    case sqldb::Code::kBusy:
       return EMMLIB_BUSY;
-    case SQLITE_NOMEM:
+    case sqldb::Code::kNoMemory:
       return EMMLIB_NO_MEMORY;
     default:
       return EMMLIB_DB_ERROR;
@@ -145,37 +147,31 @@ unsigned emmlib_initialize(int* cid, int flags, const char* server, unsigned sho
   if (*cid != 0) emm::CloseConnection(*cid);
   *cid = 0;
   const std::string source = cmdName != nullptr ? cmdName : "emmlib";
-  const std::string path = emm::CatalogPath(catalog);
-  // The library is used from one thread; without SQLite's per-call mutex
-  // reading a column costs a fraction of what it does otherwise.
-  const int openFlags = SQLITE_OPEN_NOMUTEX |
-                        ((flags & EMMLIB_READ_ONLY) ? SQLITE_OPEN_READONLY : SQLITE_OPEN_READWRITE);
-  sqlite3* db = nullptr;
-  int rc = sqlite3_open_v2(path.c_str(), &db, openFlags, nullptr);
+  const sqldb::Location where = emm::CatalogLocation(catalog);
   auto failOpen = [&](unsigned status, const std::string& why) {
     if (log != nullptr) {
-      log(16, ("emmlib_initialize: cannot open catalog " + path + ": " + why).c_str(),
-          source.c_str());
+      log(16, ("emmlib_initialize: cannot open catalog " + why).c_str(), source.c_str());
     }
-    sqlite3_close_v2(db);
     return status;
   };
-  if (rc != SQLITE_OK) return failOpen(EMMLIB_CANNOT_OPEN, sqlite3_errstr(rc));
-  sqlite3_busy_timeout(db, SW_catalog_busy_timeout_ms());
-  // Every update is on disk before its call returns (docs/catalog.md, "Writes").
-  sqlite3_exec(db, "PRAGMA synchronous = FULL", nullptr, nullptr, nullptr);
-  // Reading the schema proves that the file is a catalog database.
-  sqlite3_stmt* probe = nullptr;
-  rc = sqlite3_prepare_v2(db, "SELECT ImageKey FROM DBM_Image LIMIT 0", -1, &probe, nullptr);
-  sqlite3_finalize(probe);
-  if (rc != SQLITE_OK) {
-    const unsigned status = (rc & 0xff) == SQLITE_BUSY ? EMMLIB_BUSY : EMMLIB_CANNOT_OPEN;
-    return failOpen(status, sqlite3_errmsg(db));
+  std::unique_ptr<sqldb::Database> db;
+  std::string why;
+  sqldb::Code code = sqldb::Open(
+      where, (flags & EMMLIB_READ_ONLY) ? sqldb::OpenMode::kReadOnly : sqldb::OpenMode::kReadWrite,
+      &db, &why);
+  if (code == sqldb::Code::kOk) {
+    // Reading the image table proves that the database is a catalog.
+    const std::unique_ptr<sqldb::Statement> probe =
+        db->Prepare("SELECT ImageKey FROM DBM_Image LIMIT 0", &code);
+    if (!probe) why = where.display + ": " + db->LastError();
   }
-  auto* connection = new emm::Connection(db, log, source);
+  if (code != sqldb::Code::kOk) {
+    return failOpen(code == sqldb::Code::kBusy ? EMMLIB_BUSY : EMMLIB_CANNOT_OPEN, why);
+  }
+  auto* connection = new emm::Connection(std::move(db), log, source);
   *cid = emm::AddConnection(connection);
-  connection->Log(2, "emmlib_initialize: catalog " + path + " of EMM server " + server + ":" +
-                         std::to_string(port) + " opened");
+  connection->Log(2, "emmlib_initialize: catalog " + where.display + " of EMM server " + server +
+                         ":" + std::to_string(port) + " opened");
   return EMMLIB_OK;
 }
 

@@ -1,34 +1,41 @@
-// The catalog library's connections: one open SQLite database per connection
-// identifier handed out by emmlib_initialize, with the log callback given
-// there and a cache of master server names and keys. Also the mapping of
-// SQLite result codes to the library's statuses.
+// The catalog library's connections: one open catalog database per
+// connection identifier handed out by emmlib_initialize, with the log
+// callback given there and a cache of master server names and keys. Also
+// the mapping of the engine's codes to the library's statuses.
 #ifndef PLATFORM_EMMLIB_CONNECTION_H_
 #define PLATFORM_EMMLIB_CONNECTION_H_
 
-#include <sqlite3.h>
-
 #include <cstdint>
+#include <memory>
 #include <string>
 
 #include "platform/debuglog.h"
-#include "platform/emmlib/sqlite_stmt.h"
+#include "platform/emmlib/statement.h"
+#include "platform/sqldb/sqldb.h"
 
 namespace emm {
 
 class Connection {
  public:
-  Connection(sqlite3* db, LogFunction log, std::string source);
+  Connection(std::unique_ptr<sqldb::Database> db, LogFunction log, std::string source);
   ~Connection();
   Connection(const Connection&) = delete;
   Connection& operator=(const Connection&) = delete;
 
-  sqlite3* db() const { return db_; }
+  // The database, owned by the connection.
+  sqldb::Database* db() const { return db_.get(); }
 
   // Writes `text` to the log callback (when one was given) at `severity`.
   void Log(int severity, const std::string& text) const;
   // Logs the database's last error for `call` at severity 16 and returns the
-  // library status for `rc`.
-  unsigned Fail(const char* call, int rc) const;
+  // library status for `code`.
+  unsigned Fail(const char* call, sqldb::Code code) const;
+
+  // Prepares `sql` into *stmt (owned by the caller, to end before the
+  // connection) and binds `params`. Returns EMMLIB_OK, or the failure's
+  // status, logged for `call`.
+  unsigned Prepare(const char* call, const std::string& sql, const Params& params,
+                   std::unique_ptr<sqldb::Statement>* stmt) const;
 
   // The machine key of a master server named `name` (any of its aliases of
   // machine type 3 or 5, letter case ignored); -1 when there is none.
@@ -39,11 +46,11 @@ class Connection {
   const std::string& MasterServerName(int64_t key);
 
  private:
-  sqlite3* db_;
+  std::unique_ptr<sqldb::Database> db_;  // first: ends after the statements
   LogFunction log_;
   std::string source_;
-  Statement keyLookup_;
-  Statement nameLookup_;
+  std::unique_ptr<sqldb::Statement> keyLookup_;
+  std::unique_ptr<sqldb::Statement> nameLookup_;
   int64_t cachedNameKey_ = -1;
   std::string cachedName_;
 };
@@ -59,8 +66,8 @@ int AddConnection(Connection* connection);
 // Closes connection `id` and releases its open queries; false when unknown.
 bool CloseConnection(int id);
 
-// The library status for an SQLite result code other than OK/ROW/DONE.
-unsigned StatusFromSqlite(int rc);
+// The library status for an engine code other than kOk, kRow and kDone.
+unsigned StatusFromCode(sqldb::Code code);
 
 }  // namespace emm
 

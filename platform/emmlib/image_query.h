@@ -6,7 +6,7 @@
 #include <cstdint>
 #include <string>
 
-#include "platform/emmlib/sqlite_stmt.h"
+#include "platform/emmlib/statement.h"
 
 namespace emm {
 

@@ -377,15 +377,13 @@ TEST(ImageQuery, ListingPlanNeedsNoSort) {
   filter.master = emm_test::kMaster;
   emm::Params params;
   std::string sql = "EXPLAIN QUERY PLAN " + emm::BuildImageQuerySql(filter, 1, &params);
-  sqlite3_stmt* st = nullptr;
-  ASSERT_EQ(SQLITE_OK, sqlite3_prepare_v2(cat.db(), sql.c_str(), -1, &st, nullptr));
-  ASSERT_EQ(SQLITE_OK, params.BindAll(st));
+  const std::unique_ptr<sqldb::Statement> st = cat.db()->Prepare(sql);
+  ASSERT_TRUE(st) << cat.db()->LastError();
+  ASSERT_EQ(sqldb::Code::kOk, params.BindAll(st.get()));
   std::string plan;
-  while (sqlite3_step(st) == SQLITE_ROW) {
-    plan += reinterpret_cast<const char*>(sqlite3_column_text(st, 3));
-    plan += "\n";
+  while (st->Step() == sqldb::Code::kRow) {
+    plan.append(st->CurrentRow().Bytes(3)).append("\n");
   }
-  sqlite3_finalize(st);
   EXPECT_EQ(std::string::npos, plan.find("TEMP B-TREE")) << plan;
   EXPECT_NE(std::string::npos, plan.find("DBM_Image_Listing")) << plan;
 }

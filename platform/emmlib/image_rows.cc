@@ -8,7 +8,7 @@
 #include <cstring>
 
 #include "platform/emmlib/connection.h"
-#include "platform/emmlib/sqlite_stmt.h"
+#include "platform/emmlib/statement.h"
 
 namespace emm {
 

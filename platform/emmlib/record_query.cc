@@ -20,10 +20,9 @@ T* Allocate() {
 }  // namespace
 
 unsigned RecordQuery::Start(const std::string& sql, const Params& params) {
-  int rc = stmt_.Prepare(connection()->db(), sql);
-  if (rc == SQLITE_OK) rc = params.BindAll(stmt_.get());
-  if (rc == SQLITE_OK) row_.Attach(stmt_.get());
-  return rc == SQLITE_OK ? EMMLIB_OK : connection()->Fail("catalog query", rc);
+  const unsigned status = connection()->Prepare("catalog query", sql, params, &stmt_);
+  if (status == EMMLIB_OK) row_.Attach(stmt_.get());
+  return status;
 }
 
 unsigned RecordQuery::NextRow(bool* row) {
@@ -34,14 +33,14 @@ unsigned RecordQuery::NextRow(bool* row) {
   }
   *row = false;
   if (done_) return EMMLIB_OK;
-  const int rc = sqlite3_step(stmt_.get());
-  if (rc == SQLITE_ROW) {
+  const sqldb::Code code = stmt_->Step();
+  if (code == sqldb::Code::kRow) {
     row_.Next();
     *row = true;
     return EMMLIB_OK;
   }
   done_ = true;
-  return rc == SQLITE_DONE ? EMMLIB_OK : connection()->Fail("catalog fetch", rc);
+  return code == sqldb::Code::kDone ? EMMLIB_OK : connection()->Fail("catalog fetch", code);
 }
 
 unsigned RecordQuery::Peek(bool* any) {

@@ -1,20 +1,22 @@
 // An open query whose rows are image-copy-fragment (or image-copy-target)
 // combinations ordered by image, copy, fragment: read either as flat rows into
 // a caller's buffer or as linked image records with their copies and
-// fragments (or replication targets). The SQLite statement stays live between
+// fragments (or replication targets). The statement stays live between
 // fetches; a row that starts an image beyond the batch is kept for the next
 // fetch.
 #ifndef PLATFORM_EMMLIB_RECORD_QUERY_H_
 #define PLATFORM_EMMLIB_RECORD_QUERY_H_
 
 #include <cstdint>
+#include <memory>
 #include <string>
 
 #include "platform/emmlib/emm_records.h"
 #include "platform/emmlib/image_rows.h"
 #include "platform/emmlib/query_handles.h"
 #include "platform/emmlib/result_row.h"
-#include "platform/emmlib/sqlite_stmt.h"
+#include "platform/emmlib/statement.h"
+#include "platform/sqldb/sqldb.h"
 
 namespace emm {
 
@@ -50,7 +52,7 @@ class RecordQuery : public OpenQuery {
   unsigned NextRow(bool* row);
 
   Detail detail_;
-  Statement stmt_;
+  std::unique_ptr<sqldb::Statement> stmt_;
   ResultRow row_;         // the statement's current row
   bool pending_ = false;  // the statement stands on a row not yet returned
   bool done_ = false;

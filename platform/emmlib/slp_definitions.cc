@@ -2,11 +2,12 @@
 // data classifications and the policy-category setting, read through the
 // connection opened last.
 #include <cstdlib>
+#include <memory>
 
 #include "platform/emmlib/connection.h"
 #include "platform/emmlib/emmlib.h"
 #include "platform/emmlib/free_chain.h"
-#include "platform/emmlib/sqlite_stmt.h"
+#include "platform/emmlib/statement.h"
 
 namespace emm {
 namespace {
@@ -17,19 +18,22 @@ T* Allocate() {
 }
 
 // Prepares `sql` on the default connection; null with *status set on failure.
-Connection* Prepare(const char* call, const char* sql, Statement* stmt, int* status) {
+Connection* Prepare(const char* call, const char* sql, std::unique_ptr<sqldb::Statement>* stmt,
+                    int* status) {
   Connection* connection = DefaultConnection();
   if (connection == nullptr) {
     *status = static_cast<int>(EMMLIB_NOT_CONNECTED);
     return nullptr;
   }
-  int rc = stmt->Prepare(connection->db(), sql);
-  if (rc != SQLITE_OK) {
-    *status = static_cast<int>(connection->Fail(call, rc));
-    return nullptr;
-  }
-  *status = 0;
-  return connection;
+  *status = static_cast<int>(connection->Prepare(call, sql, Params(), stmt));
+  return *status == 0 ? connection : nullptr;
+}
+
+// The status of a read that ended with `code` (kDone: complete) or ran out
+// of memory.
+int ReadStatus(Connection* connection, const char* call, sqldb::Code code, bool noMemory) {
+  if (noMemory) return static_cast<int>(EMMLIB_NO_MEMORY);
+  return code == sqldb::Code::kDone ? 0 : static_cast<int>(connection->Fail(call, code));
 }
 
 }  // namespace
@@ -38,7 +42,7 @@ Connection* Prepare(const char* call, const char* sql, Statement* stmt, int* sta
 SS_LIST* db_getAllStorageServicesWithAllVersions(int* status) {
   int ignored;
   if (status == nullptr) status = &ignored;
-  emm::Statement stmt;
+  std::unique_ptr<sqldb::Statement> stmt;
   emm::Connection* connection = emm::Prepare(
       "db_getAllStorageServicesWithAllVersions",
       "SELECT s.StorageServiceKey, s.StorageServiceName, s.VersionNumber, s.Flags,"
@@ -48,44 +52,38 @@ SS_LIST* db_getAllStorageServicesWithAllVersions(int* status) {
       " ORDER BY s.StorageServiceName, s.VersionNumber, s.StorageServiceKey, o.OperationIndex",
       &stmt, status);
   if (connection == nullptr) return nullptr;
-  sqlite3_stmt* st = stmt.get();
   SS_LIST* head = nullptr;
   SS_LIST* slp = nullptr;
   SS_OPERATION* operation = nullptr;
   int64_t slpKey = 0;
-  int rc;
-  while ((rc = sqlite3_step(st)) == SQLITE_ROW) {
-    const int64_t key = sqlite3_column_int64(st, 0);
+  sqldb::Code code;
+  bool noMemory = false;
+  while ((code = stmt->Step()) == sqldb::Code::kRow) {
+    const sqldb::Row& row = stmt->CurrentRow();
+    const int64_t key = row.Int64(0);
     if (slp == nullptr || key != slpKey) {
       SS_LIST* next = emm::Allocate<SS_LIST>();
-      if (next == nullptr) {
-        rc = SQLITE_NOMEM;
-        break;
-      }
-      emm::CopyColumnText(st, 1, next->name, sizeof next->name);
-      next->version = sqlite3_column_int(st, 2);
-      next->flags = sqlite3_column_int(st, 3);
+      if ((noMemory = next == nullptr)) break;
+      emm::CopyCellText(row, 1, next->name, sizeof next->name);
+      next->version = row.Int(2);
+      next->flags = row.Int(3);
       (slp != nullptr ? slp->next : head) = next;
       slp = next;
       slpKey = key;
       operation = nullptr;
     }
-    if (sqlite3_column_type(st, 4) == SQLITE_NULL) continue;
+    if (row.IsNull(4)) continue;
     SS_OPERATION* next = emm::Allocate<SS_OPERATION>();
-    if (next == nullptr) {
-      rc = SQLITE_NOMEM;
-      break;
-    }
-    next->index = sqlite3_column_int(st, 4);
-    next->copyType = sqlite3_column_int(st, 5);
-    emm::CopyColumnText(st, 6, next->destination, sizeof next->destination);
-    emm::CopyColumnText(st, 7, next->targetDomain, sizeof next->targetDomain);
+    if ((noMemory = next == nullptr)) break;
+    next->index = row.Int(4);
+    next->copyType = row.Int(5);
+    emm::CopyCellText(row, 6, next->destination, sizeof next->destination);
+    emm::CopyCellText(row, 7, next->targetDomain, sizeof next->targetDomain);
     (operation != nullptr ? operation->next : slp->operations) = next;
     operation = next;
   }
-  if (rc != SQLITE_DONE) {
-    *status = static_cast<int>(rc == SQLITE_NOMEM ? EMMLIB_NO_MEMORY
-                                                  : connection->Fail("db_getAllStorageServices", rc));
+  *status = emm::ReadStatus(connection, "db_getAllStorageServices", code, noMemory);
+  if (*status != 0) {
     db_freeSS_LISTs(head);
     return nullptr;
   }
@@ -99,30 +97,27 @@ void db_freeSS_LISTs(SS_LIST* list) {
 DATA_CLASS_LIST* db_getDATA_CLASS_LIST(int* status) {
   int ignored;
   if (status == nullptr) status = &ignored;
-  emm::Statement stmt;
+  std::unique_ptr<sqldb::Statement> stmt;
   emm::Connection* connection = emm::Prepare(
       "db_getDATA_CLASS_LIST",
       "SELECT Name, ClassificationID FROM EMM_DataClassification ORDER BY Rank, Name", &stmt,
       status);
   if (connection == nullptr) return nullptr;
-  sqlite3_stmt* st = stmt.get();
   DATA_CLASS_LIST* head = nullptr;
   DATA_CLASS_LIST* tail = nullptr;
-  int rc;
-  while ((rc = sqlite3_step(st)) == SQLITE_ROW) {
+  sqldb::Code code;
+  bool noMemory = false;
+  while ((code = stmt->Step()) == sqldb::Code::kRow) {
     DATA_CLASS_LIST* next = emm::Allocate<DATA_CLASS_LIST>();
-    if (next == nullptr) {
-      rc = SQLITE_NOMEM;
-      break;
-    }
-    emm::CopyColumnText(st, 0, next->name, sizeof next->name);
-    emm::CopyColumnText(st, 1, next->identifier, sizeof next->identifier);
+    if ((noMemory = next == nullptr)) break;
+    const sqldb::Row& row = stmt->CurrentRow();
+    emm::CopyCellText(row, 0, next->name, sizeof next->name);
+    emm::CopyCellText(row, 1, next->identifier, sizeof next->identifier);
     (tail != nullptr ? tail->next : head) = next;
     tail = next;
   }
-  if (rc != SQLITE_DONE) {
-    *status = static_cast<int>(rc == SQLITE_NOMEM ? EMMLIB_NO_MEMORY
-                                                  : connection->Fail("db_getDATA_CLASS_LIST", rc));
+  *status = emm::ReadStatus(connection, "db_getDATA_CLASS_LIST", code, noMemory);
+  if (*status != 0) {
     db_freeDATA_CLASS_LIST(head);
     return nullptr;
   }
@@ -133,11 +128,11 @@ void db_freeDATA_CLASS_LIST(DATA_CLASS_LIST* list) { emm::FreeChain(list); }
 
 int db_get_Policy_Category() {
   int status;
-  emm::Statement stmt;
+  std::unique_ptr<sqldb::Statement> stmt;
   if (emm::Prepare("db_get_Policy_Category",
                    "SELECT Value FROM EMM_Parameter WHERE Name = 'PolicyCategory'", &stmt,
                    &status) == nullptr) {
     return 0;
   }
-  return sqlite3_step(stmt.get()) == SQLITE_ROW ? sqlite3_column_int(stmt.get(), 0) : 0;
+  return stmt->Step() == sqldb::Code::kRow ? stmt->CurrentRow().Int(0) : 0;
 }

@@ -9,7 +9,7 @@
 #include "platform/emmlib/emmlib.h"
 #include "platform/emmlib/free_chain.h"
 #include "platform/emmlib/query_handles.h"
-#include "platform/emmlib/sqlite_stmt.h"
+#include "platform/emmlib/statement.h"
 
 namespace emm {
 namespace {
@@ -19,24 +19,21 @@ class SnapshotQuery : public OpenQuery {
   using OpenQuery::OpenQuery;
 
   unsigned Start(const std::string& sql, const Params& params) {
-    int rc = stmt_.Prepare(connection()->db(), sql);
-    if (rc == SQLITE_OK) rc = params.BindAll(stmt_.get());
-    return rc == SQLITE_OK ? EMMLIB_OK : connection()->Fail("snapshot query", rc);
+    return connection()->Prepare("snapshot query", sql, params, &stmt_);
   }
 
   // Up to *count records; EMMLIB_END_OF_DATA once the result is exhausted
   // (the last records may come with it).
   unsigned Fetch(unsigned* count, EMM_SnapshotInfo** list) {
-    sqlite3_stmt* st = stmt_.get();
     EMM_SnapshotInfo* head = nullptr;
     EMM_SnapshotInfo* tail = nullptr;
     unsigned n = 0;
     unsigned status = EMMLIB_OK;
     while (n < *count && !done_) {
-      const int rc = sqlite3_step(st);
-      if (rc != SQLITE_ROW) {
+      const sqldb::Code code = stmt_->Step();
+      if (code != sqldb::Code::kRow) {
         done_ = true;
-        if (rc != SQLITE_DONE) status = connection()->Fail("snapshot fetch", rc);
+        if (code != sqldb::Code::kDone) status = connection()->Fail("snapshot fetch", code);
         break;
       }
       auto* record = static_cast<EMM_SnapshotInfo*>(malloc(sizeof(EMM_SnapshotInfo)));
@@ -44,14 +41,15 @@ class SnapshotQuery : public OpenQuery {
         status = EMMLIB_NO_MEMORY;
         break;
       }
-      CopyColumnText(st, 0, record->BackupID, sizeof record->BackupID);
-      record->CopyNumber = sqlite3_column_int(st, 1);
-      record->BackupTime = sqlite3_column_int64(st, 2);
-      CopyColumnText(st, 3, record->StorageServerName, sizeof record->StorageServerName);
-      CopyColumnText(st, 4, record->StorageServerType, sizeof record->StorageServerType);
-      CopyColumnText(st, 5, record->DiskVolumeName, sizeof record->DiskVolumeName);
-      CopyColumnText(st, 6, record->DiskMediaID, sizeof record->DiskMediaID);
-      CopyColumnText(st, 7, record->SnapshotName, sizeof record->SnapshotName);
+      const sqldb::Row& row = stmt_->CurrentRow();
+      CopyCellText(row, 0, record->BackupID, sizeof record->BackupID);
+      record->CopyNumber = row.Int(1);
+      record->BackupTime = row.Int64(2);
+      CopyCellText(row, 3, record->StorageServerName, sizeof record->StorageServerName);
+      CopyCellText(row, 4, record->StorageServerType, sizeof record->StorageServerType);
+      CopyCellText(row, 5, record->DiskVolumeName, sizeof record->DiskVolumeName);
+      CopyCellText(row, 6, record->DiskMediaID, sizeof record->DiskMediaID);
+      CopyCellText(row, 7, record->SnapshotName, sizeof record->SnapshotName);
       record->next = nullptr;
       (tail != nullptr ? tail->next : head) = record;
       tail = record;
@@ -68,7 +66,7 @@ class SnapshotQuery : public OpenQuery {
   }
 
  private:
-  Statement stmt_;
+  std::unique_ptr<sqldb::Statement> stmt_;
   bool done_ = false;
 };
 

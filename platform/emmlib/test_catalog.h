@@ -6,15 +6,16 @@
 #define PLATFORM_EMMLIB_TEST_CATALOG_H_
 
 #include <gtest/gtest.h>
-#include <sqlite3.h>
 #include <unistd.h>
 
 #include <cstdlib>
+#include <memory>
 #include <string>
 #include <vector>
 
 #include "platform/emmlib/catalog_schema.h"
 #include "platform/emmlib/emmlib.h"
+#include "platform/sqldb/sqldb.h"
 
 namespace emm_test {
 
@@ -26,7 +27,10 @@ class TestCatalog {
     char tmpl[] = "/tmp/emmlib-test-XXXXXX";
     dir_ = mkdtemp(tmpl);
     path_ = dir_ + "/catalog.db";
-    EXPECT_EQ(SQLITE_OK, sqlite3_open(path_.c_str(), &db_));
+    sqldb::Location where;
+    where.path = path_;
+    std::string why;
+    EXPECT_EQ(sqldb::Code::kOk, sqldb::Open(where, sqldb::OpenMode::kCreate, &db_, &why)) << why;
     Exec("PRAGMA synchronous = OFF");
     Exec(std::string("BEGIN;") + kCatalogSchemaSql + "COMMIT;");
     Exec("INSERT INTO EMM_Machine VALUES (1, 1, 'master1.example.com', 3, '');"
@@ -38,7 +42,7 @@ class TestCatalog {
   }
   ~TestCatalog() {
     emmlib_terminate(&cid_);
-    sqlite3_close(db_);
+    db_.reset();
     unlink(path_.c_str());
     rmdir(dir_.c_str());
   }
@@ -47,20 +51,16 @@ class TestCatalog {
 
   int* cid() { return &cid_; }
   const std::string& path() const { return path_; }
-  sqlite3* db() const { return db_; }
+  sqldb::Database* db() const { return db_.get(); }
 
   void Exec(const std::string& sql) {
-    char* error = nullptr;
-    ASSERT_EQ(SQLITE_OK, sqlite3_exec(db_, sql.c_str(), nullptr, nullptr, &error))
-        << (error ? error : "") << "\n" << sql;
+    ASSERT_EQ(sqldb::Code::kOk, db_->Exec(sql)) << db_->LastError() << "\n" << sql;
   }
   // The first column of the first row of `sql` as a number.
   int64_t Number(const std::string& sql) {
-    sqlite3_stmt* st = nullptr;
-    EXPECT_EQ(SQLITE_OK, sqlite3_prepare_v2(db_, sql.c_str(), -1, &st, nullptr)) << sql;
-    int64_t v = sqlite3_step(st) == SQLITE_ROW ? sqlite3_column_int64(st, 0) : -1;
-    sqlite3_finalize(st);
-    return v;
+    const std::unique_ptr<sqldb::Statement> st = db_->Prepare(sql);
+    EXPECT_TRUE(st) << sql << ": " << db_->LastError();
+    return st && st->Step() == sqldb::Code::kRow ? st->CurrentRow().Int64(0) : -1;
   }
 
   // Inserts an image of this master; `extra` are "Column = value" settings
@@ -69,14 +69,14 @@ class TestCatalog {
                    int masterKey = 1) {
     Exec("INSERT INTO DBM_Image (MasterServerKey, ClientMachineName, BackupTime) VALUES (" +
          std::to_string(masterKey) + ", '" + client + "', " + std::to_string(backupTime) + ")");
-    int64_t key = sqlite3_last_insert_rowid(db_);
+    int64_t key = db_->LastInsertKey("DBM_Image", "ImageKey");
     if (!extra.empty()) Exec("UPDATE DBM_Image SET " + extra + " WHERE ImageKey = " + Key(key));
     return key;
   }
   int64_t AddCopy(int64_t image, int copyNumber, const std::string& extra = "") {
     Exec("INSERT INTO DBM_ImageCopy (ImageKey, CopyNumber) VALUES (" + Key(image) + ", " +
          std::to_string(copyNumber) + ")");
-    int64_t key = sqlite3_last_insert_rowid(db_);
+    int64_t key = db_->LastInsertKey("DBM_ImageCopy", "ImageCopyKey");
     if (!extra.empty()) {
       Exec("UPDATE DBM_ImageCopy SET " + extra + " WHERE ImageCopyKey = " + Key(key));
     }
@@ -85,7 +85,7 @@ class TestCatalog {
   int64_t AddFragment(int64_t copy, int fragmentNumber, const std::string& extra = "") {
     Exec("INSERT INTO DBM_ImageFragment (ImageCopyKey, FragmentNumber) VALUES (" + Key(copy) +
          ", " + std::to_string(fragmentNumber) + ")");
-    int64_t key = sqlite3_last_insert_rowid(db_);
+    int64_t key = db_->LastInsertKey("DBM_ImageFragment", "FragmentKey");
     if (!extra.empty()) {
       Exec("UPDATE DBM_ImageFragment SET " + extra + " WHERE FragmentKey = " + Key(key));
     }
@@ -115,7 +115,7 @@ class TestCatalog {
 
   std::string dir_;
   std::string path_;
-  sqlite3* db_ = nullptr;
+  std::unique_ptr<sqldb::Database> db_;
   int cid_ = 0;
 };
 

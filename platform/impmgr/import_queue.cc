@@ -2,8 +2,6 @@
 // first call (read-only for listing, reopened read-write when something is
 // to be queued) and kept with its prepared statements until exit, so that
 // queueing many images one call at a time costs one insert each.
-#include <sqlite3.h>
-
 #include <cstdlib>
 #include <cstring>
 #include <memory>
@@ -12,15 +10,11 @@
 #include "platform/dal/catalog_file.h"
 #include "platform/dal/dal_status.h"
 #include "platform/impmgr/impmgr.h"
+#include "platform/sqldb/sqldb.h"
 
 namespace {
 
-using Corvela::Dal::SqliteHandle;
-
-struct StmtFinalizer {
-  void operator()(sqlite3_stmt* stmt) const { sqlite3_finalize(stmt); }
-};
-using StmtHandle = std::unique_ptr<sqlite3_stmt, StmtFinalizer>;
+using StatementSlot = std::unique_ptr<sqldb::Statement>;
 
 const char kListSql[] =
     "SELECT BackupID, CopyNumber, MediaServer, LSUName, StorageServerName, StorageServerType,"
@@ -59,16 +53,16 @@ int StatusFromDal(int dalStatus) {
   }
 }
 
-int StatusFromSqlite(int rc) {
-  switch (rc & 0xff) {
-    case SQLITE_BUSY:
-    case SQLITE_LOCKED:
+int StatusFromCode(sqldb::Code code) {
+  switch (code) {
+    case sqldb::Code::kBusy:
       return IMPMGR_CATALOG_BUSY;
-    case SQLITE_NOMEM:
+    case sqldb::Code::kNoMemory:
       return IMPMGR_NO_MEMORY;
-    case SQLITE_CORRUPT:
-    case SQLITE_NOTADB:
-    case SQLITE_CANTOPEN:
+    case sqldb::Code::kCorrupt:
+    case sqldb::Code::kMissing:
+    case sqldb::Code::kNoAccess:
+    case sqldb::Code::kUnreachable:
       return IMPMGR_CATALOG_UNAVAILABLE;
     default:
       return IMPMGR_CATALOG_ERROR;
@@ -87,7 +81,7 @@ class ImportQueue {
     insert_.reset();
     list_.reset();
     db_.reset();
-    const Corvela::Dal::CatalogLocation where = Corvela::Dal::ConfiguredCatalog();
+    const Corvela::Dal::CatalogLocation where = sqldb::ConfiguredLocation();
     std::string why;
     int dal = Corvela::Dal::OpenCatalogFile(where, !forWriting, &db_, &why);
     if (dal != Corvela::Dal::DAL_SUCCESS) {
@@ -101,50 +95,56 @@ class ImportQueue {
 
   // The statement for `sql` in *slot, prepared on first use; null with
   // *status set when it cannot be prepared.
-  sqlite3_stmt* Statement(StmtHandle* slot, const char* sql, const CallLog& log, int* status) {
+  sqldb::Statement* Statement(StatementSlot* slot, const char* sql, const CallLog& log,
+                              int* status) {
     *status = IMPMGR_OK;
     if (!*slot) {
-      sqlite3_stmt* stmt = nullptr;
-      int rc = sqlite3_prepare_v2(db_.get(), sql, -1, &stmt, nullptr);
-      if (rc != SQLITE_OK) {
-        *status = Fail(rc, log);
+      sqldb::Code code;
+      *slot = db_->Prepare(sql, &code);
+      if (!*slot) {
+        *status = Fail(code, log);
         return nullptr;
       }
-      slot->reset(stmt);
     }
-    sqlite3_reset(slot->get());
-    sqlite3_clear_bindings(slot->get());
+    (*slot)->Reset();
+    (*slot)->ClearBindings();
     return slot->get();
   }
 
-  sqlite3_stmt* ListStatement(const CallLog& log, int* status) {
+  sqldb::Statement* ListStatement(const CallLog& log, int* status) {
     return Statement(&list_, kListSql, log, status);
   }
-  sqlite3_stmt* InsertStatement(const CallLog& log, int* status) {
+  sqldb::Statement* InsertStatement(const CallLog& log, int* status) {
     return Statement(&insert_, kInsertSql, log, status);
   }
 
-  // Runs a statement without results (BEGIN, COMMIT, ROLLBACK).
-  int Exec(const char* sql, const CallLog& log) {
-    int rc = sqlite3_exec(db_.get(), sql, nullptr, nullptr, nullptr);
-    return rc == SQLITE_OK ? IMPMGR_OK : Fail(rc, log);
-  }
+  // A transaction that takes the write lock at once, and its end.
+  int Begin(const CallLog& log) { return Result(db_->Begin(), log); }
+  int Commit(const CallLog& log) { return Result(db_->Commit(), log); }
+  void Rollback() { db_->Rollback(); }
 
   // Logs the database's error and returns its status; a catalog locked past
   // the timeout is not tried again.
-  int Fail(int rc, const CallLog& log) {
-    log.Write(16, std::string("catalog database error: ") + sqlite3_errmsg(db_.get()));
-    int status = StatusFromSqlite(rc);
+  int Fail(sqldb::Code code, const CallLog& log) {
+    log.Write(16, std::string("catalog database error (") + sqldb::CodeText(code) +
+                      "): " + db_->LastError());
+    int status = StatusFromCode(code);
     if (status == IMPMGR_CATALOG_BUSY) unusable_ = status;
     return status;
   }
 
-  sqlite3* db() const { return db_.get(); }
+  int64_t LastQueuedKey() const {
+    return db_->LastInsertKey("SLP_PendingImport", "PendingImportKey");
+  }
 
  private:
-  SqliteHandle db_;  // declared first: destroyed after the statements
-  StmtHandle list_;
-  StmtHandle insert_;
+  int Result(sqldb::Code code, const CallLog& log) {
+    return code == sqldb::Code::kOk ? IMPMGR_OK : Fail(code, log);
+  }
+
+  std::unique_ptr<sqldb::Database> db_;  // declared first: ends after the statements
+  StatementSlot list_;
+  StatementSlot insert_;
   bool readOnly_ = false;
   int unusable_ = IMPMGR_OK;
 };
@@ -155,13 +155,12 @@ ImportQueue& Queue() {
 }
 
 // A malloc'ed copy of column `col`'s text; null only when memory runs out.
-char* ColumnText(sqlite3_stmt* stmt, int col) {
-  const unsigned char* text = sqlite3_column_text(stmt, col);
-  size_t n = text != nullptr ? static_cast<size_t>(sqlite3_column_bytes(stmt, col)) : 0;
-  char* copy = static_cast<char*>(malloc(n + 1));
+char* ColumnText(const sqldb::Row& row, int col) {
+  const std::string_view text = row.Bytes(col);
+  char* copy = static_cast<char*>(malloc(text.size() + 1));
   if (copy == nullptr) return nullptr;
-  if (n > 0) memcpy(copy, text, n);
-  copy[n] = '\0';
+  if (!text.empty()) memcpy(copy, text.data(), text.size());
+  copy[text.size()] = '\0';
   return copy;
 }
 
@@ -179,7 +178,7 @@ void FreeFragments(PendingImportFragment* list) {
 }
 
 // A new entry from the statement's current row; null when memory runs out.
-PendingImportFragment* FragmentFromRow(sqlite3_stmt* stmt) {
+PendingImportFragment* FragmentFromRow(const sqldb::Row& row) {
   auto* entry = static_cast<PendingImportFragment*>(calloc(1, sizeof(PendingImportFragment)));
   if (entry == nullptr) return nullptr;
   char** texts[] = {&entry->backupId,          &entry->mediaServer,       &entry->lsuName,
@@ -188,11 +187,11 @@ PendingImportFragment* FragmentFromRow(sqlite3_stmt* stmt) {
   const int columns[] = {0, 2, 3, 4, 5, 6, 7, 8, 9};
   bool complete = true;
   for (size_t i = 0; i < sizeof(columns) / sizeof(columns[0]); ++i) {
-    *texts[i] = ColumnText(stmt, columns[i]);
+    *texts[i] = ColumnText(row, columns[i]);
     complete = complete && *texts[i] != nullptr;
   }
-  entry->copyNumber = sqlite3_column_int(stmt, 1);
-  entry->importStatus = sqlite3_column_int64(stmt, 10);
+  entry->copyNumber = row.Int(1);
+  entry->importStatus = row.Int64(10);
   if (!complete) {
     FreeFragments(entry);
     return nullptr;
@@ -207,18 +206,18 @@ int InsertImage(ImportQueue& queue, const CallLog& log, const char* mediaServer,
                 const char* slpName, const char* originMasterServer,
                 const TestImportImage& image) {
   int status;
-  sqlite3_stmt* insert = queue.InsertStatement(log, &status);
+  sqldb::Statement* insert = queue.InsertStatement(log, &status);
   if (insert == nullptr) return status;
   const char* texts[] = {image.imageName,         OrEmpty(mediaServer),     OrEmpty(image.lsuName),
                          OrEmpty(image.storageServerName), OrEmpty(image.serverType),
                          OrEmpty(originMasterServer),      OrEmpty(slpName)};
-  for (int i = 0; i < 7; ++i) sqlite3_bind_text(insert, i + 1, texts[i], -1, SQLITE_STATIC);
-  int rc = sqlite3_step(insert);
-  sqlite3_reset(insert);
-  if (rc != SQLITE_DONE) return queue.Fail(rc, log);
+  for (int i = 0; i < 7; ++i) insert->BindText(i + 1, texts[i]);
+  const sqldb::Code code = insert->Step();
+  insert->Reset();
+  if (code != sqldb::Code::kDone) return queue.Fail(code, log);
   log.Write(2, std::string("queued image ") + image.imageName + " of storage server " +
                    texts[3] + " (" + texts[4] + "), LSU " + texts[2] + ", entry " +
-                   std::to_string(sqlite3_last_insert_rowid(queue.db())));
+                   std::to_string(queue.LastQueuedKey()));
   return IMPMGR_OK;
 }
 
@@ -236,15 +235,15 @@ int ImpMgrComm_ListAllImportPendingFragments(int flags, const char* masterServer
   ImportQueue& queue = Queue();
   int status = queue.Open(false, callLog);
   if (status != IMPMGR_OK) return status;
-  sqlite3_stmt* select = queue.ListStatement(callLog, &status);
+  sqldb::Statement* select = queue.ListStatement(callLog, &status);
   if (select == nullptr) return status;
 
   PendingImportFragment* head = nullptr;
   PendingImportFragment** tail = &head;
   long count = 0;
-  int rc;
-  while ((rc = sqlite3_step(select)) == SQLITE_ROW) {
-    PendingImportFragment* entry = FragmentFromRow(select);
+  sqldb::Code code;
+  while ((code = select->Step()) == sqldb::Code::kRow) {
+    PendingImportFragment* entry = FragmentFromRow(select->CurrentRow());
     if (entry == nullptr) {
       status = IMPMGR_NO_MEMORY;
       break;
@@ -253,8 +252,8 @@ int ImpMgrComm_ListAllImportPendingFragments(int flags, const char* masterServer
     tail = &entry->next;
     ++count;
   }
-  if (status == IMPMGR_OK && rc != SQLITE_DONE) status = queue.Fail(rc, callLog);
-  sqlite3_reset(select);
+  if (status == IMPMGR_OK && code != sqldb::Code::kDone) status = queue.Fail(code, callLog);
+  select->Reset();
   if (status != IMPMGR_OK) {
     FreeFragments(head);
     return status;
@@ -286,14 +285,14 @@ int ImpMgrComm_AddEXTImageToImportQueue(int flags, const char* masterServer, Log
   // A list is stored whole or not at all; one image needs no transaction
   // of its own.
   const bool several = (*images)->next != nullptr;
-  if (several && (status = queue.Exec("BEGIN IMMEDIATE", callLog)) != IMPMGR_OK) return status;
+  if (several && (status = queue.Begin(callLog)) != IMPMGR_OK) return status;
   for (const TestImportImage* image = *images; image != nullptr; image = image->next) {
     status = InsertImage(queue, callLog, mediaServer, slpName, originMasterServer, *image);
     if (status != IMPMGR_OK) break;
   }
   if (several) {
-    if (status == IMPMGR_OK) status = queue.Exec("COMMIT", callLog);
-    if (status != IMPMGR_OK) sqlite3_exec(queue.db(), "ROLLBACK", nullptr, nullptr, nullptr);
+    if (status == IMPMGR_OK) status = queue.Commit(callLog);
+    if (status != IMPMGR_OK) queue.Rollback();
   }
   return status;
 }

@@ -1,15 +1,16 @@
 // The import queue through its two calls, on one catalog for the whole test
 // process (the library keeps one connection per process).
 #include <gtest/gtest.h>
-#include <sqlite3.h>
 
 #include <cstdlib>
 #include <filesystem>
+#include <memory>
 #include <string>
 #include <vector>
 
 #include "platform/emmlib/catalog_schema.h"
 #include "platform/impmgr/impmgr.h"
+#include "platform/sqldb/sqldb.h"
 #include "platform/test_root.h"
 
 namespace {
@@ -21,22 +22,23 @@ class ImportQueueTest : public ::testing::Test {
   static void SetUpTestSuite() {
     testing_root::Write("etc/stashwell.conf", "EMM_SERVER = master1\nMASTER_SERVER = master1\n");
     std::filesystem::create_directories(testing_root::Path() + "/db");
-    const std::string path = testing_root::Path() + "/db/catalog.db";
-    sqlite3* db = nullptr;
-    ASSERT_EQ(SQLITE_OK, sqlite3_open(path.c_str(), &db));
-    ASSERT_EQ(SQLITE_OK, sqlite3_exec(db, kCatalogSchemaSql, nullptr, nullptr, nullptr));
-    sqlite3_close(db);
+    ASSERT_EQ(sqldb::Code::kOk, Catalog()->Exec(kCatalogSchemaSql));
   }
 
   void SetUp() override { Clear(); }
 
   static void Clear() {
-    const std::string path = testing_root::Path() + "/db/catalog.db";
-    sqlite3* db = nullptr;
-    ASSERT_EQ(SQLITE_OK, sqlite3_open(path.c_str(), &db));
-    ASSERT_EQ(SQLITE_OK,
-              sqlite3_exec(db, "DELETE FROM SLP_PendingImport", nullptr, nullptr, nullptr));
-    sqlite3_close(db);
+    ASSERT_EQ(sqldb::Code::kOk, Catalog()->Exec("DELETE FROM SLP_PendingImport"));
+  }
+
+  // A connection of the test's own to the catalog, created when missing.
+  static std::unique_ptr<sqldb::Database> Catalog() {
+    sqldb::Location where;
+    where.path = testing_root::Path() + "/db/catalog.db";
+    std::unique_ptr<sqldb::Database> db;
+    std::string why;
+    EXPECT_EQ(sqldb::Code::kOk, sqldb::Open(where, sqldb::OpenMode::kCreate, &db, &why)) << why;
+    return db;
   }
 
   // Each listed entry as "backup id|copy|media server|LSU|server|type|media|

@@ -55,7 +55,9 @@ struct Location {
   // never write it anywhere; use display for messages.
   std::string conninfo;
   std::string display;     // the file, or "host:port/database", for messages
-  int busyTimeoutMs = 0;   // longest wait for another process's lock
+  // The longest wait for other processes' locks, for the whole run: every
+  // open and statement draws from one allowance (lock_wait.h).
+  int busyTimeoutMs = 0;
   int connectTimeoutS = 10;
 };
 
@@ -72,12 +74,15 @@ struct Cell {
   const char* data = nullptr;  // text or blob bytes (not NUL-terminated)
   uint32_t size = 0;
   Type type = Type::kNull;
-  int64_t integer = 0;  // kInteger (and kFloat, truncated)
+  // kInteger; kFloat truncated (saturated at the 64-bit ends), with its
+  // decimal text in data and size.
+  int64_t integer = 0;
 };
 
 class Row {
  public:
   size_t size() const { return cells_.size(); }
+  Type type(int col) const { return cells_[col].type; }
   bool IsNull(int col) const { return cells_[col].type == Type::kNull; }
   // The column as a number: integers as they are, texts parsed as decimal
   // (an engine that hands out every value as text), NULL as 0.
@@ -86,7 +91,7 @@ class Row {
     return c.type == Type::kInteger || c.type == Type::kFloat ? c.integer : ParseInteger(c);
   }
   int32_t Int(int col) const { return static_cast<int32_t>(Int64(col)); }
-  // Text or blob bytes; empty for NULL.
+  // Text or blob bytes (a kFloat's decimal text); empty for NULL and kInteger.
   std::string_view Bytes(int col) const {
     const Cell& c = cells_[col];
     return std::string_view(c.data != nullptr ? c.data : "", c.size);
@@ -141,7 +146,10 @@ class Statement {
 
 // Rows of one table written in bulk (stashwell-init's demo catalog):
 // PostgreSQL COPY, SQLite one prepared INSERT inside the caller's
-// transaction. Values are given column by column, row by row.
+// transaction. Values are given column by column, row by row. Several
+// writers may be open on one Database at once (a parent's rows between its
+// children's), so an engine that streams sends its rows in chunks, and a
+// table's rows may arrive before the rows they refer to.
 class BulkWriter {
  public:
   virtual ~BulkWriter() = default;
@@ -163,8 +171,8 @@ class Database {
 
   virtual Engine engine() const = 0;
 
-  // Prepares one statement. Null with LastError set on failure; *code (when
-  // given) says why.
+  // Prepares one statement (trailing ';' allowed, a second statement is an
+  // error). Null with LastError set on failure; *code (when given) says why.
   virtual std::unique_ptr<Statement> Prepare(std::string_view sql, Code* code = nullptr) = 0;
   // Runs SQL text of any number of statements without parameters or rows.
   virtual Code Exec(std::string_view sql) = 0;
@@ -195,10 +203,11 @@ enum class OpenMode {
   kCreate,     // stashwell-init: create the file (or the schemas) as needed
 };
 
-// Opens the catalog at `where`. Checks that it is a catalog (holds the
-// image table, unless kCreate) and waits for another process's lock at most
-// busyTimeoutMs, once. Returns the code; *db is set on kOk, and *why holds a
-// message naming the file or host, port and database otherwise.
+// Opens the catalog at `where`. Checks that it is a database holding
+// tables (unless kCreate), reading its schema once so that a damaged file or
+// a lock held past the wait allowance shows here. Returns the code; *db is
+// set on kOk, and *why holds a message naming the file or host, port and
+// database otherwise.
 Code Open(const Location& where, OpenMode mode, std::unique_ptr<Database>* db, std::string* why);
 
 // A short English word for `code` ("disk full", "read-only", "locked", ...)

@@ -6,16 +6,22 @@
 #include <cstdint>
 #include <string>
 
-// Creates the catalog database at `path` with the catalog schema; `master` is
-// this master server's name (recorded as a machine of the catalog). Returns
-// true on success, else false with a message in *error.
-bool CreateCatalogDatabase(const std::string& path, const std::string& master,
+#include "platform/sqldb/sqldb.h"
+
+// The catalog file at `path`, waited for up to 30 seconds when another
+// process holds its lock.
+sqldb::Location CatalogFile(const std::string& path);
+
+// Creates the catalog at `where` with the catalog schema; `master` is this
+// master server's name (recorded as a machine of the catalog). Returns true
+// on success, else false with a message in *error.
+bool CreateCatalogDatabase(const sqldb::Location& where, const std::string& master,
                            std::string* error);
 
-// Fills the catalog at `path` with `images` demo images backed up in the 90
+// Fills the catalog at `where` with `images` demo images backed up in the 90
 // days before `now` (seconds since the epoch); the same seed and `now` give
 // the same catalog. Returns true on success, else false with *error.
-bool FillDemoCatalog(const std::string& path, const std::string& master, long images,
+bool FillDemoCatalog(const sqldb::Location& where, const std::string& master, long images,
                      unsigned seed, int64_t now, std::string* error);
 
 #endif  // TOOLS_STASHWELL_INIT_CATALOG_SETUP_H_

@@ -2,15 +2,16 @@
 #include "tools/stashwell-init/catalog_setup.h"
 
 #include <gtest/gtest.h>
-#include <sqlite3.h>
 #include <unistd.h>
 
 #include <cstdint>
 #include <ctime>
 #include <map>
+#include <memory>
 #include <string>
 
 #include "platform/emmlib/emmlib.h"
+#include "platform/sqldb/sqldb.h"
 
 namespace {
 
@@ -35,40 +36,49 @@ class TempDir {
   std::vector<std::string> files_;
 };
 
+// Opens the catalog file at `path`.
+std::unique_ptr<sqldb::Database> OpenFile(const std::string& path) {
+  std::unique_ptr<sqldb::Database> db;
+  std::string why;
+  EXPECT_EQ(sqldb::Code::kOk, sqldb::Open(CatalogFile(path), sqldb::OpenMode::kReadOnly, &db, &why))
+      << why;
+  return db;
+}
+
+// A cell's value as text: numbers in decimal.
+std::string CellText(const sqldb::Row& row, int col) {
+  return row.type(col) == sqldb::Type::kInteger ? std::to_string(row.Int64(col))
+                                                : std::string(row.Bytes(col));
+}
+
 // Runs a query returning rows of (text, number) into a map.
-std::map<std::string, int64_t> Counts(sqlite3* db, const std::string& sql) {
+std::map<std::string, int64_t> Counts(sqldb::Database* db, const std::string& sql) {
   std::map<std::string, int64_t> out;
-  sqlite3_stmt* st = nullptr;
-  EXPECT_EQ(SQLITE_OK, sqlite3_prepare_v2(db, sql.c_str(), -1, &st, nullptr)) << sql;
-  while (sqlite3_step(st) == SQLITE_ROW) {
-    const unsigned char* key = sqlite3_column_text(st, 0);
-    out[key ? reinterpret_cast<const char*>(key) : ""] = sqlite3_column_int64(st, 1);
+  const std::unique_ptr<sqldb::Statement> st = db->Prepare(sql);
+  EXPECT_TRUE(st) << sql << ": " << db->LastError();
+  while (st && st->Step() == sqldb::Code::kRow) {
+    out[CellText(st->CurrentRow(), 0)] = st->CurrentRow().Int64(1);
   }
-  sqlite3_finalize(st);
   return out;
 }
 
 // A checksum of every row of every table (FNV-1a over the rows' texts).
 uint64_t Checksum(const std::string& path) {
-  sqlite3* db = nullptr;
-  EXPECT_EQ(SQLITE_OK, sqlite3_open(path.c_str(), &db));
+  const std::unique_ptr<sqldb::Database> db = OpenFile(path);
   uint64_t hash = 1469598103934665603ull;
-  for (const auto& table : Counts(db, "SELECT name, 0 FROM sqlite_master WHERE type = 'table'")) {
-    sqlite3_stmt* st = nullptr;
-    const std::string sql = "SELECT * FROM " + table.first + " ORDER BY 1";
-    EXPECT_EQ(SQLITE_OK, sqlite3_prepare_v2(db, sql.c_str(), -1, &st, nullptr));
-    while (sqlite3_step(st) == SQLITE_ROW) {
-      for (int c = 0; c < sqlite3_column_count(st); ++c) {
-        const unsigned char* text = sqlite3_column_text(st, c);
-        for (const unsigned char* p = text; p != nullptr && *p != '\0'; ++p) {
-          hash = (hash ^ *p) * 1099511628211ull;
+  for (const auto& table :
+       Counts(db.get(), "SELECT name, 0 FROM sqlite_master WHERE type = 'table'")) {
+    const std::unique_ptr<sqldb::Statement> st =
+        db->Prepare("SELECT * FROM " + table.first + " ORDER BY 1");
+    while (st && st->Step() == sqldb::Code::kRow) {
+      for (int c = 0; c < st->ColumnCount(); ++c) {
+        for (char ch : CellText(st->CurrentRow(), c)) {
+          hash = (hash ^ static_cast<unsigned char>(ch)) * 1099511628211ull;
         }
         hash = (hash ^ '|') * 1099511628211ull;
       }
     }
-    sqlite3_finalize(st);
   }
-  sqlite3_close(db);
   return hash;
 }
 
@@ -76,8 +86,8 @@ TEST(CatalogSetup, CreatesSchemaAndThisMaster) {
   TempDir dir;
   const std::string path = dir.File("catalog.db");
   std::string error;
-  ASSERT_TRUE(CreateCatalogDatabase(path, "master1.example.com", &error)) << error;
-  EXPECT_FALSE(CreateCatalogDatabase(path, "master1.example.com", &error));
+  ASSERT_TRUE(CreateCatalogDatabase(CatalogFile(path), "master1.example.com", &error)) << error;
+  EXPECT_FALSE(CreateCatalogDatabase(CatalogFile(path), "master1.example.com", &error));
   EXPECT_NE(std::string::npos, error.find(path)) << error;
 
   // The catalog library opens it and finds this master by either name.
@@ -90,7 +100,7 @@ TEST(CatalogSetup, CreatesSchemaAndThisMaster) {
   EXPECT_EQ(0, db_get_Policy_Category());
   emmlib_terminate(&cid);
 
-  EXPECT_FALSE(CreateCatalogDatabase(dir.File("missing/dir/catalog.db"), "m", &error));
+  EXPECT_FALSE(CreateCatalogDatabase(CatalogFile(dir.File("missing/dir/catalog.db")), "m", &error));
 }
 
 TEST(DemoCatalog, SameSeedAndTimeSameCatalog) {
@@ -103,9 +113,9 @@ TEST(DemoCatalog, SameSeedAndTimeSameCatalog) {
   uint64_t sums[4];
   for (int i = 0; i < 4; ++i) {
     const std::string path = dir.File("c" + std::to_string(i) + ".db");
-    ASSERT_TRUE(CreateCatalogDatabase(path, "master1.example.com", &error)) << error;
-    ASSERT_TRUE(FillDemoCatalog(path, "master1.example.com", 1500, cases[i].seed, cases[i].now,
-                                &error))
+    ASSERT_TRUE(CreateCatalogDatabase(CatalogFile(path), "master1.example.com", &error)) << error;
+    ASSERT_TRUE(FillDemoCatalog(CatalogFile(path), "master1.example.com", 1500, cases[i].seed,
+                                cases[i].now, &error))
         << error;
     sums[i] = Checksum(path);
   }
@@ -118,22 +128,26 @@ TEST(DemoCatalog, CoversWhatTheReportsShow) {
   TempDir dir;
   const std::string path = dir.File("catalog.db");
   std::string error;
-  ASSERT_TRUE(CreateCatalogDatabase(path, "master1.example.com", &error)) << error;
+  ASSERT_TRUE(CreateCatalogDatabase(CatalogFile(path), "master1.example.com", &error)) << error;
   const int64_t now = time(nullptr);
-  EXPECT_FALSE(FillDemoCatalog(path, "nobody.example.com", 10, 1, now, &error));
+  EXPECT_FALSE(FillDemoCatalog(CatalogFile(path), "nobody.example.com", 10, 1, now, &error));
   EXPECT_NE(std::string::npos, error.find("nobody.example.com")) << error;
-  ASSERT_TRUE(FillDemoCatalog(path, "master1.example.com", 3000, 1, now, &error)) << error;
+  ASSERT_TRUE(FillDemoCatalog(CatalogFile(path), "master1.example.com", 3000, 1, now, &error))
+      << error;
 
-  sqlite3* db = nullptr;
-  ASSERT_EQ(SQLITE_OK, sqlite3_open(path.c_str(), &db));
-  auto count = [&](const std::string& sql) { return Counts(db, "SELECT 'n', (" + sql + ")")["n"]; };
+  const std::unique_ptr<sqldb::Database> db = OpenFile(path);
+  ASSERT_TRUE(db);
+  auto count = [&](const std::string& sql) {
+    return Counts(db.get(), "SELECT 'n', (" + sql + ")")["n"];
+  };
   EXPECT_EQ(3000, count("SELECT COUNT(*) FROM DBM_Image"));
   // A fresh root has images of the last day, which the reports that count
   // back from today show.
   EXPECT_GT(count("SELECT COUNT(*) FROM DBM_Image WHERE BackupTime > unixepoch() - 86400"), 0);
   // Every SLP state, inactive ones too, and unmanaged images.
-  auto states = Counts(db, "SELECT StorageServiceState || '/' || StorageServiceIsInactive, COUNT(*)"
-                           " FROM DBM_Image GROUP BY 1");
+  auto states = Counts(db.get(),
+                       "SELECT StorageServiceState || '/' || StorageServiceIsInactive, COUNT(*)"
+                       " FROM DBM_Image GROUP BY 1");
   for (const char* s : {"0/0", "1/0", "1/1", "2/0", "2/1", "3/0", "4/0"}) {
     EXPECT_GT(states[s], 0) << s;
   }
@@ -144,12 +158,15 @@ TEST(DemoCatalog, CoversWhatTheReportsShow) {
   EXPECT_GE(count("SELECT COUNT(DISTINCT FragmentState) FROM DBM_ImageFragment"), 5);
   EXPECT_GT(count("SELECT COUNT(*) FROM DBM_ImageFragment f JOIN DBM_ImageCopy c"
                   " ON c.ImageCopyKey = f.ImageCopyKey GROUP BY f.ImageCopyKey"
-                  " ORDER BY COUNT(*) DESC LIMIT 1"), 2);
+                  " ORDER BY COUNT(*) DESC LIMIT 1"),
+            2);
   EXPECT_GT(count("SELECT COUNT(*) FROM DBM_ImageSnapshot"), 0);
   EXPECT_GT(count("SELECT COUNT(*) FROM DBM_ImageReplicationDestination d JOIN EMM_Machine m"
-                  " ON m.MachineKey = d.TargetMachineKey WHERE m.MachineSwuType = 12"), 0);
+                  " ON m.MachineKey = d.TargetMachineKey WHERE m.MachineSwuType = 12"),
+            0);
   EXPECT_GT(count("SELECT COUNT(*) FROM DBM_Image WHERE OriginMasterServer <> ''"
-                  " AND ImportFromReplicaTime = 0"), 0);
+                  " AND ImportFromReplicaTime = 0"),
+            0);
   EXPECT_GT(count("SELECT COUNT(*) FROM DBM_ImageCopy WHERE CopyState = 14 AND CopyType = 3"), 0);
   EXPECT_EQ(4, count("SELECT COUNT(*) FROM EMM_DataClassification"));
   EXPECT_GT(count("SELECT MAX(VersionNumber) FROM SLP_StorageService"), 1);
@@ -161,7 +178,7 @@ TEST(DemoCatalog, CoversWhatTheReportsShow) {
                      " SLP_TargetCopyInfo t WHERE t.WorkGroupKey = w.WorkGroupKey)"));
   EXPECT_GT(count("SELECT COUNT(*) FROM SLP_TargetCopyInfo"), 0);
   // Target copies go to the demo's own two pools, both of them.
-  auto pools = Counts(db, "SELECT VolumePool, COUNT(*) FROM SLP_TargetCopyInfo GROUP BY 1");
+  auto pools = Counts(db.get(), "SELECT VolumePool, COUNT(*) FROM SLP_TargetCopyInfo GROUP BY 1");
   EXPECT_EQ(2u, pools.size());
   EXPECT_GT(pools["stash_pool"], 0);
   EXPECT_GT(pools["dr_pool"], 0);
@@ -175,7 +192,8 @@ TEST(DemoCatalog, CoversWhatTheReportsShow) {
   for (const char* when : {">", "<"}) {
     EXPECT_GT(count(std::string("SELECT COUNT(*) FROM DBM_ImageFragment f JOIN DBM_ImageCopy c"
                                 " ON c.ImageCopyKey = f.ImageCopyKey WHERE f.FragmentState = 3"
-                                " AND c.TryToKeepTime ") + when + " unixepoch()"),
+                                " AND c.TryToKeepTime ") +
+                    when + " unixepoch()"),
               0)
         << when;
   }
@@ -187,7 +205,6 @@ TEST(DemoCatalog, CoversWhatTheReportsShow) {
   // The indexes dropped for the bulk load are back.
   EXPECT_EQ(count("SELECT COUNT(*) FROM sqlite_master WHERE type = 'index' AND sql IS NOT NULL"),
             19);
-  sqlite3_close(db);
 }
 
 }  // namespace

@@ -7,45 +7,64 @@
 
 #include "tools/stashwell-init/catalog_setup.h"
 #include "tools/stashwell-init/demo_writer.h"
-#include "tools/stashwell-init/sqlite_file.h"
+#include "tools/stashwell-init/catalog_db.h"
 
 namespace demo {
 
-void Insert::Prepare(const char* table, const char* columns) {
-  std::string sql = std::string("INSERT INTO ") + table + " (" + columns + ") VALUES (?";
-  for (const char* c = columns; *c != '\0'; ++c) {
-    if (*c == ',') sql += ", ?";
+void Insert::Prepare(const char* table, const char* columns, const char* keyColumn) {
+  Finish();
+  table_ = table;
+  keyed_ = keyColumn != nullptr;
+  if (keyed_) {
+    const std::unique_ptr<sqldb::Statement> largest = db_->Prepare(
+        std::string("SELECT COALESCE(MAX(") + keyColumn + "), 0) FROM " + table);
+    key_ = largest && largest->Step() == sqldb::Code::kRow ? largest->CurrentRow().Int64(0) : 0;
   }
-  sql += ")";
-  if (stmt_.Prepare(db_, sql) != SQLITE_OK && error_->empty()) {
-    *error_ = std::string(table) + ": " + sqlite3_errmsg(db_);
+  rows_ = db_->Bulk(table, keyed_ ? (std::string(keyColumn) + ", " + columns).c_str() : columns);
+}
+
+sqldb::BulkWriter* Insert::Row() {
+  if (!rowStarted_) {
+    rowStarted_ = true;
+    if (keyed_) rows_->Int64(++key_);
   }
+  return rows_.get();
 }
 
 Insert& Insert::Int(int64_t value) {
-  sqlite3_bind_int64(stmt_.get(), next_++, value);
+  Row()->Int64(value);
   return *this;
 }
 
 Insert& Insert::Text(const std::string& value) {
-  sqlite3_bind_text(stmt_.get(), next_++, value.data(), static_cast<int>(value.size()),
-                    SQLITE_TRANSIENT);
+  Row()->Text(value);
   return *this;
 }
 
-Insert& Insert::Blob(const void* data, int size) {
-  sqlite3_bind_blob(stmt_.get(), next_++, data, size, SQLITE_TRANSIENT);
+Insert& Insert::Blob(const void* data, size_t size) {
+  Row()->Blob(data, size);
+  return *this;
+}
+
+Insert& Insert::Null() {
+  Row()->Null();
   return *this;
 }
 
 void Insert::Run() {
-  next_ = 1;
-  if (!error_->empty() || !stmt_) return;
-  if (sqlite3_step(stmt_.get()) != SQLITE_DONE) *error_ = sqlite3_errmsg(db_);
-  sqlite3_reset(stmt_.get());
+  Row()->EndRow();
+  rowStarted_ = false;
 }
 
-DemoWriter::DemoWriter(sqlite3* db, int64_t masterKey, long images, unsigned seed,
+void Insert::Finish() {
+  if (!rows_) return;
+  if (rows_->Finish() != sqldb::Code::kOk && error_->empty()) {
+    *error_ = table_ + ": " + db_->LastError();
+  }
+  rows_.reset();
+}
+
+DemoWriter::DemoWriter(sqldb::Database* db, int64_t masterKey, long images, unsigned seed,
                        int64_t windowEnd)
     : db_(db),
       masterKey_(masterKey),
@@ -81,22 +100,17 @@ bool DemoWriter::Write(std::string* error) {
 
 void DemoWriter::WriteMachines() {
   Insert machine(db_, &error_);
-  machine.Prepare("EMM_Machine", "ParentKey, MachinePrimaryName, MachineSwuType");
+  machine.Prepare("EMM_Machine", "ParentKey, MachinePrimaryName, MachineSwuType", "MachineKey");
   for (int i = 0; i < kMachineCount; ++i) {
     const Machine& m = kMachines[i];
     // A remote master is its own parent: its key is the one being assigned.
     int64_t parent = masterKey_;
     if (m.parent != nullptr) {
       auto it = machineKeys_.find(m.parent);
-      parent = it != machineKeys_.end() ? it->second : 0;
+      parent = it != machineKeys_.end() ? it->second : machine.NextKey();
     }
     machine.Int(parent).Text(m.name).Int(m.type).Run();
     machineKeys_[m.name] = machine.LastKey();
-    if (parent == 0) {
-      sqlite3_exec(db_, ("UPDATE EMM_Machine SET ParentKey = MachineKey WHERE MachineKey = " +
-                         std::to_string(machine.LastKey())).c_str(),
-                   nullptr, nullptr, nullptr);
-    }
   }
 }
 
@@ -110,7 +124,8 @@ void DemoWriter::WriteDefinitions() {
   }
   Insert slp(db_, &error_);
   slp.Prepare("SLP_StorageService",
-              "StorageServiceName, VersionNumber, Flags, ClassificationID, CreatedDateTime");
+              "StorageServiceName, VersionNumber, Flags, ClassificationID, CreatedDateTime",
+              "StorageServiceKey");
   Insert operation(db_, &error_);
   operation.Prepare("SLP_StorageServiceOperation",
                     "StorageServiceKey, OperationIndex, SourceIndex, CopyType, Destination,"
@@ -144,7 +159,8 @@ void DemoWriter::WriteWorkGroups() {
                 " SrcServerType, SrcStorageServer, SrcParentID, SrcMediaId, IsTargetPreserveMPX,"
                 " IsTargetMirror, TargetPriority, TargetNumberCopies, PolicyName, SchedName,"
                 " SchedType, WindowCloseOptions, TargetMasterServer, TargetStorageServer,"
-                " TargetVolume, TargetImportSLP, ImageBlockSize, CreatedDateTime");
+                " TargetVolume, TargetImportSLP, ImageBlockSize, CreatedDateTime",
+                "WorkGroupKey");
   Insert target(db_, &error_);
   target.Prepare("SLP_TargetCopyInfo",
                  "WorkGroupKey, CopyNumber, SLPIndex, Flags, RetentionLevel, Residence,"
@@ -273,56 +289,79 @@ std::string DemoWriter::MasterGuid(int remote) {
 
 namespace {
 
-// The indexes of the bulk tables, dropped while the demo images are written
-// and created again afterwards, which is much faster than keeping them.
+// The indexes of the bulk tables of an SQLite catalog, dropped while the
+// demo images are written and created again afterwards, which is much
+// faster than keeping them.
 const char kBulkIndexes[] =
     "SELECT name, sql FROM sqlite_master WHERE type = 'index' AND sql IS NOT NULL AND tbl_name IN"
     " ('DBM_Image', 'DBM_ImageCopy', 'DBM_ImageFragment', 'DBM_ImageSnapshot',"
     " 'DBM_ImageReplicationDestination')";
 
+// The key of the master server `master` in the catalog; -1 when it is not
+// recorded.
+int64_t MasterKey(sqldb::Database* db, const std::string& master) {
+  const std::unique_ptr<sqldb::Statement> lookup =
+      db->Prepare("SELECT MachineKey FROM EMM_MachineAlias WHERE MachineSwuType IN (3, 5)"
+                  " AND UPPER(MachineAliasName) = UPPER(?)");
+  if (!lookup || lookup->BindText(1, master) != sqldb::Code::kOk ||
+      lookup->Step() != sqldb::Code::kRow) {
+    return -1;
+  }
+  return lookup->CurrentRow().Int64(0);
+}
+
+// Sets the bulk tables' indexes aside inside the load's transaction: the
+// statements that drop them in *drop and those that restore them in
+// *restore (SQLite; other engines keep them).
+void IndexesSetAside(sqldb::Database* db, std::string* drop, std::string* restore) {
+  if (db->engine() != sqldb::Engine::kSqlite) return;
+  const std::unique_ptr<sqldb::Statement> indexes = db->Prepare(kBulkIndexes);
+  while (indexes && indexes->Step() == sqldb::Code::kRow) {
+    const sqldb::Row& row = indexes->CurrentRow();
+    drop->append("DROP INDEX \"").append(row.Bytes(0)).append("\";");
+    restore->append(row.Bytes(1)).append(";");
+  }
+}
+
 }  // namespace
 
-bool FillDemoCatalog(const std::string& path, const std::string& master, long images,
+bool FillDemoCatalog(const sqldb::Location& where, const std::string& master, long images,
                      unsigned seed, int64_t now, std::string* error) {
   if (images < 0) {
     *error = "the number of demo images must not be negative";
     return false;
   }
-  SqliteFile db;
-  if (!db.Open(path, /*create=*/false, error)) return false;
-  emm::Statement lookup;
-  int64_t masterKey = -1;
-  if (lookup.Prepare(db.get(),
-                     "SELECT MachineKey FROM EMM_MachineAlias WHERE MachineSwuType IN (3, 5)"
-                     " AND UPPER(MachineAliasName) = UPPER(?)") == SQLITE_OK) {
-    sqlite3_bind_text(lookup.get(), 1, master.c_str(), -1, SQLITE_TRANSIENT);
-    if (sqlite3_step(lookup.get()) == SQLITE_ROW) masterKey = sqlite3_column_int64(lookup.get(), 0);
-    sqlite3_reset(lookup.get());
-  }
+  CatalogDb db;
+  if (!db.Open(where, /*create=*/false, error)) return false;
+  const int64_t masterKey = MasterKey(db.get(), master);
   if (masterKey < 0) {
-    *error = "catalog database " + path + ": master server " + master + " is not recorded";
+    *error = "catalog database " + where.display + ": master server " + master +
+             " is not recorded";
     return false;
   }
-  if (!db.Exec("PRAGMA synchronous = OFF; PRAGMA cache_size = -131072; BEGIN IMMEDIATE", error)) {
+  // The demo is written again from scratch after a failure: the file need
+  // not survive a crash in the middle of the load.
+  if (db.get()->engine() == sqldb::Engine::kSqlite &&
+      !db.Exec("PRAGMA synchronous = OFF; PRAGMA cache_size = -131072", error)) {
     return false;
   }
-  std::string drop, create;
-  {
-    emm::Statement indexes;
-    if (indexes.Prepare(db.get(), kBulkIndexes) == SQLITE_OK) {
-      while (sqlite3_step(indexes.get()) == SQLITE_ROW) {
-        drop += std::string("DROP INDEX \"") +
-                reinterpret_cast<const char*>(sqlite3_column_text(indexes.get(), 0)) + "\";";
-        create += std::string(reinterpret_cast<const char*>(sqlite3_column_text(indexes.get(), 1))) +
-                  ";";
-      }
-    }
+  if (db.get()->Begin() != sqldb::Code::kOk) {
+    *error = db.Failure();
+    return false;
   }
+  std::string drop, restore;
+  IndexesSetAside(db.get(), &drop, &restore);
   if (!db.Exec(drop, error)) return false;
   demo::DemoWriter writer(db.get(), masterKey, images, seed, now);
   if (!writer.Write(error)) {
-    sqlite3_exec(db.get(), "ROLLBACK", nullptr, nullptr, nullptr);
+    db.get()->Rollback();
     return false;
   }
-  return db.Exec(create + "COMMIT", error);
+  if (!db.Exec(restore, error)) return false;
+  if (db.get()->Commit() != sqldb::Code::kOk) {
+    *error = db.Failure();
+    db.get()->Rollback();
+    return false;
+  }
+  return true;
 }

@@ -70,12 +70,14 @@ void DemoWriter::WriteImages() {
                  " StreamNumber, OriginMasterServer, OriginMasterServerID, StorageServiceName,"
                  " StorageServiceState, StorageServiceIsInactive, StorageServiceVersionNumber,"
                  " TimeInProcess, ClassificationID, RequiredExpirationDate,"
-                 " ImportFromReplicaTime, SLPOperationsMask, JobID, CreatedDateTime");
+                 " ImportFromReplicaTime, SLPOperationsMask, JobID, CreatedDateTime",
+                 "ImageKey");
   copy_.Prepare("DBM_ImageCopy",
                 "ImageKey, CopyNumber, SLPIndex, SLPSourceIndex, CopyType, ExpireTime,"
                 " ExpireLifecycleTime, TryToKeepTime, Residence, CopyState, CopySize, JobID,"
                 " ExpirationType, MpxState, RetryCount, LastRetryTime, DestinationID, Source,"
-                " Replica, DataFormat, Resumable, WGKey");
+                " Replica, DataFormat, Resumable, WGKey",
+                "ImageCopyKey");
   fragment_.Prepare("DBM_ImageFragment",
                     "ImageCopyKey, FragmentNumber, ResumeCount, MediaID, MediaServer,"
                     " StorageServer, MediaType, MediaSubType, FragmentState, FragmentSize,"
@@ -111,6 +113,7 @@ void DemoWriter::WriteImages() {
     previousTime = t;
     previousClient = client;
   }
+  for (Insert* rows : {&image_, &copy_, &fragment_, &snapshot_, &target_}) rows->Finish();
 }
 
 void DemoWriter::WriteImage(int64_t backupTime, const Client& client) {
@@ -191,7 +194,7 @@ void DemoWriter::WriteImage(int64_t backupTime, const Client& client) {
   if (fromRemote) {
     image_.Text(kRemoteMasters[remote]).Blob(guid.data(), 16);
   } else {
-    image_.Text("").Blob(nullptr, 0);
+    image_.Text("").Null();
   }
   image_.Text(slp != nullptr ? slp->name : "").Int(share->state).Int(share->inactive ? 1 : 0)
       .Int(slp != nullptr ? 1 + random_.Below(slp->versions) : 0)

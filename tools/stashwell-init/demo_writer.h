@@ -6,45 +6,60 @@
 #ifndef TOOLS_STASHWELL_INIT_DEMO_WRITER_H_
 #define TOOLS_STASHWELL_INIT_DEMO_WRITER_H_
 
-#include <sqlite3.h>
-
 #include <cstdint>
 #include <map>
+#include <memory>
 #include <string>
 #include <vector>
 
-#include "platform/emmlib/sqlite_stmt.h"
+#include "platform/sqldb/sqldb.h"
 #include "tools/stashwell-init/demo_model.h"
 
 namespace demo {
 
-// One prepared INSERT whose values are bound in column order. A failure is
-// recorded in the shared error text (the first one wins) and later runs do
-// nothing, so that a writer checks once at the end of a loop.
+// The rows of one table, written in bulk with their values in column order.
+// A bulk load hands no keys back, so the rows of a table that others refer
+// to get their keys from here: one more than the table's largest key so far.
+// The first failure is recorded in the shared error text when the rows are
+// finished.
 class Insert {
  public:
-  Insert(sqlite3* db, std::string* error) : db_(db), error_(error) {}
-  // Prepares "INSERT INTO <table> (<columns>) VALUES (?, ...)".
-  void Prepare(const char* table, const char* columns);
+  Insert(sqldb::Database* db, std::string* error) : db_(db), error_(error) {}
+  ~Insert() { Finish(); }
+  // Starts the rows of `table` with `columns`; with `keyColumn` every row
+  // gets its key first, in that column.
+  void Prepare(const char* table, const char* columns, const char* keyColumn = nullptr);
 
   Insert& Int(int64_t value);
   Insert& Text(const std::string& value);
-  Insert& Blob(const void* data, int size);
-  // Runs the statement with the values bound since the last run.
+  Insert& Blob(const void* data, size_t size);
+  Insert& Null();
+  // Ends the row of the values given since the last one.
   void Run();
-  int64_t LastKey() const { return sqlite3_last_insert_rowid(db_); }
+  // The key of the last row, and of the next (tables with a key column).
+  int64_t LastKey() const { return key_; }
+  int64_t NextKey() const { return key_ + 1; }
+  // Ends the rows, recording a failure in the error text.
+  void Finish();
 
  private:
-  sqlite3* db_;
+  // Gives the row its key before its first value.
+  sqldb::BulkWriter* Row();
+
+  sqldb::Database* db_;
   std::string* error_;
-  emm::Statement stmt_;
-  int next_ = 1;
+  std::string table_;
+  std::unique_ptr<sqldb::BulkWriter> rows_;
+  bool keyed_ = false;
+  bool rowStarted_ = false;
+  int64_t key_ = 0;
 };
 
 class DemoWriter {
  public:
   // `windowEnd`: end of the backup window, seconds since the epoch.
-  DemoWriter(sqlite3* db, int64_t masterKey, long images, unsigned seed, int64_t windowEnd);
+  DemoWriter(sqldb::Database* db, int64_t masterKey, long images, unsigned seed,
+             int64_t windowEnd);
   DemoWriter(const DemoWriter&) = delete;
   DemoWriter& operator=(const DemoWriter&) = delete;
 
@@ -79,7 +94,7 @@ class DemoWriter {
   // The GUID of a remote master (16 bytes, derived from its index).
   static std::string MasterGuid(int remote);
 
-  sqlite3* db_;
+  sqldb::Database* db_;
   int64_t masterKey_;
   long images_;
   int64_t windowEnd_;

@@ -89,9 +89,10 @@ bool LayOutRoot(const RootOptions& o, std::string* error) {
 
   fs::path catalog = root / "db" / "catalog.db";
   for (const char* suffix : {"", "-journal", "-wal", "-shm"}) fs::remove(catalog.string() + suffix, ec);
-  if (!CreateCatalogDatabase(catalog.string(), o.master, error)) return false;
+  if (!CreateCatalogDatabase(CatalogFile(catalog.string()), o.master, error)) return false;
   if (o.demoImages >= 0 &&
-      !FillDemoCatalog(catalog.string(), o.master, o.demoImages, o.seed, o.now, error))
+      !FillDemoCatalog(CatalogFile(catalog.string()), o.master, o.demoImages, o.seed, o.now,
+                       error))
     return false;
   return true;
 }

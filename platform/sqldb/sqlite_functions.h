@@ -1,6 +1,6 @@
 // SQL functions of the native dialect that SQLite lacks, registered on every
-// catalog connection (the dialect translator quotes their date-part
-// argument, see sql_dialect.h):
+// catalog connection of the SQLite engine (the dialect translator quotes
+// their date-part argument, see platform/dal/sql_dialect.h):
 //
 //   DATEDIFF(part, a, b)  number of `part` boundaries from a to b; a and b
 //                         are date-times: seconds since 1970 as a number (the
@@ -14,16 +14,15 @@
 //
 // Date parts: SECOND (SS, S), MINUTE (MI, N), HOUR (HH), DAY (DD, D), any
 // case. An unknown part or a text that is not a date-time is an SQL error.
-#ifndef PLATFORM_DAL_SQL_FUNCTIONS_H_
-#define PLATFORM_DAL_SQL_FUNCTIONS_H_
+#ifndef PLATFORM_SQLDB_SQLITE_FUNCTIONS_H_
+#define PLATFORM_SQLDB_SQLITE_FUNCTIONS_H_
 
 #include <cstdint>
 #include <string_view>
 
 struct sqlite3;
 
-namespace Corvela {
-namespace Dal {
+namespace sqldb {
 
 // Registers the functions above on `db`; returns an SQLite result code.
 int RegisterDialectFunctions(sqlite3* db);
@@ -31,7 +30,6 @@ int RegisterDialectFunctions(sqlite3* db);
 // Seconds since 1970 of a UTC date-time text; false when it is not one.
 bool ParseDateTime(std::string_view text, int64_t* seconds);
 
-}  // namespace Dal
-}  // namespace Corvela
+}  // namespace sqldb
 
-#endif  // PLATFORM_DAL_SQL_FUNCTIONS_H_
+#endif  // PLATFORM_SQLDB_SQLITE_FUNCTIONS_H_

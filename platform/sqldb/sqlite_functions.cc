@@ -1,17 +1,16 @@
 // DATEDIFF, DATEADD and STRING for SQLite, with the UTC calendar arithmetic
 // that reading a date-time text needs (days from a civil date, valid for
 // years 0 to 9999).
-#include "platform/dal/sql_functions.h"
+#include "platform/sqldb/sqlite_functions.h"
 
 #include <sqlite3.h>
+
+#include <strings.h>
 
 #include <cctype>
 #include <string>
 
-#include "platform/dal/sql_tokenizer.h"
-
-namespace Corvela {
-namespace Dal {
+namespace sqldb {
 
 namespace {
 
@@ -28,7 +27,7 @@ int64_t DatePartSeconds(sqlite3_value* v) {
   const char* text = reinterpret_cast<const char*>(sqlite3_value_text(v));
   if (text == nullptr) return 0;
   for (const DatePart& p : kDateParts) {
-    if (EqualsIgnoreCase(text, p.name)) return p.seconds;
+    if (strcasecmp(text, p.name) == 0) return p.seconds;
   }
   return 0;
 }
@@ -189,5 +188,4 @@ int RegisterDialectFunctions(sqlite3* db) {
   return SQLITE_OK;
 }
 
-}  // namespace Dal
-}  // namespace Corvela
+}  // namespace sqldb
