@@ -2,9 +2,10 @@
 // shows end to end (tests/e2e/remote_faults_test.cc and the operations'
 // tests show the rest): the ladder's rows for the disk service and for
 // exceptions the operations cannot meet, the disk service's connect and
-// narrow messages, and the disk-volume lookups' remote calls. Each case runs
-// the cyclesvc-probe program in a fresh installation root whose master and
-// EMM server are the loopback address.
+// narrow messages, and what the legacy disk-volume lookup keys and reads
+// beyond diskspaceinfo's cases (tests/e2e/diskspaceinfo_test.cc). Each case
+// runs the cyclesvc-probe program in a fresh installation root whose master
+// and EMM server are the loopback address.
 #include <gtest/gtest.h>
 
 #include <string>
@@ -124,25 +125,6 @@ TEST_F(ServiceProbeTest, RepliesAndOutValuesArriveAndCallsAreRecorded) {
             (std::vector<std::string>{
                 R"(Dssvc.SubSystemDump(SUBSYSTEM_ID_NULL, DUMPFORM_READABLE, ""))",
                 "ExpMgr.DeletionDone(-4)", "ExpMgr.DeletionDone(5)", "ExpMgr.DeletionDone(6)"}));
-}
-
-TEST_F(ServiceProbeTest, MediaIdLookupsCallOncePerFoundVolume) {
-  TestService service(root_.path(), R"({"DiskServiceMgr.getDiskVolumeInfoByMediaId": [
-      {"args": ["M1"], "result": {"servertype": "BasicDisk"}},
-      {"args": ["M3"], "result": {"servertype": ""}},
-      {"result": null}]})");
-  ASSERT_TRUE(service.ok()) << service.error();
-  EXPECT_EQ(Probe({"stype", "M1", "M2", "M1", "M2", "M3", "M3"}),
-            (e2e::Result{"M1 -> BasicDisk\nM2 -> Unknown\nM1 -> BasicDisk\nM2 -> Unknown\n"
-                         "M3 -> \nM3 -> \n",
-                         "", 0}));
-  // A volume the service does not know is asked for again.
-  EXPECT_EQ(service.Calls(), (std::vector<std::string>{
-                                 "DiskServiceMgr.getDiskVolumeInfoByMediaId(\"M1\")",
-                                 "DiskServiceMgr.getDiskVolumeInfoByMediaId(\"M2\")",
-                                 "DiskServiceMgr.getDiskVolumeInfoByMediaId(\"M2\")",
-                                 "DiskServiceMgr.getDiskVolumeInfoByMediaId(\"M3\")",
-                             }));
 }
 
 TEST_F(ServiceProbeTest, LegacyLookupsCallOncePerVolumeAndFillTheServerTypeCache) {
