@@ -43,7 +43,6 @@ DbConnectionManager::DbConnectionManager(unsigned int minConnections, unsigned i
     : maxConnections_(maxConnections),
       openAttempts_(openAttempts > 0 ? openAttempts : 1),
       openRetryDelaySeconds_(openRetryDelaySeconds),
-      userIdType_(userIdType),
       readOnly_(readOnly),
       catalog_(catalog ? *catalog : sqldb::ConfiguredLocation()),
       translations_(statementCacheSize) {

@@ -54,7 +54,6 @@ class DbConnectionManager {
   unsigned int maxConnections_;
   unsigned int openAttempts_;
   unsigned int openRetryDelaySeconds_;
-  USERID_TYPES userIdType_;
   bool readOnly_;
   CatalogLocation catalog_;
   SqlTranslationCache translations_;
