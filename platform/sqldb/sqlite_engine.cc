@@ -69,6 +69,19 @@ int WaitForLock(void* timeoutMs, int count) {
   return 1;
 }
 
+// A floating-point value: truncated, saturated at the 64-bit ends, with its
+// decimal text.
+void FloatCell(sqlite3_value* v, Cell* cell) {
+  const double d = sqlite3_value_double(v);
+  cell->type = Type::kFloat;
+  cell->integer = d >= 9223372036854775807.0    ? std::numeric_limits<int64_t>::max()
+                  : d <= -9223372036854775808.0 ? std::numeric_limits<int64_t>::min()
+                  : d != d                      ? 0
+                                                : static_cast<int64_t>(d);
+  cell->data = reinterpret_cast<const char*>(sqlite3_value_text(v));
+  cell->size = static_cast<uint32_t>(sqlite3_value_bytes(v));
+}
+
 class SqliteDatabase;
 
 class SqliteStatement final : public Statement {
@@ -219,8 +232,8 @@ const Row& SqliteStatement::CurrentRow() {
   }
   // Every column of every row passes here: one type check and one or two
   // reads per cell, integers (most of the catalog's columns) first.
-  Cell* cell = cells.data();
-  for (sqlite3_value* const* v = values_.data(); cell != cells.data() + n; ++cell, ++v) {
+  sqlite3_value* const* v = values_.data();
+  for (Cell *cell = cells.data(), *end = cell + n; cell != end; ++cell, ++v) {
     const int type = sqlite3_value_type(*v);
     if (type == SQLITE_INTEGER) {
       cell->type = Type::kInteger;
@@ -232,19 +245,9 @@ const Row& SqliteStatement::CurrentRow() {
       cell->data = static_cast<const char*>(sqlite3_value_blob(*v));
       cell->size = static_cast<uint32_t>(sqlite3_value_bytes(*v));
     } else if (type == SQLITE_NULL) {
-      cell->type = Type::kNull;
-      cell->integer = 0;
-      cell->data = nullptr;
-      cell->size = 0;
+      *cell = Cell();
     } else {
-      const double d = sqlite3_value_double(*v);
-      cell->type = Type::kFloat;
-      cell->integer = d >= 9223372036854775807.0    ? std::numeric_limits<int64_t>::max()
-                      : d <= -9223372036854775808.0 ? std::numeric_limits<int64_t>::min()
-                      : d != d                      ? 0
-                                                    : static_cast<int64_t>(d);
-      cell->data = reinterpret_cast<const char*>(sqlite3_value_text(*v));
-      cell->size = static_cast<uint32_t>(sqlite3_value_bytes(*v));
+      FloatCell(*v, cell);
     }
   }
   return row_;

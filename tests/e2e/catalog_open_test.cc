@@ -5,12 +5,12 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include <sqlite3.h>
-
+#include <chrono>
 #include <filesystem>
 #include <string>
 #include <vector>
 
+#include "tests/e2e/catalog_lock.h"
 #include "tests/e2e/harness.h"
 
 namespace {
@@ -61,17 +61,22 @@ TEST(CatalogOpen, ReportsOnAnUnusableCatalog) {
     EXPECT_EQ(root.Run(args), (e2e::Result{"", kCannotConnect, 1})) << args[0] << " missing";
   }
 
+  // Locked past the busy timeout: the run waits that long once, however
+  // many connections it opens.
   e2e::Root root;
-  root.SetConfig("CATALOG_BUSY_TIMEOUT", "200");
-  sqlite3* writer = nullptr;
-  ASSERT_EQ(SQLITE_OK, sqlite3_open((root.path() + "/db/catalog.db").c_str(), &writer));
-  ASSERT_EQ(SQLITE_OK, sqlite3_exec(writer, "BEGIN EXCLUSIVE", nullptr, nullptr, nullptr));
+  root.SetConfig("CATALOG_BUSY_TIMEOUT", "1000");
+  e2e::CatalogLock lock(root, "BEGIN EXCLUSIVE");
   for (const auto& args : reports) {
+    const auto start = std::chrono::steady_clock::now();
     EXPECT_EQ(root.Run(args),
               (e2e::Result{"", "cyclectl: error connecting to EMM database, status=2007061\n", 1}))
         << args[0] << " locked";
+    const auto waited = std::chrono::duration_cast<std::chrono::milliseconds>(
+                            std::chrono::steady_clock::now() - start)
+                            .count();
+    EXPECT_GE(waited, 900) << args[0];
+    EXPECT_LT(waited, 1600) << args[0];
   }
-  sqlite3_close(writer);
 }
 
 TEST(CatalogOpen, UsesTheConfiguredCatalog) {
