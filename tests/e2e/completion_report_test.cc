@@ -137,6 +137,11 @@ TEST_F(CompletionReportTest, Selections) {
   EXPECT_EQ(header + Row("a", "None"), Report({"-policy", "pol2", "-client", "a"}).out);
   EXPECT_EQ(header + aDone + bDone, Report({"-lifecycle", "slp1", "-policy", "pol1"}).out);
   EXPECT_EQ(header + bDone, Report({"-lifecycle", "slp1", "-version", "2"}).out);
+  // Without -days the report looks 30 days back: today and 29 days before.
+  Image("c", 29, 3);
+  Image("d", 30, 3);
+  EXPECT_EQ(header + Row("c", Date(29, false)), Report({"-client", "c"}).out);
+  EXPECT_EQ(kNothing, Report({"-client", "d"}).out);
   // Texts are values, never SQL.
   EXPECT_EQ(kNothing, Report({"-client", "x' OR '1'='1"}).out);
   EXPECT_EQ(kNothing, Report({"-lifecycle", "SLP1"}).out);
