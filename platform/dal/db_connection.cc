@@ -32,6 +32,13 @@ std::string Describe(int status) {
   return "status " + std::to_string(status) + " (" + DalStatusText(status) + ")";
 }
 
+// `what` with the engine's reason for `code` ("disk full", "read-only",
+// "locked", ...) and its own words: the status alone does not tell a full
+// disk from other I/O failures.
+std::string EngineFailure(const char* what, sqldb::Code code, const sqldb::Database& db) {
+  return std::string(what) + " (" + sqldb::CodeText(code) + "): " + db.LastError();
+}
+
 }  // namespace
 
 DbConnection::DbConnection(std::unique_ptr<sqldb::Database> db,
@@ -85,7 +92,8 @@ int DbConnection::Prepare(DalOdbcView* view, const std::string& sql, const char*
   sqldb::Code code;
   view->stmt_ = db_->Prepare(translation.text, &code);
   if (!view->stmt_) {
-    return Fail(view, DalStatusFromCode(code), "prepare failed: " + db_->LastError(), sql);
+    return Fail(view, DalStatusFromCode(code), EngineFailure("prepare failed", code, *db_),
+                sql);
   }
   view->isQuery_ = view->stmt_->ColumnCount() > 0;
   return DAL_SUCCESS;
@@ -135,7 +143,8 @@ int DbConnection::Execute(DalOdbcView* view, const std::string& sql, const DalBi
     view->exhausted_ = true;
     view->stmt_->Reset();
   } else {
-    return Fail(view, DalStatusFromCode(code), "execute failed: " + db_->LastError(), sql);
+    return Fail(view, DalStatusFromCode(code), EngineFailure("execute failed", code, *db_),
+                sql);
   }
   if (!view->isQuery_) {
     view->rowCount_ = view->stmt_->Changes();
@@ -185,7 +194,7 @@ int DbConnection::Fetch(DalOdbcView* view, void* rowBuffer, size_t rowSize,
       if (code != sqldb::Code::kRow) {
         const int status = DalStatusFromCode(code);
         DalError(view->caller_.c_str(),
-                 "fetch failed: " + Describe(status) + ": " + db_->LastError());
+                 EngineFailure("fetch failed", code, *db_) + ": " + Describe(status));
         view->exhausted_ = true;
         view->stmt_->Reset();
         return status;

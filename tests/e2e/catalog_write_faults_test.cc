@@ -1,0 +1,104 @@
+// End-to-end tests of the operations that write the catalog when the write
+// cannot be made: another process's lock, a write-protected file, a full
+// disk. Each operation keeps its message and status, and the debug log says
+// why at severity 16.
+#include <gtest/gtest.h>
+
+#include <cstdlib>
+#include <cstring>
+#include <string>
+#include <vector>
+
+#include "tests/e2e/catalog_lock.h"
+#include "tests/e2e/catalog_test.h"
+#include "tests/e2e/full_disk.h"
+#include "tests/e2e/harness.h"
+
+namespace {
+
+class CatalogWriteFaultsTest : public e2e::CatalogTest {
+ protected:
+  // A replication record, a copy to redo, a deleted fragment and a test
+  // import file: something for each operation to write.
+  void SetUp() override {
+    root_.SetConfig("CATALOG_BUSY_TIMEOUT", "200");
+    const std::string image =
+        AddImage("client1", 1000, "StorageServiceName = 'slp1', StorageServiceState = 3");
+    AddCopy(image, 1, "SLPIndex = 1, CopyType = 0, CopyState = 5");
+    const std::string replica =
+        AddCopy(image, 2, "SLPIndex = 2, SLPSourceIndex = 1, CopyType = 3, CopyState = 13");
+    Insert("DBM_ImageReplicationDestination", "ReplicationDestinationKey",
+           "ImageCopyKey, TargetMachineKey, VolumeInfo, RemoteMasterServer",
+           replica + ", " + AddMachine("tgt1", 12) + ", 'vol1', 'remote1'", "");
+    Insert("DBM_DeletedFragment", "DeletedFragmentKey", "MasterServerKey, BackupID",
+           "(SELECT MachineKey FROM EMM_Machine WHERE MachinePrimaryName = 'master1'), "
+           "'client1_1000'",
+           "");
+    root_.WriteFile("frags.txt", "STS_IMAGE = img1\n");
+  }
+
+  // Runs each writing operation, whose write fails with the data-access
+  // status `dal`, the catalog library's `emm` or the import manager's
+  // `imp`, and finds `reason` in parentheses on a severity-16 line of the
+  // run's debug log.
+  void ExpectEachFails(const std::string& reason, int dal, int emm, int imp) {
+    const std::string summary =
+        "Successfully notified import manager of 0 out of a total of 1 images found\n"
+        "Operation took N seconds, total\n";
+    const struct {
+      std::vector<std::string> args;
+      e2e::Result result;
+    } cases[] = {
+        {{"remove_repl", "-target_machine", "tgt1"},
+         {"", "error executing SQL query, status = " + std::to_string(dal) + "\n", 130}},
+        {{"redo", "-backupid", "client1_1000", "-slpindex", "2"},
+         {"", "cannot update image copy state, status = " + std::to_string(emm) + "\n", 0}},
+        {{"remove_exp", "-nowarn"},
+         {"",
+          "error removing all entries in deleted fragment list, status= " + std::to_string(emm) +
+              "\n",
+          0}},
+        {{"-test_import_frags", root_.path() + "/frags.txt"},
+         {"",
+          "Import Manager returned: " + std::to_string(imp) +
+              " for fragment name img1. Total images = 1\n" + summary,
+          0}},
+    };
+    for (const auto& c : cases) {
+      root_.Remove("logs/admin");
+      root_.WriteFile("logs/admin/.keep", "");
+      e2e::Result r = root_.Run(c.args);
+      // The seconds a run took vary: shown as N.
+      const size_t took = r.err.find("Operation took ");
+      if (took != std::string::npos) {
+        const size_t from = took + strlen("Operation took ");
+        r.err.replace(from, r.err.find(' ', from) - from, "N");
+      }
+      EXPECT_EQ(r, c.result) << reason << ": " << c.args[0];
+      bool logged = false;
+      for (const std::string& line : root_.DebugLogMessages()) {
+        logged |= line.rfind("<16> ", 0) == 0 && line.find("(" + reason + ")") != std::string::npos;
+      }
+      EXPECT_TRUE(logged) << reason << ": " << c.args[0];
+    }
+  }
+};
+
+TEST_F(CatalogWriteFaultsTest, EachOperationKeepsItsStatusAndLogsWhy) {
+  {
+    e2e::CatalogLock writer(root_, "BEGIN IMMEDIATE");
+    ExpectEachFails("locked", 2007005, 2007061, 2008004);
+  }
+  // Write-protected with the immutable flag, as the tests run as root.
+  const std::string file = root_.path() + "/db/catalog.db";
+  const bool immutable = system(("chattr +i " + file + " 2>/dev/null").c_str()) == 0;
+  if (immutable) {
+    ExpectEachFails("read-only", 2007009, 2007062, 2008005);
+    system(("chattr -i " + file).c_str());
+  }
+  e2e::FullCatalogDisk full(root_);
+  if (full.ok()) ExpectEachFails("disk full", 2007017, 2007062, 2008005);
+  if (!immutable || !full.ok()) GTEST_SKIP() << "needs chattr and the right to mount";
+}
+
+}  // namespace
