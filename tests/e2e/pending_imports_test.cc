@@ -30,8 +30,8 @@ class PendingImportsTest : public ::testing::Test {
               copy + ", " + std::to_string(number) + ", 'vol" + std::to_string(number) + "');");
   }
   // What list prints for one image with its copies and fragments.
-  std::string Listed(const std::string& backupId) {
-    e2e::Result r = root_.Run({"list", "-rt", "ICF", "-backupid", backupId});
+  std::string Listed(const std::string& backupId, const std::string& form = "-l") {
+    e2e::Result r = root_.Run({"list", form, "-rt", "ICF", "-backupid", backupId});
     EXPECT_EQ(r.err, "");
     return r.out;
   }
@@ -66,6 +66,10 @@ TEST_F(PendingImportsTest, PendingImagesWithTheirCopiesAndFragments) {
 
   EXPECT_EQ(root_.Run({"pendimplist"}),
             (e2e::Result{Listed("alpha_100") + Listed("charlie_300"), "", 0}));
+  EXPECT_EQ(root_.Run({"pendimplist", "-U"}),
+            (e2e::Result{Listed("alpha_100", "-U") + Listed("charlie_300", "-U"),
+                         "option '-U'  is not valid for operation 'pendimplist' and is ignored\n",
+                         0}));
 
   root_.Sql("DROP TABLE DBM_ImageFragment;");
   EXPECT_EQ(root_.Run({"pendimplist"}),
