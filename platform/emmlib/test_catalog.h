@@ -92,6 +92,28 @@ class TestCatalog {
     return key;
   }
 
+  // The images of a linked list, one line each: backup id, then per copy
+  // "|c<number> s<state>" with its fragments " f<number>:<media>" or its
+  // targets " t<machine>/<volume>/<remote master>".
+  static std::string Describe(const EMM_Image* list) {
+    std::string text;
+    for (const EMM_Image* image = list; image != nullptr; image = image->next) {
+      text += image->BackupID;
+      for (const EMM_ImageCopy* c = image->copies; c != nullptr; c = c->next) {
+        text += " |c" + std::to_string(c->CopyNumber) + " s" + std::to_string(c->CopyState);
+        for (const EMM_ImageFragment* f = c->fragments; f != nullptr; f = f->next) {
+          text += " f" + std::to_string(f->FragmentNumber) + ":" + f->MediaID;
+        }
+        for (const EMM_ReplicationTarget* t = c->replicationTargets; t != nullptr; t = t->next) {
+          text += std::string(" t") + t->TargetMachine + "/" + t->TargetInfo + "/" +
+                  t->RemoteMaster;
+        }
+      }
+      text += "\n";
+    }
+    return text;
+  }
+
   // Every flat row of a raw image query, fetched `batch` rows at a time.
   std::vector<Legacy_ImageView> RawRows(uint64_t handle, unsigned batch = 500) {
     std::vector<Legacy_ImageView> all;
