@@ -348,8 +348,9 @@ int64_t computeConfigUnitsBaseValue(long value, ConfigUnits units) {
   return static_cast<int64_t>(value) * kSeconds[units];
 }
 
-std::string SW_catalog_path() {
-  const std::string& c = RunConfig().config.emmCatalog;
+std::string SW_catalog_path() { return SW_catalog_path_of(RunConfig().config.emmCatalog); }
+
+std::string SW_catalog_path_of(const std::string& c) {
   if (c.empty()) return StashwellPath("db/catalog.db");
   if (c[0] == '/') return c;
   return StashwellPath(c);

@@ -108,6 +108,8 @@ int64_t computeConfigUnitsBaseValue(long value, ConfigUnits units);
 // a file that could not be read gives the defaults.
 // Absolute path of the catalog database (EMM_CATALOG resolved against the root).
 std::string SW_catalog_path();
+// The same for the catalog file `catalog` (db/catalog.db when empty).
+std::string SW_catalog_path_of(const std::string& catalog);
 // Milliseconds to wait for a catalog that another process is writing.
 int SW_catalog_busy_timeout_ms();
 // IIOP port of a service daemon (DAEMON_PORT.<daemon>); 0 when not configured.

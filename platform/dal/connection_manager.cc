@@ -45,7 +45,7 @@ DbConnectionManager::DbConnectionManager(unsigned int minConnections, unsigned i
       openRetryDelaySeconds_(openRetryDelaySeconds),
       readOnly_(readOnly),
       catalog_(catalog ? *catalog : sqldb::ConfiguredLocation()),
-      translations_(statementCacheSize) {
+      translations_(statementCacheSize, catalog_.engine) {
   const char* account = AccountNameOf(userIdType);
   const std::string settings =
       "account " + std::to_string(userIdType) + ", connections " + std::to_string(minConnections) +

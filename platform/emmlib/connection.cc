@@ -6,7 +6,6 @@
 
 #include "platform/emmlib/emmlib.h"
 #include "platform/emmlib/query_handles.h"
-#include "platform/root.h"
 
 namespace emm {
 namespace {
@@ -16,15 +15,11 @@ std::map<int, std::unique_ptr<Connection>>& Connections() {
   return connections;
 }
 
-// The catalog a catalog text names: an absolute path as it is, a relative
-// one under the installation root, none the configured catalog.
+// The catalog a catalog text names (sqldb::CatalogAt), none the configured
+// catalog.
 sqldb::Location CatalogLocation(const char* catalog) {
-  sqldb::Location where = sqldb::ConfiguredLocation();
-  if (catalog == nullptr || *catalog == '\0') return where;
-  where.engine = sqldb::Engine::kSqlite;
-  where.path = *catalog == '/' ? std::string(catalog) : StashwellPath(catalog);
-  where.display = where.path;
-  return where;
+  if (catalog == nullptr || *catalog == '\0') return sqldb::ConfiguredLocation();
+  return sqldb::CatalogAt(catalog);
 }
 
 }  // namespace

@@ -5,6 +5,7 @@
 #include <cctype>
 
 #include "platform/config.h"
+#include "platform/sqldb/pg_engine.h"
 #include "platform/sqldb/sqlite_engine.h"
 
 namespace sqldb {
@@ -40,30 +41,26 @@ const CodeWord kCodeWords[] = {
 
 }  // namespace
 
-Location ConfiguredLocation() {
+Location CatalogAt(const std::string& catalog) {
   Location where;
   where.busyTimeoutMs = SW_catalog_busy_timeout_ms();
-  const std::string& catalog = SW_config()->emmCatalog;
   if (StartsWith(catalog, "postgresql://") || StartsWith(catalog, "postgres://")) {
     where.engine = Engine::kPostgres;
     where.conninfo = catalog;
+    where.display = PostgresDisplay(catalog);
     return where;
   }
-  where.path = SW_catalog_path();
+  where.path = SW_catalog_path_of(catalog);
   where.display = where.path;
   return where;
 }
 
+Location ConfiguredLocation() { return CatalogAt(SW_config()->emmCatalog); }
+
 Code Open(const Location& where, OpenMode mode, std::unique_ptr<Database>* db, std::string* why) {
   db->reset();
-  switch (where.engine) {
-    case Engine::kSqlite:
-      return OpenSqlite(where, mode, db, why);
-    case Engine::kPostgres:
-      break;
-  }
-  *why = "this build has no PostgreSQL catalog engine";
-  return Code::kMisuse;
+  if (where.engine == Engine::kPostgres) return OpenPostgres(where, mode, db, why);
+  return OpenSqlite(where, mode, db, why);
 }
 
 const char* CodeText(Code code) {

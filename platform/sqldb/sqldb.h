@@ -61,6 +61,11 @@ struct Location {
   int connectTimeoutS = 10;
 };
 
+// The catalog that a catalog text in EMM_CATALOG's form names: a
+// postgresql:// (or postgres://) URI, else a database file, taken from the
+// installation root when relative (db/catalog.db when empty); with the
+// configured busy timeout.
+Location CatalogAt(const std::string& catalog);
 // The configured catalog (from the configuration reader).
 Location ConfiguredLocation();
 

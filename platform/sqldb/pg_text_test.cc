@@ -1,0 +1,98 @@
+#include "platform/sqldb/pg_text.h"
+
+#include <gtest/gtest.h>
+
+namespace sqldb {
+namespace {
+
+TEST(PgTextTest, MarksOutsideLiteralsNamesAndCommentsAreNumbered) {
+  static const struct {
+    const char* sql;
+    const char* numbered;
+    int count;
+  } cases[] = {
+      {"", "", 0},
+      {"SELECT ?", "SELECT $1", 1},
+      {"a = ? AND b IN (?, ?)", "a = $1 AND b IN ($2, $3)", 3},
+      {"'?' ? \"?\" ?", "'?' $1 \"?\" $2", 2},
+      {"'it''s ?' ? \"a\"\"?\"", "'it''s ?' $1 \"a\"\"?\"", 1},
+      {"-- ?\n? /* ? */ ?", "-- ?\n$1 /* ? */ $2", 2},
+      {"? /* ?", "$1 /* ?", 1},  // an open comment runs to the end
+      {"? '?", "$1 '?", 1},      // so does an open literal
+  };
+  for (const auto& c : cases) {
+    int count = -1;
+    EXPECT_EQ(c.numbered, NumberMarks(c.sql, &count)) << c.sql;
+    EXPECT_EQ(c.count, count) << c.sql;
+  }
+}
+
+TEST(PgTextTest, SqlStatesMapOntoCodes) {
+  static const struct {
+    const char* state;
+    bool isQuery;
+    Code code;
+  } cases[] = {
+      {"53100", false, Code::kFull},  // first of the table
+      {"53300", false, Code::kFull},  // its class
+      {"53200", false, Code::kNoMemory},
+      {"25006", false, Code::kReadOnly},
+      {"42501", false, Code::kReadOnly},
+      {"42501", true, Code::kNoAccess},
+      {"55P03", false, Code::kBusy},
+      {"57014", true, Code::kCanceled},
+      {"57P01", true, Code::kUnreachable},
+      {"08006", true, Code::kUnreachable},
+      {"3D000", true, Code::kMissing},
+      {"3F000", true, Code::kMissing},
+      {"28P01", true, Code::kNoAccess},
+      {"23505", false, Code::kConstraint},
+      {"25P02", false, Code::kMisuse},  // last of the table
+      {"42601", false, Code::kError},   // a syntax error: no entry
+      {"0800", false, Code::kError},    // too short to be a state
+  };
+  for (const auto& c : cases) {
+    EXPECT_EQ(c.code, CodeForSqlState(c.state, c.isQuery)) << c.state << " " << c.isQuery;
+  }
+}
+
+TEST(PgTextTest, ConnectFailuresAreClassifiedAndShortened) {
+  static const struct {
+    const char* message;
+    Code code;
+    const char* reason;
+  } cases[] = {
+      {"connection to server at \"127.0.0.1\", port 1 failed: Connection refused\n\tIs the "
+       "server running on that host and accepting TCP/IP connections?\n",
+       Code::kUnreachable, "Connection refused"},
+      {"connection to server at \"127.0.0.1\", port 5 failed: FATAL:  password authentication "
+       "failed for user \"x\"\n",
+       Code::kNoAccess, "FATAL:  password authentication failed for user \"x\""},
+      {"connection to server at \"h\", port 5 failed: FATAL:  database \"d\" does not exist\n",
+       Code::kMissing, "FATAL:  database \"d\" does not exist"},
+      {"timeout expired\n", Code::kUnreachable, "timeout expired"},
+  };
+  for (const auto& c : cases) {
+    EXPECT_EQ(c.code, CodeForConnectFailure(c.message)) << c.message;
+    EXPECT_EQ(c.reason, ConnectFailureReason(c.message));
+  }
+}
+
+TEST(PgTextTest, ByteaAndCopyFieldsKeepEveryByte) {
+  std::string bytes;
+  EXPECT_TRUE(DecodeByteaHex("\\x00ffA0", &bytes));
+  EXPECT_EQ(std::string("\x00\xff\xa0", 3), bytes);
+  EXPECT_TRUE(DecodeByteaHex("\\x", &bytes));
+  EXPECT_EQ("", bytes);
+  for (const char* bad : {"", "\\x0", "\\xzz", "00ff"}) EXPECT_FALSE(DecodeByteaHex(bad, &bytes));
+
+  std::string field;
+  AppendCopyText("a\\b\tc\nd\re?", &field);
+  EXPECT_EQ("a\\\\b\\tc\\nd\\re?", field);
+  field.clear();
+  AppendCopyBytea("\x00\xff", 2, &field);
+  EXPECT_EQ("\\\\x00ff", field);
+}
+
+}  // namespace
+}  // namespace sqldb
