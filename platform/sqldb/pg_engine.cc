@@ -20,6 +20,7 @@
 #include <deque>
 #include <utility>
 
+#include "platform/sqldb/lock_wait.h"
 #include "platform/sqldb/pg_text.h"
 
 namespace sqldb {
@@ -152,7 +153,7 @@ struct Link {
 class PgDatabase final : public Database {
  public:
   PgDatabase(std::vector<std::string> keywords, std::vector<std::string> values,
-             std::string display, ConnPtr first);
+             std::string display, int lockTimeoutMs, ConnPtr first);
   ~PgDatabase() override;
 
   Engine engine() const override { return Engine::kPostgres; }
@@ -187,6 +188,7 @@ class PgDatabase final : public Database {
   std::vector<std::string> keywords_;
   std::vector<std::string> values_;
   std::string display_;
+  int lockTimeoutMs_;       // the sessions' lock_timeout
   std::deque<Link> links_;  // stable addresses
   Link* insertLink_ = nullptr;
   bool inTransaction_ = false;
@@ -567,8 +569,11 @@ Code PgBulkWriter::Finish() {
 }
 
 PgDatabase::PgDatabase(std::vector<std::string> keywords, std::vector<std::string> values,
-                       std::string display, ConnPtr first)
-    : keywords_(std::move(keywords)), values_(std::move(values)), display_(std::move(display)) {
+                       std::string display, int lockTimeoutMs, ConnPtr first)
+    : keywords_(std::move(keywords)),
+      values_(std::move(values)),
+      display_(std::move(display)),
+      lockTimeoutMs_(lockTimeoutMs) {
   links_.emplace_back();
   links_.back().conn = std::move(first);
 }
@@ -616,6 +621,8 @@ Code PgDatabase::Fail(PGconn* conn, const PGresult* result, bool isQuery) {
   lastError_ = primary != nullptr ? primary : FirstLine(PQerrorMessage(conn));
   if (state != nullptr) {
     lastError_ += std::string(" (SQLSTATE ") + state + ")";
+    // A lock not granted in time used up the run's allowance for waiting.
+    if (strcmp(state, "55P03") == 0) ChargeLockWait(lockTimeoutMs_);
     return CodeForSqlState(state, isQuery);
   }
   return PQstatus(conn) == CONNECTION_OK ? Code::kError : Code::kUnreachable;
@@ -732,9 +739,11 @@ Code OpenPostgres(const Location& where, OpenMode mode, std::unique_ptr<Database
     return Code::kMisuse;
   }
   const std::string& display = where.display.empty() ? target.display : where.display;
-  // lock_timeout 0 would wait without end; the least wait is 1 ms.
+  // What is left of the run's allowance for lock waits; lock_timeout 0
+  // would wait without end, so the least wait is 1 ms.
+  const int lockTimeoutMs = std::max(RemainingLockWaitMs(where.busyTimeoutMs), 1);
   std::string options = target.options + " -c search_path=" + kSearchPath +
-                        " -c lock_timeout=" + std::to_string(std::max(where.busyTimeoutMs, 1)) +
+                        " -c lock_timeout=" + std::to_string(lockTimeoutMs) +
                         " -c synchronous_commit=on" + kPlannerOptions;
   if (mode == OpenMode::kReadOnly) options += " -c default_transaction_read_only=on";
   // Later keywords override what the connection string says; keepalives
@@ -779,7 +788,7 @@ Code OpenPostgres(const Location& where, OpenMode mode, std::unique_ptr<Database
     }
   }
   *db = std::make_unique<PgDatabase>(std::move(keywords), std::move(values), display,
-                                     std::move(conn));
+                                     lockTimeoutMs, std::move(conn));
   return Code::kOk;
 }
 

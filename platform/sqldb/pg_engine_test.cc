@@ -5,6 +5,7 @@
 #include <chrono>
 #include <cstdint>
 
+#include "platform/sqldb/lock_wait.h"
 #include "platform/sqldb/pg_test_server.h"
 
 namespace sqldb {
@@ -31,6 +32,7 @@ class PgEngineTest : public ::testing::Test {
   void SetUp() override {
     ASSERT_NE(nullptr, server_);
     server_->Run("TRUNCATE DBM_Main.DBM_Image", "enginetest");
+    ResetLockWait();
   }
 
   static std::unique_ptr<Database> OpenAs(const std::string& user, int busyMs = 5000) {
@@ -291,7 +293,13 @@ TEST_F(PgEngineTest, LocksCancelsAndRestartsEndStatementsCleanly) {
   ASSERT_TRUE(waiter);
   auto start = std::chrono::steady_clock::now();
   EXPECT_EQ(Code::kBusy, waiter->Exec("UPDATE DBM_Image SET Size = 3")) << waiter->LastError();
+  EXPECT_GE(std::chrono::steady_clock::now() - start, std::chrono::milliseconds(300));
   EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(3));
+  // The run has used its allowance: a second connection waits no more.
+  std::unique_ptr<Database> second = OpenAs("stashwell", 300);
+  start = std::chrono::steady_clock::now();
+  EXPECT_EQ(Code::kBusy, second->Exec("UPDATE DBM_Image SET Size = 4"));
+  EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::milliseconds(150));
   holder->Rollback();
 
   ASSERT_EQ(Code::kOk, waiter->Exec("SET statement_timeout = 200"));
