@@ -5,8 +5,9 @@
 # (*_main.cc), so adding a source file needs no edit of any CMakeLists.txt.
 # A folder without sources yet gives an interface library.
 #
-# sw_unit_tests(NAME [DEPS targets...]) builds NAME from every *_test.cc of the
-# folder, links GoogleTest's main and registers each test with CTest. Tests
+# sw_unit_tests(NAME [DEPS targets...] [PROPERTIES name value...]) builds NAME
+# from every *_test.cc of the folder, links GoogleTest's main and registers
+# each test with CTest, with the test properties given. Tests
 # find the built programs through STASHWELL_BIN_DIR and the data files through
 # STASHWELL_SHARE_DIR.
 function(sw_library name)
@@ -25,7 +26,7 @@ function(sw_library name)
 endfunction()
 
 function(sw_unit_tests name)
-  cmake_parse_arguments(ARG "" "" "DEPS" ${ARGN})
+  cmake_parse_arguments(ARG "" "" "DEPS;PROPERTIES" ${ARGN})
   file(GLOB srcs CONFIGURE_DEPENDS ${CMAKE_CURRENT_SOURCE_DIR}/*_test.cc)
   if(NOT srcs)
     return()
@@ -37,5 +38,10 @@ function(sw_unit_tests name)
     STASHWELL_SHARE_DIR="${STASHWELL_SHARE_DIR}"
     STASHWELL_SOURCE_DIR="${PROJECT_SOURCE_DIR}")
   target_link_libraries(${name} PRIVATE ${ARG_DEPS} GTest::gtest_main GTest::gmock)
-  gtest_discover_tests(${name} DISCOVERY_MODE PRE_TEST DISCOVERY_TIMEOUT 60)
+  if(ARG_PROPERTIES)
+    gtest_discover_tests(${name} DISCOVERY_MODE PRE_TEST DISCOVERY_TIMEOUT 60
+                         PROPERTIES ${ARG_PROPERTIES})
+  else()
+    gtest_discover_tests(${name} DISCOVERY_MODE PRE_TEST DISCOVERY_TIMEOUT 60)
+  endif()
 endfunction()

@@ -1,52 +1,69 @@
 // A second process's hold on the test catalog: the test process opens the
 // catalog itself and keeps a transaction open while cyclectl runs, so that
-// a run meets a catalog being read or written by someone else.
+// a run meets a catalog being written by someone else.
 //
-//   e2e::CatalogLock lock(root, "BEGIN IMMEDIATE");  // a writer's lock
-//   root.Run({"remove_repl", ...});                   // waits, then fails
+//   e2e::CatalogLock lock(root);                    // a writer's lock
+//   root.Run({"remove_repl", ...});                  // waits, then fails
+//   e2e::CatalogLock lock(root, "DELETE FROM T");    // changes not yet committed
+//   e2e::CatalogLock lock(root, "", e2e::CatalogLock::kEverything);  // readers wait too
+//   e2e::CatalogLock lock(root, "SELECT ... FOR UPDATE", e2e::CatalogLock::kRows);
 //
-// The transaction is rolled back when the lock goes away unless Commit()
-// ended it first.
+// SQLite takes its database lock (BEGIN IMMEDIATE or EXCLUSIVE); PostgreSQL
+// locks every table of the catalog in EXCLUSIVE (reads go on) or ACCESS
+// EXCLUSIVE mode, or (kRows) only what the changes lock. The transaction is rolled back when the lock goes away
+// unless Commit() ended it first.
 #ifndef TESTS_E2E_CATALOG_LOCK_H_
 #define TESTS_E2E_CATALOG_LOCK_H_
 
 #include <gtest/gtest.h>
-#include <sqlite3.h>
 
+#include <memory>
 #include <string>
 
+#include "platform/sqldb/sqldb.h"
 #include "tests/e2e/harness.h"
 
 namespace e2e {
 
 class CatalogLock {
  public:
-  // Opens db/catalog.db of `root` and runs `statements`, which begin the
-  // transaction ("BEGIN IMMEDIATE" for a writer, "BEGIN; SELECT ..." for a
-  // reader, followed by changes that stay uncommitted).
-  CatalogLock(const Root& root, const std::string& statements) {
-    const std::string file = root.path() + "/db/catalog.db";
-    EXPECT_EQ(sqlite3_open(file.c_str(), &db_), SQLITE_OK) << file;
-    Exec(statements);
+  enum Hold { kWrites, kEverything, kRows };
+
+  explicit CatalogLock(const Root& root, const std::string& changes = "", Hold hold = kWrites)
+      : db_(root.OpenCatalog()) {
+    if (!db_) return;
+    if (db_->engine() == sqldb::Engine::kSqlite) {
+      Exec(hold == kEverything ? "BEGIN EXCLUSIVE" : "BEGIN IMMEDIATE");
+    } else if (hold == kRows) {
+      Exec("BEGIN");
+    } else {
+      Exec(std::string("BEGIN; DO $$ DECLARE t record; BEGIN FOR t IN SELECT schemaname, tablename"
+                       " FROM pg_tables WHERE lower(schemaname) IN ('emm_main', 'dbm_main',"
+                       " 'slp_main') LOOP EXECUTE format('LOCK TABLE %I.%I IN ") +
+           (hold == kWrites ? "EXCLUSIVE" : "ACCESS EXCLUSIVE") +
+           " MODE', t.schemaname, t.tablename); END LOOP; END $$");
+    }
+    open_ = true;
+    if (!changes.empty()) Exec(changes);
   }
   ~CatalogLock() {
-    if (db_ != nullptr && !sqlite3_get_autocommit(db_)) Exec("ROLLBACK");
-    sqlite3_close(db_);
+    if (open_) db_->Rollback();
   }
   CatalogLock(const CatalogLock&) = delete;
   CatalogLock& operator=(const CatalogLock&) = delete;
 
-  void Commit() { Exec("COMMIT"); }
+  void Commit() {
+    EXPECT_EQ(db_->Commit(), sqldb::Code::kOk) << db_->LastError();
+    open_ = false;
+  }
 
  private:
   void Exec(const std::string& sql) {
-    char* error = nullptr;
-    EXPECT_EQ(sqlite3_exec(db_, sql.c_str(), nullptr, nullptr, &error), SQLITE_OK)
-        << sql << ": " << (error != nullptr ? error : "");
-    sqlite3_free(error);
+    EXPECT_EQ(db_->Exec(sql), sqldb::Code::kOk) << sql << ": " << db_->LastError();
   }
 
-  sqlite3* db_ = nullptr;
+  std::unique_ptr<sqldb::Database> db_;
+  bool open_ = false;
 };
 
 }  // namespace e2e

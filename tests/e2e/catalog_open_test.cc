@@ -21,27 +21,36 @@ using ::testing::HasSubstr;
 
 const char kCannotConnect[] = "cyclectl: error connecting to EMM database, status=2007060\n";
 
+// Spoils the catalog of a root: garbage over the file, or the database
+// without its image schema.
+void Damage(e2e::Root& root) {
+  if (e2e::OnPostgres()) {
+    root.Sql("SET client_min_messages = warning; DROP SCHEMA DBM_Main CASCADE");
+  } else {
+    root.WriteFile("db/catalog.db", std::string(4096, 'x') + "not a catalog at all\n");
+  }
+}
+
+// The name the catalog's messages give it: the file, or the database.
+std::string CatalogName(const e2e::Root& root) {
+  return root.catalog().substr(root.catalog().rfind('/') + 1);
+}
+
 TEST(CatalogOpen, UnusableCatalogEndsTheRunBeforeAnyOutput) {
-  struct Case {
+  const struct {
     const char* name;
-    const char* catalogText;  // written over db/catalog.db; null: removed
-  };
-  const Case cases[] = {{"missing", nullptr}, {"not a database", "not a catalog at all\n"}};
-  for (const Case& c : cases) {
+    void (*spoil)(e2e::Root&);
+  } cases[] = {{"missing", [](e2e::Root& r) { r.RemoveCatalog(); }}, {"not a catalog", Damage}};
+  for (const auto& c : cases) {
     e2e::Root root;
-    if (c.catalogText == nullptr) {
-      root.Remove("db/catalog.db");
-    } else {
-      root.WriteFile("db/catalog.db", std::string(4096, 'x') + c.catalogText);
-    }
+    c.spoil(root);
     EXPECT_EQ(root.Run({"list"}), (e2e::Result{"", kCannotConnect, 1})) << c.name;
     EXPECT_THAT(root.DebugLogMessages(),
                 Contains(AllOf(HasSubstr("<16> cyclectl: emmlib_initialize: cannot open catalog"),
-                               HasSubstr("db/catalog.db"))))
+                               HasSubstr(CatalogName(root)))))
         << c.name;
-    if (c.catalogText == nullptr) {
-      EXPECT_FALSE(std::filesystem::exists(root.path() + "/db/catalog.db"))
-          << "opening must not create a catalog";
+    if (c.spoil != Damage && !e2e::OnPostgres()) {
+      EXPECT_FALSE(std::filesystem::exists(root.catalog())) << "opening must not create a catalog";
     }
   }
 }
@@ -55,9 +64,9 @@ TEST(CatalogOpen, ReportsOnAnUnusableCatalog) {
     e2e::Root root;
     root.Sql("DROP TABLE DBM_Image;");
     EXPECT_EQ(root.Run(args), (e2e::Result{"", kCannotConnect, 1})) << args[0] << " table-less";
-    root.WriteFile("db/catalog.db", std::string(4096, 'x'));
+    Damage(root);
     EXPECT_EQ(root.Run(args), (e2e::Result{"", kCannotConnect, 1})) << args[0] << " damaged";
-    root.Remove("db/catalog.db");
+    root.RemoveCatalog();
     EXPECT_EQ(root.Run(args), (e2e::Result{"", kCannotConnect, 1})) << args[0] << " missing";
   }
 
@@ -65,7 +74,7 @@ TEST(CatalogOpen, ReportsOnAnUnusableCatalog) {
   // many connections it opens.
   e2e::Root root;
   root.SetConfig("CATALOG_BUSY_TIMEOUT", "1000");
-  e2e::CatalogLock lock(root, "BEGIN EXCLUSIVE");
+  e2e::CatalogLock lock(root, "", e2e::CatalogLock::kEverything);
   for (const auto& args : reports) {
     const auto start = std::chrono::steady_clock::now();
     EXPECT_EQ(root.Run(args),
@@ -80,18 +89,20 @@ TEST(CatalogOpen, ReportsOnAnUnusableCatalog) {
 }
 
 TEST(CatalogOpen, UsesTheConfiguredCatalog) {
-  e2e::Root root;
-  root.Sql("INSERT INTO DBM_Image (MasterServerKey, ClientMachineName, BackupTime)"
-           " VALUES (1, 'client1', 1000)");
-  std::filesystem::rename(root.path() + "/db/catalog.db", root.path() + "/db/other.db");
-
-  root.SetConfig("EMM_CATALOG", "db/other.db");
+  e2e::Root root, other;
+  other.Sql("INSERT INTO DBM_Image (MasterServerKey, ClientMachineName, BackupTime)"
+            " VALUES (1, 'client1', 1000)");
+  root.SetConfig("EMM_CATALOG", other.catalog());
   EXPECT_EQ(root.Run({"list", "-rt", "I", "-b"}), (e2e::Result{"client1_1000\n", "", 0}));
 
-  root.SetConfig("EMM_CATALOG", root.path() + "/db/other.db");
-  EXPECT_EQ("client1_1000\n", root.Run({"list", "-rt", "I", "-b"}).out);
-
-  root.SetConfig("EMM_CATALOG", "db/none.db");
+  if (!e2e::OnPostgres()) {
+    // A relative file name is taken from the root.
+    std::filesystem::rename(other.catalog(), root.path() + "/db/other.db");
+    root.SetConfig("EMM_CATALOG", "db/other.db");
+    EXPECT_EQ("client1_1000\n", root.Run({"list", "-rt", "I", "-b"}).out);
+  }
+  other.RemoveCatalog();
+  root.SetConfig("EMM_CATALOG", other.catalog());
   EXPECT_EQ(root.Run({"list"}), (e2e::Result{"", kCannotConnect, 1}));
 }
 

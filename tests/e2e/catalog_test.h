@@ -19,12 +19,12 @@ class CatalogTest : public ::testing::Test {
   std::string Insert(const std::string& table, const std::string& keyColumn,
                      const std::string& columns, const std::string& values,
                      const std::string& set) {
-    std::string sql = "INSERT INTO " + table + " (" + columns + ") VALUES (" + values + ");";
-    if (!set.empty()) {
-      sql += "UPDATE " + table + " SET " + set + " WHERE " + keyColumn + " = last_insert_rowid();";
-    }
-    std::string key = root_.Sql(sql + "SELECT last_insert_rowid();");
-    return key.substr(0, key.find('\n'));
+    std::string key = root_.Sql("INSERT INTO " + table + " (" + columns + ") VALUES (" + values +
+                                ") RETURNING " + keyColumn);
+    key = key.substr(0, key.find('\n'));
+    if (!set.empty())
+      root_.Sql("UPDATE " + table + " SET " + set + " WHERE " + keyColumn + " = '" + key + "'");
+    return key;
   }
   // An image of the master server master1.
   std::string AddImage(const std::string& client, long backupTime, const std::string& set = "") {

@@ -189,7 +189,7 @@ TEST_F(CompletionReportTest, Failures) {
   root_.Sql("ALTER TABLE DBM_Image RENAME COLUMN StorageServiceState TO SlpState;");
   EXPECT_EQ(Report({}), (e2e::Result{"", "error executing SQL query, status = 2007006\n", 130}));
   // No catalog at all.
-  root_.Remove("db/catalog.db");
+  root_.RemoveCatalog();
   EXPECT_EQ(Report({}), (e2e::Result{"", "cannot connect to database, status = 2007002\n", 25}));
 }
 

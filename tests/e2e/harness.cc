@@ -1,6 +1,7 @@
 // The end-to-end harness: roots laid out by stashwell-init, runs of the real
 // binaries through fork/exec with three pipes and a time limit, SQL through
-// the sqlite3 C API.
+// the catalog engine interface, PostgreSQL databases made and dropped with
+// psql.
 #include "tests/e2e/harness.h"
 
 #include <fcntl.h>
@@ -8,7 +9,6 @@
 #include <poll.h>
 #include <pwd.h>
 #include <signal.h>
-#include <sqlite3.h>
 #include <sys/stat.h>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -23,6 +23,7 @@
 #include <sstream>
 
 #include "gtest/gtest.h"
+#include "platform/sqldb/sqldb.h"
 
 namespace fs = std::filesystem;
 
@@ -150,9 +151,32 @@ std::string FileText(const fs::path& file) {
   return text.str();
 }
 
-std::string SqlText(sqlite3_stmt* stmt, int column) {
-  const unsigned char* t = sqlite3_column_text(stmt, column);
-  return t ? reinterpret_cast<const char*>(t) : "";
+// A column of a row as text: NULL as empty, numbers in decimal.
+std::string CellText(const sqldb::Row& row, int column) {
+  if (row.IsNull(column)) return "";
+  if (row.type(column) == sqldb::Type::kInteger) return std::to_string(row.Int64(column));
+  return std::string(row.Bytes(column));
+}
+
+// SQL text cut at the semicolons outside quotes, blank pieces left out.
+std::vector<std::string> SplitStatements(const std::string& text) {
+  std::vector<std::string> statements;
+  std::string current;
+  char quote = 0;
+  for (char c : text) {
+    if (quote != 0) {
+      if (c == quote) quote = 0;
+    } else if (c == '\'' || c == '"') {
+      quote = c;
+    } else if (c == ';') {
+      if (current.find_first_not_of(" \t\n") != std::string::npos) statements.push_back(current);
+      current.clear();
+      continue;
+    }
+    current += c;
+  }
+  if (current.find_first_not_of(" \t\n") != std::string::npos) statements.push_back(current);
+  return statements;
 }
 
 // Runs `program` (absolute path) with the argument vector `argv` (argv[0]
@@ -186,6 +210,7 @@ Result RunProgram(const std::string& program, const std::vector<std::string>& ar
 
   auto deadline = std::chrono::steady_clock::now() + std::chrono::seconds(timeoutSeconds);
   bool timedOut = false;
+  bool killed = false;
   while (out.fd[0] >= 0 || err.fd[0] >= 0) {
     struct pollfd fds[3];
     int n = 0;
@@ -197,6 +222,14 @@ Result RunProgram(const std::string& program, const std::vector<std::string>& ar
     if (left.count() <= 0) {
       timedOut = true;
       break;
+    }
+    // What the program wrote before it was killed is still read.
+    if (options.killWhen && !killed) {
+      if (options.killWhen()) {
+        kill(pid, SIGKILL);
+        killed = true;
+      }
+      left = std::min(left, std::chrono::milliseconds(20));
     }
     if (poll(fds, n, static_cast<int>(left.count())) < 0 && errno != EINTR) break;
     for (int i = 0; i < n; ++i) {
@@ -236,7 +269,38 @@ Result RunProgram(const std::string& program, const std::vector<std::string>& ar
   return result;
 }
 
+// The base URI of the test server (no database); empty without one.
+const std::string& PgServerUri() {
+  static const std::string uri = [] {
+    std::string text = FileText(fs::path(getenv("STASHWELL_TEST_PGSERVER")) / "uri");
+    text.erase(text.find_last_not_of(" \n") + 1);
+    if (text.empty()) ADD_FAILURE() << "harness: no PostgreSQL test server is running";
+    return text;
+  }();
+  return uri;
+}
+
+// Runs each statement by itself on the test server's maintenance database
+// (CREATE and DROP DATABASE cannot run inside a transaction).
+bool ServerAdmin(const std::vector<std::string>& statements) {
+  std::vector<std::string> argv = {"psql", "-X", "-q", "-v", "ON_ERROR_STOP=1",
+                                   "-d", PgServerUri() + "/postgres"};
+  for (const std::string& sql : statements) argv.insert(argv.end(), {"-c", sql});
+  Result r = RunProgram("/usr/bin/psql", argv, {"PATH=/usr/bin:/bin", "LC_ALL=C"}, "", RunOptions());
+  if (r.status != 0) ADD_FAILURE() << "harness: psql failed (" << r.status << "): " << r.err;
+  return r.status == 0;
+}
+
 }  // namespace
+
+bool OnPostgres() {
+  const char* server = getenv("STASHWELL_TEST_PGSERVER");
+  return server != nullptr && *server != '\0';
+}
+
+std::string BytesLiteral(const std::string& hex) {
+  return OnPostgres() ? "'\\x" + hex + "'::bytea" : "X'" + hex + "'";
+}
 
 void PrintTo(const Result& result, std::ostream* os) {
   *os << "status " << result.status << ", standard output " << testing::PrintToString(result.out)
@@ -264,8 +328,21 @@ Root::Root(const RootOptions& options) {
   dir_ = tmpl;
   chmod(dir_.c_str(), 0755);
   path_ = dir_ + "/root";
+  catalog_ = path_ + "/db/catalog.db";
   std::vector<std::string> argv = {"stashwell-init", "--root", path_, "--master", options.master,
                                    "--emm-server", options.emmServer};
+  if (OnPostgres()) {
+    static int roots = 0;
+    database_ = "e2e_" + std::to_string(getpid()) + "_" + std::to_string(++roots);
+    // A database left by an earlier process of the same id goes first.
+    if (!ServerAdmin({"DROP DATABASE IF EXISTS " + database_ + " WITH (FORCE)",
+                      "CREATE DATABASE " + database_})) {
+      database_.clear();
+      return;
+    }
+    catalog_ = PgServerUri() + "/" + database_;
+    argv.insert(argv.end(), {"--catalog", catalog_});
+  }
   if (options.adminLog) argv.push_back("--with-admin-log");
   if (options.demoImages >= 0)
     argv.insert(argv.end(), {"--demo", std::to_string(options.demoImages), "--now",
@@ -277,6 +354,7 @@ Root::Root(const RootOptions& options) {
 }
 
 Root::~Root() {
+  if (!database_.empty()) ServerAdmin({"DROP DATABASE IF EXISTS " + database_ + " WITH (FORCE)"});
   if (dir_.empty()) return;
   std::error_code ec;
   fs::remove_all(dir_, ec);
@@ -331,36 +409,60 @@ void Root::Chmod(const std::string& relpath, int mode) {
     ADD_FAILURE() << "harness: chmod " << p << ": " << strerror(errno);
 }
 
-std::string Root::Sql(const std::string& statements) {
-  sqlite3* db = nullptr;
-  std::string file = path_ + "/db/catalog.db";
-  std::string rows;
-  if (sqlite3_open_v2(file.c_str(), &db, SQLITE_OPEN_READWRITE, nullptr) != SQLITE_OK) {
-    ADD_FAILURE() << "harness: cannot open " << file << ": " << sqlite3_errmsg(db);
-    sqlite3_close(db);
-    return rows;
+std::unique_ptr<sqldb::Database> Root::OpenCatalog() const {
+  sqldb::Location where;
+  where.display = catalog_;
+  if (database_.empty()) {
+    where.path = catalog_;
+  } else {
+    where.engine = sqldb::Engine::kPostgres;
+    where.conninfo = catalog_;
   }
-  const char* tail = statements.c_str();
-  while (tail && *tail) {
-    sqlite3_stmt* stmt = nullptr;
-    if (sqlite3_prepare_v2(db, tail, -1, &stmt, &tail) != SQLITE_OK) {
-      ADD_FAILURE() << "harness: SQL error: " << sqlite3_errmsg(db) << "\nin: " << statements;
+  where.busyTimeoutMs = 10000;
+  // A test may take a PostgreSQL catalog apart piece by piece: its own
+  // connection opens the database whatever schema it holds.
+  const sqldb::OpenMode mode =
+      database_.empty() ? sqldb::OpenMode::kReadWrite : sqldb::OpenMode::kCreate;
+  std::unique_ptr<sqldb::Database> db;
+  std::string why;
+  if (sqldb::Open(where, mode, &db, &why) != sqldb::Code::kOk) {
+    ADD_FAILURE() << "harness: cannot open the catalog: " << why;
+    db.reset();
+  }
+  return db;
+}
+
+std::string Root::Sql(const std::string& statements) {
+  std::string rows;
+  std::unique_ptr<sqldb::Database> db = OpenCatalog();
+  if (!db) return rows;
+  for (const std::string& sql : SplitStatements(statements)) {
+    std::unique_ptr<sqldb::Statement> stmt = db->Prepare(sql);
+    if (!stmt) {
+      ADD_FAILURE() << "harness: SQL error: " << db->LastError() << "\nin: " << sql;
       break;
     }
-    if (!stmt) continue;  // blanks or a comment
     std::string these;
-    int rc;
-    while ((rc = sqlite3_step(stmt)) == SQLITE_ROW) {
-      for (int c = 0; c < sqlite3_column_count(stmt); ++c)
-        these += (c ? "|" : "") + SqlText(stmt, c);
+    sqldb::Code rc;
+    while ((rc = stmt->Step()) == sqldb::Code::kRow) {
+      const sqldb::Row& row = stmt->CurrentRow();
+      for (size_t c = 0; c < row.size(); ++c)
+        these += (c ? "|" : "") + CellText(row, static_cast<int>(c));
       these += "\n";
     }
-    if (rc != SQLITE_DONE) ADD_FAILURE() << "harness: SQL error: " << sqlite3_errmsg(db);
+    if (rc != sqldb::Code::kDone)
+      ADD_FAILURE() << "harness: SQL error: " << db->LastError() << "\nin: " << sql;
     if (!these.empty()) rows = these;
-    sqlite3_finalize(stmt);
   }
-  sqlite3_close(db);
   return rows;
+}
+
+void Root::RemoveCatalog() {
+  if (!database_.empty()) {
+    ServerAdmin({"DROP DATABASE " + database_ + " WITH (FORCE)"});
+    return;
+  }
+  for (const char* suffix : {"", "-journal", "-wal", "-shm"}) unlink((catalog_ + suffix).c_str());
 }
 
 Result Root::Run(const std::vector<std::string>& args, const std::string& stdinText,

@@ -11,13 +11,23 @@
 // RunOptions::env. Standard input is always a pipe: the text given, or empty.
 // Failures of the harness itself (stashwell-init, SQL, a run that exceeds a
 // minute) are reported as gtest failures.
+//
+// The catalog is a SQLite file, or, when STASHWELL_TEST_PGSERVER names the
+// folder of a running test server (tests/pg/pg-server; the CTest tests of
+// the label postgresql set it), a database of its own on that PostgreSQL
+// server, dropped with the root. Test SQL is written once for both: RETURNING
+// instead of last_insert_rowid(), BytesLiteral for bytes.
 #ifndef TESTS_E2E_HARNESS_H_
 #define TESTS_E2E_HARNESS_H_
 
 #include <cstddef>
+#include <functional>
+#include <memory>
 #include <ostream>
 #include <string>
 #include <vector>
+
+#include "platform/sqldb/sqldb.h"
 
 namespace e2e {
 
@@ -63,10 +73,21 @@ struct RunOptions {
   // Standard error goes where standard output goes (2>&1): Result::out then
   // holds both in the order the program wrote them.
   bool stderrToStdout = false;
+  // Set: asked every 20 ms while the program runs; once it answers true the
+  // program is killed with SIGKILL (status 137), as a crash or an impatient
+  // administrator would end it.
+  std::function<bool()> killWhen;
 };
 
 // True when runs can switch to the user nobody (the tests run as root).
 bool CanRunAsOtherUser();
+
+// True when the catalogs of this run are PostgreSQL databases.
+bool OnPostgres();
+
+// The bytes written in `hex` (pairs of hex digits) as an SQL literal of the
+// engine under test.
+std::string BytesLiteral(const std::string& hex);
 
 // The text of tests/e2e/golden/<name>; a gtest failure when it is missing.
 std::string Golden(const std::string& name);
@@ -80,6 +101,9 @@ class Root {
 
   // The installation root (absolute path).
   const std::string& path() const { return path_; }
+  // The catalog as EMM_CATALOG names it: the file's absolute path, or the
+  // PostgreSQL database's URI.
+  const std::string& catalog() const { return catalog_; }
 
   // Sets KEY = VALUE in etc/stashwell.conf, replacing every line of the key
   // or appending one.
@@ -95,10 +119,15 @@ class Root {
   // Changes the mode of a file or folder under the root.
   void Chmod(const std::string& relpath, int mode);
 
-  // Runs SQL statements on the catalog database (db/catalog.db) and returns
-  // the rows of the last statement that returned any, one line per row with
-  // the columns separated by '|' (NULL as empty).
+  // Runs SQL statements (separated by ';') on the catalog and returns the
+  // rows of the last statement that returned any, one line per row with the
+  // columns separated by '|' (NULL as empty).
   std::string Sql(const std::string& statements);
+  // Removes the catalog: the file, or the database.
+  void RemoveCatalog();
+  // A connection of the test's own to the catalog (a gtest failure and null
+  // when it cannot be opened); the caller owns it.
+  std::unique_ptr<sqldb::Database> OpenCatalog() const;
 
   // Runs cyclectl (or options.program) with `args` (argv[1...]).
   Result Run(const std::vector<std::string>& args, const std::string& stdinText = "",
@@ -116,8 +145,10 @@ class Root {
   // empty.
   void RewriteConfig(const std::string& key, const std::string& replacement);
 
-  std::string dir_;   // the temporary directory
-  std::string path_;  // the root inside it
+  std::string dir_;       // the temporary directory
+  std::string path_;      // the root inside it
+  std::string database_;  // PostgreSQL: the database of this root
+  std::string catalog_;
 };
 
 }  // namespace e2e

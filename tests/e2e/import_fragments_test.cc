@@ -5,12 +5,12 @@
 // that is missing, locked or lacks the queue table.
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
-#include <sqlite3.h>
 #include <sys/stat.h>
 
 #include <algorithm>
 #include <string>
 
+#include "tests/e2e/catalog_lock.h"
 #include "tests/e2e/harness.h"
 
 namespace {
@@ -204,7 +204,7 @@ TEST_F(ImportFragmentsTest, PausesAfterEveryThousandthImage) {
   // Without a catalog every call fails at once (the import manager does not
   // retry a catalog it could not open), so 2,500 images take no time.
   root_.SetConfig("TEST_IMPORT_PAUSE_MS", "1");
-  root_.Remove("db/catalog.db");
+  root_.RemoveCatalog();
   std::string file;
   for (int i = 1; i <= 2500; ++i) file += "STS_IMAGE = i" + std::to_string(i) + "\n";
   e2e::Result r = Add(file);
@@ -223,15 +223,13 @@ TEST_F(ImportFragmentsTest, PausesAfterEveryThousandthImage) {
 
 TEST_F(ImportFragmentsTest, LockedCatalogOrNoQueueTable) {
   root_.SetConfig("CATALOG_BUSY_TIMEOUT", "100");
-  sqlite3* holder = nullptr;
-  ASSERT_EQ(SQLITE_OK, sqlite3_open((root_.path() + "/db/catalog.db").c_str(), &holder));
-  ASSERT_EQ(SQLITE_OK, sqlite3_exec(holder, "BEGIN EXCLUSIVE", nullptr, nullptr, nullptr));
-  EXPECT_EQ(Add("STS_IMAGE = a\nSTS_IMAGE = b\n"),
-            (e2e::Result{"", ImageLine(2008004, "a", 1) + ImageLine(2008004, "b", 2) +
-                                 Summary(0, 2),
-                         0}));
-  sqlite3_exec(holder, "ROLLBACK", nullptr, nullptr, nullptr);
-  sqlite3_close(holder);
+  {
+    e2e::CatalogLock holder(root_, "", e2e::CatalogLock::kEverything);
+    EXPECT_EQ(Add("STS_IMAGE = a\nSTS_IMAGE = b\n"),
+              (e2e::Result{"", ImageLine(2008004, "a", 1) + ImageLine(2008004, "b", 2) +
+                                   Summary(0, 2),
+                           0}));
+  }
 
   root_.Sql("DROP TABLE SLP_PendingImport;");
   EXPECT_EQ(Add("STS_IMAGE = a\n"),

@@ -15,16 +15,17 @@ const char kNoOutput[] = "No output notification records found\n";
 class ListImportNotifyTest : public ::testing::Test {
  protected:
   void SetUp() override {
+    const std::string idA = e2e::BytesLiteral("00112233445566778899aabbccddeeff");
+    const std::string idB = e2e::BytesLiteral("ffeeddccbbaa99887766554433221100");
     // Created 22:15:00, 22:31:40 and 22:48:20 on 11/14/2023 (UTC).
     root_.Sql(
         "INSERT INTO SLP_InNotifications (NotificationKey, ClientMachineName, BackupTime,"
         " SourceImageKey, NotificationType, FromHostName, FromHostMachineId, FromHostSWVersion,"
         " ErrorCode, ErrorString, CreatedDateTime) VALUES"
-        " (1, 'alpha', 1700000000, 11, 2, 'mA', X'00112233445566778899aabbccddeeff', 910000,"
-        "  0, '', 1700000100),"
-        " (2, 'beta', 1700001000, 12, 3, 'mB', X'ffeeddccbbaa99887766554433221100', 900000,"
+        " (1, 'alpha', 1700000000, 11, 2, 'mA', " + idA + ", 910000, 0, '', 1700000100),"
+        " (2, 'beta', 1700001000, 12, 3, 'mB', " + idB + ", 900000,"
         "  191, 'import failed', 1700001100),"
-        " (3, 'alpha', 1700002000, 9007199254740993, 3, 'mB', X'ffeeddccbbaa99887766554433221100',"
+        " (3, 'alpha', 1700002000, 9007199254740993, 3, 'mB', " + idB + ","
         "  900000, -1, 'no entity', 1700002100);"
         "INSERT INTO SLP_OutNotifications (NotificationKey, ClientMachineName, BackupTime,"
         " SourceImageKey, NotificationType, DestinationHostName, ErrorCode, ErrorString,"
@@ -130,7 +131,7 @@ TEST_F(ListImportNotifyTest, CatalogFaultsEndOneListWithAMessage) {
   EXPECT_NE(root_.DebugLog().find("error fetching data from database, status = 2007006"),
             std::string::npos);
 
-  root_.Remove("db/catalog.db");
+  root_.RemoveCatalog();
   const std::string noConnection =
       "cannot connect to database, status = 2007002\n"
       "cannot create database connection manager\n";

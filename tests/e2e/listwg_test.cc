@@ -124,6 +124,7 @@ TEST_F(ListWgTest, NothingFoundIsNoFailure) {
 TEST_F(ListWgTest, CatalogFailuresEndWithTheirStatus) {
   // A kind that does not fit its field fails the fetch of group 9's row:
   // group 7 is out, group 9 never appears.
+  if (e2e::OnPostgres()) root_.Sql("ALTER TABLE SLP_WorkGroup ALTER WorkGroupID TYPE bigint;");
   root_.Sql("UPDATE SLP_WorkGroup SET WorkGroupID = 99999999999 WHERE WorkGroupKey = 9;");
   const char kFetchError[] = "error fetching data from database, status = 2007010\n";
   e2e::Result brief = ListWg({"-b"});
@@ -136,7 +137,7 @@ TEST_F(ListWgTest, CatalogFailuresEndWithTheirStatus) {
             (e2e::Result{"", "error executing SQL query, status = 2007006\n", 130}));
   EXPECT_NE(root_.DebugLog().find("FROM SLP_MAIN.SLP_WorkGroup AS Wg"), std::string::npos);
 
-  root_.Remove("db/catalog.db");
+  root_.RemoveCatalog();
   EXPECT_EQ(ListWg({}),
             (e2e::Result{"", "cannot connect to database, status = 2007002\n", 25}));
 }

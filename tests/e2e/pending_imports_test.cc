@@ -17,13 +17,15 @@ class PendingImportsTest : public ::testing::Test {
   // returns its key.
   std::string AddPendingImage(const std::string& client, long backupTime,
                               const std::string& origin = "remote1") {
-    return Last("INSERT INTO DBM_Image (MasterServerKey, ClientMachineName, BackupTime,"
-                " OriginMasterServer, StorageServiceName) VALUES (" + kMasterKey + ", '" + client + "', " + std::to_string(backupTime) + ", '" + origin +
-                "', 'slp_import');");
+    return Key("INSERT INTO DBM_Image (MasterServerKey, ClientMachineName, BackupTime,"
+               " OriginMasterServer, StorageServiceName) VALUES (" + kMasterKey + ", '" + client +
+               "', " + std::to_string(backupTime) + ", '" + origin +
+               "', 'slp_import') RETURNING ImageKey");
   }
   std::string AddCopy(const std::string& image, int number, int state) {
-    return Last("INSERT INTO DBM_ImageCopy (ImageKey, CopyNumber, CopyState) VALUES (" + image +
-                ", " + std::to_string(number) + ", " + std::to_string(state) + ");");
+    return Key("INSERT INTO DBM_ImageCopy (ImageKey, CopyNumber, CopyState) VALUES (" + image +
+               ", " + std::to_string(number) + ", " + std::to_string(state) +
+               ") RETURNING ImageCopyKey");
   }
   void AddFragment(const std::string& copy, int number) {
     root_.Sql("INSERT INTO DBM_ImageFragment (ImageCopyKey, FragmentNumber, MediaID) VALUES (" +
@@ -39,8 +41,9 @@ class PendingImportsTest : public ::testing::Test {
   e2e::Root root_;
 
  private:
-  std::string Last(const std::string& sql) {
-    std::string key = root_.Sql(sql + "SELECT last_insert_rowid();");
+  // The key an INSERT ... RETURNING gave back.
+  std::string Key(const std::string& sql) {
+    std::string key = root_.Sql(sql);
     return key.substr(0, key.find('\n'));
   }
 };

@@ -55,7 +55,7 @@ TEST_F(RemoveExpTest, DeclinedRemovesNothingConfirmedRemovesAllTheMastersEntries
 TEST_F(RemoveExpTest, CatalogThatCannotBeChanged) {
   root_.SetConfig("CATALOG_BUSY_TIMEOUT", "200");
   {
-    e2e::CatalogLock writer(root_, "BEGIN IMMEDIATE");
+    e2e::CatalogLock writer(root_);
     EXPECT_EQ(root_.Run({"remove_exp"}, "y\n"),
               (e2e::Result{kPrompt,
                            "error removing all entries in deleted fragment list, status= "
@@ -65,8 +65,8 @@ TEST_F(RemoveExpTest, CatalogThatCannotBeChanged) {
   EXPECT_EQ(kAll, Left());
   {
     // A write-protected catalog (made immutable, as the tests run as root).
-    const std::string file = root_.path() + "/db/catalog.db";
-    if (system(("chattr +i " + file + " 2>/dev/null").c_str()) == 0) {
+    const std::string file = root_.catalog();
+    if (!e2e::OnPostgres() && system(("chattr +i " + file + " 2>/dev/null").c_str()) == 0) {
       e2e::Result r = root_.Run({"remove_exp", "-nowarn"});
       system(("chattr -i " + file).c_str());
       EXPECT_EQ(r, (e2e::Result{"",
@@ -77,7 +77,7 @@ TEST_F(RemoveExpTest, CatalogThatCannotBeChanged) {
   }
   EXPECT_EQ(kAll, Left());
   // A missing catalog ends the run at start-up, before the prompt.
-  root_.Remove("db/catalog.db");
+  root_.RemoveCatalog();
   EXPECT_EQ(root_.Run({"remove_exp", "-nowarn"}),
             (e2e::Result{"", "cyclectl: error connecting to EMM database, status=2007060\n", 1}));
 }

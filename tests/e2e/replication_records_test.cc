@@ -86,7 +86,7 @@ TEST_F(ReplicationRecordsTest, NothingToListAndAnotherWriter) {
   EXPECT_EQ(Run("repllist", {"-sincetime", "1001"}), none);
   // A removal not yet committed by another process: the records as they were.
   const std::string before = Run("repllist", {}).out;
-  e2e::CatalogLock writer(root_, "BEGIN IMMEDIATE; DELETE FROM DBM_ImageReplicationDestination");
+  e2e::CatalogLock writer(root_, "DELETE FROM DBM_ImageReplicationDestination");
   EXPECT_EQ(Run("repllist", {}), (e2e::Result{before, "", 0}));
   writer.Commit();
   EXPECT_EQ(Run("repllist", {}), none);
@@ -121,13 +121,13 @@ TEST_F(ReplicationRecordsTest, CatalogHeldByAnotherProcess) {
   root_.SetConfig("CATALOG_BUSY_TIMEOUT", "200");
   {
     // Another writer: the removal waits for it, gives up and changes nothing.
-    e2e::CatalogLock writer(root_, "BEGIN IMMEDIATE");
+    e2e::CatalogLock writer(root_);
     EXPECT_EQ(Remove({"-target_machine", "tgt1"}),
               (e2e::Result{"", "error executing SQL query, status = 2007005\n", 130}));
   }
   EXPECT_EQ(kAll, Left());
   // Without a catalog nothing can be looked up.
-  root_.Remove("db/catalog.db");
+  root_.RemoveCatalog();
   EXPECT_EQ(Remove({"-target_machine", "tgt1"}),
             (e2e::Result{"", "cannot connect to database, status = 2007002\n", 25}));
 }

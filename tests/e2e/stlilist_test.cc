@@ -119,7 +119,7 @@ TEST_F(StlilistTest, BatchesOfAHundredImages) {
            " StorageServiceName, StorageServiceState) VALUES (1, 'c', " +
            std::to_string(1000 + i) + ", 'slp1', 2);"
            "INSERT INTO DBM_ImageCopy (ImageKey, CopyNumber, Residence, CopyState)"
-           " VALUES (last_insert_rowid(), 1, 'disk1', 1);";
+           " SELECT max(ImageKey), 1, 'disk1', 1 FROM DBM_Image;";
   }
   root_.Sql(sql);
   auto lines = [](const e2e::Result& r) {
