@@ -7,6 +7,7 @@
 #include <system_error>
 
 #include "tools/stashwell-init/catalog_setup.h"
+#include "tools/stashwell-init/catalog_uri.h"
 
 namespace fs = std::filesystem;
 
@@ -54,12 +55,14 @@ bool CopyData(const fs::path& share, const fs::path& target, const char* name,
 
 }  // namespace
 
-std::string InitialConfigText(const std::string& master, const std::string& emmServer) {
+std::string InitialConfigText(const RootOptions& o) {
+  CatalogServer server;
+  const bool onServer = !o.catalog.empty() && ParseCatalogUri(o.catalog, &server);
   return "# Stashwell master configuration (see docs/configuration.md)\n"
-         "EMM_SERVER = " + emmServer + "\n"
-         "EMM_PORT = 1556\n"
-         "EMM_CATALOG = db/catalog.db\n"
-         "MASTER_SERVER = " + master + "\n"
+         "EMM_SERVER = " + o.emmServer + "\n"
+         "EMM_PORT = " + std::to_string(onServer ? server.port : 1556) + "\n"
+         "EMM_CATALOG = " + (o.catalog.empty() ? "db/catalog.db" : o.catalog) + "\n"
+         "MASTER_SERVER = " + o.master + "\n"
          "IMPORT_CONF_THRESHOLD = 1 HOURS\n"
          "USE_QZSS = AUTOMATIC\n"
          "VERBOSE = 0\n"
@@ -80,19 +83,22 @@ bool LayOutRoot(const RootOptions& o, std::string* error) {
   for (const char* dir : {"", "etc", "db", "share", "logs"})
     if (!MakeDirectory(root / dir, error)) return false;
   if (o.withAdminLog && !MakeDirectory(root / "logs" / "admin", error)) return false;
-  if (!WriteFile(root / "etc" / "stashwell.conf", InitialConfigText(o.master, o.emmServer), error))
+  if (!WriteFile(root / "etc" / "stashwell.conf", InitialConfigText(o), error))
     return false;
   fs::path share(o.shareDir);
   if (!CopyData(share, root / "share", "msg", error) ||
       !CopyData(share, root / "share", "status", error))
     return false;
 
-  fs::path catalog = root / "db" / "catalog.db";
-  for (const char* suffix : {"", "-journal", "-wal", "-shm"}) fs::remove(catalog.string() + suffix, ec);
-  if (!CreateCatalogDatabase(CatalogFile(catalog.string()), o.master, error)) return false;
-  if (o.demoImages >= 0 &&
-      !FillDemoCatalog(CatalogFile(catalog.string()), o.master, o.demoImages, o.seed, o.now,
-                       error))
-    return false;
-  return true;
+  sqldb::Location where;
+  if (o.catalog.empty()) {
+    const std::string file = (root / "db" / "catalog.db").string();
+    for (const char* suffix : {"", "-journal", "-wal", "-shm"}) fs::remove(file + suffix, ec);
+    where = CatalogFile(file);
+  } else {
+    where = CatalogOnServer(o.catalog);
+  }
+  if (!CreateCatalogDatabase(where, o.master, o.force, error)) return false;
+  return o.demoImages < 0 ||
+         FillDemoCatalog(where, o.master, o.demoImages, o.seed, o.now, error);
 }

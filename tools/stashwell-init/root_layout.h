@@ -10,6 +10,9 @@ struct RootOptions {
   std::string root;        // the installation root to lay out
   std::string master;      // this master server's name
   std::string emmServer;   // the catalog (EMM) server's name
+  // A PostgreSQL database's connection URI (EMM_CATALOG; its port is
+  // EMM_PORT); empty: the SQLite file db/catalog.db.
+  std::string catalog;
   std::string shareDir;    // built data files: msg/, status/
   bool withAdminLog = false;  // create logs/admin, enabling the debug log
   bool force = false;         // lay out over an existing root
@@ -19,11 +22,12 @@ struct RootOptions {
 };
 
 // The configuration file text of a new root.
-std::string InitialConfigText(const std::string& master, const std::string& emmServer);
+std::string InitialConfigText(const RootOptions& options);
 
 // Lays out the root. Refuses a root that exists and is not an empty directory
 // unless `force` is set; with `force` the files it writes are replaced and
-// the catalog database is created afresh, other files are left alone.
+// the catalog database is created afresh (on PostgreSQL: its schemas),
+// other files are left alone.
 // Returns true, or false with the reason in *error.
 bool LayOutRoot(const RootOptions& options, std::string* error);
 

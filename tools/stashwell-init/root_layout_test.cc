@@ -39,7 +39,8 @@ TEST_F(RootLayoutTest, LaysOutAFreshRootAndRefusesToOverwriteIt) {
   EXPECT_FALSE(fs::exists(root + "/logs/admin")) << "only on request";
   std::ifstream conf(root + "/etc/stashwell.conf");
   std::string text((std::istreambuf_iterator<char>(conf)), std::istreambuf_iterator<char>());
-  EXPECT_EQ(text, InitialConfigText("m1", "e1"));
+  EXPECT_EQ(text, InitialConfigText(options_));
+  EXPECT_NE(text.find("EMM_CATALOG = db/catalog.db\n"), std::string::npos);
 
   EXPECT_FALSE(LayOutRoot(options_, &error));
   EXPECT_EQ(error, root + " already exists; use --force to lay out a root over it");
@@ -53,7 +54,7 @@ TEST_F(RootLayoutTest, LaysOutAFreshRootAndRefusesToOverwriteIt) {
   EXPECT_TRUE(fs::exists(root + "/mine.txt"));
   std::ifstream again(root + "/etc/stashwell.conf");
   std::string rewritten((std::istreambuf_iterator<char>(again)), std::istreambuf_iterator<char>());
-  EXPECT_EQ(rewritten, InitialConfigText("m1", "e1"));
+  EXPECT_EQ(rewritten, InitialConfigText(options_));
 }
 
 TEST_F(RootLayoutTest, EmptyDirectoryIsTakenAndMissingDataIsAnError) {

@@ -1,10 +1,12 @@
 // stashwell-init: lays out a working installation root for cyclectl.
 //
-//   stashwell-init --root DIR [--master NAME] [--emm-server NAME]
+//   stashwell-init --root DIR [--master NAME] [--emm-server NAME] [--catalog URI]
 //                  [--with-admin-log] [--force] [--demo N [--seed S] [--now T]]
 //                  [--share DIR]
 //
-// Master and catalog server names default to the host name; the demo's
+// --catalog puts the catalog in a PostgreSQL database (a postgresql:// URI)
+// instead of db/catalog.db; the catalog server's name and port then default
+// to the URI's. Master and catalog server names default to the host name; the demo's
 // backup window ends at T (seconds since the epoch), by default now; the data
 // files come from ../share/stashwell beside the executable unless --share
 // names another folder. Exit status 0 on success, 1 when the root cannot be laid
@@ -18,12 +20,13 @@
 #include <ctime>
 #include <string>
 
+#include "tools/stashwell-init/catalog_uri.h"
 #include "tools/stashwell-init/root_layout.h"
 
 namespace {
 
 const char kUsage[] =
-    "usage: stashwell-init --root DIR [--master NAME] [--emm-server NAME]\n"
+    "usage: stashwell-init --root DIR [--master NAME] [--emm-server NAME] [--catalog URI]\n"
     "                      [--with-admin-log] [--force] [--demo N [--seed S] [--now T]]\n"
     "                      [--share DIR]\n";
 
@@ -31,6 +34,7 @@ struct Args {
   RootOptions options;
   bool seedGiven = false;
   bool nowGiven = false;
+  CatalogServer server;  // of --catalog
 };
 
 bool SetText(const char* value, std::string* out) {
@@ -53,6 +57,11 @@ bool SetRoot(Args* a, const char* v) { return SetText(v, &a->options.root); }
 bool SetMaster(Args* a, const char* v) { return SetText(v, &a->options.master); }
 bool SetEmm(Args* a, const char* v) { return SetText(v, &a->options.emmServer); }
 bool SetShare(Args* a, const char* v) { return SetText(v, &a->options.shareDir); }
+bool SetCatalog(Args* a, const char* v) {
+  if (!ParseCatalogUri(v, &a->server)) return false;
+  a->options.catalog = v;
+  return true;
+}
 bool SetAdminLog(Args* a, const char*) { return a->options.withAdminLog = true; }
 bool SetForce(Args* a, const char*) { return a->options.force = true; }
 bool SetDemo(Args* a, const char* v) { return SetNumber(v, 100000000UL, &a->options.demoImages); }
@@ -72,7 +81,7 @@ const struct OptionRow {
     {"--emm-server", true, SetEmm},  {"--with-admin-log", false, SetAdminLog},
     {"--force", false, SetForce},    {"--demo", true, SetDemo},
     {"--seed", true, SetSeed},       {"--share", true, SetShare},
-    {"--now", true, SetNow},
+    {"--now", true, SetNow},         {"--catalog", true, SetCatalog},
 };
 
 [[noreturn]] void UsageError(const std::string& what) {
@@ -124,6 +133,7 @@ int main(int argc, char** argv) {
   if (args.nowGiven && o.demoImages < 0) UsageError("option --now goes with --demo");
   if (!args.nowGiven) o.now = static_cast<int64_t>(time(nullptr));
   if (o.master.empty()) o.master = HostName();
+  if (!o.catalog.empty() && o.emmServer.empty()) o.emmServer = args.server.host;
   if (o.emmServer.empty()) o.emmServer = HostName();
   if (o.shareDir.empty()) o.shareDir = DefaultShareDir();
 
