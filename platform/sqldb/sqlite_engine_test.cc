@@ -1,7 +1,8 @@
 // Tests of the SQLite engine: a row's cells as the readers of millions of
 // rows see them (also when the statement runs again), numbers held as text,
 // the refusal of anything but one statement, bulk rows, and the one lock
-// wait a run is allowed.
+// wait a run is allowed. What is not a catalog is tested through the
+// data-access layer (connection_manager_test.cc).
 #include "platform/sqldb/sqlite_engine.h"
 
 #include <gtest/gtest.h>
@@ -134,40 +135,6 @@ TEST_F(SqliteFileTest, BulkRowsAndTheirChanges) {
   // A read-only connection refuses writes.
   const std::unique_ptr<Database> reader = OpenAt(path_, OpenMode::kReadOnly);
   EXPECT_EQ(Code::kReadOnly, reader->Exec("DELETE FROM t"));
-}
-
-TEST_F(SqliteFileTest, WhatIsNotACatalog) {
-  static const struct {
-    const char* content;  // null: no file
-    Code code;
-  } cases[] = {
-      {nullptr, Code::kMissing},
-      {"", Code::kCorrupt},
-      {"not a database, not at all, but long enough to be read as one ...", Code::kCorrupt},
-  };
-  for (const auto& c : cases) {
-    unlink(path_.c_str());
-    if (c.content != nullptr) {
-      FILE* f = fopen(path_.c_str(), "w");
-      fputs(c.content, f);
-      fclose(f);
-    }
-    Location where;
-    where.path = path_;
-    std::unique_ptr<Database> db;
-    std::string why;
-    EXPECT_EQ(c.code, Open(where, OpenMode::kReadWrite, &db, &why)) << why;
-    EXPECT_NE(std::string::npos, why.find(path_)) << why;
-    EXPECT_FALSE(db);
-  }
-  // A database without tables is not a catalog either.
-  unlink(path_.c_str());
-  OpenAt(path_, OpenMode::kCreate)->Exec("PRAGMA user_version = 1");
-  Location where;
-  where.path = path_;
-  std::unique_ptr<Database> db;
-  std::string why;
-  EXPECT_EQ(Code::kCorrupt, Open(where, OpenMode::kReadOnly, &db, &why));
 }
 
 // A catalog that another process keeps locked delays a run by the busy
