@@ -35,8 +35,12 @@ void AddImageState(int state, std::string* sql, Params* params) {
 
 std::string BuildImageQuerySql(const ImageFilter& f, int64_t masterKey, Params* params) {
   std::string sql = "SELECT ";
-  sql.append(kImageColumns).append(", ").append(kCopyColumns).append(", ");
-  sql.append(kFragmentColumns);
+  if (f.level == 1) {
+    sql.append(kSummaryColumns);
+  } else {
+    sql.append(kImageColumns).append(", ").append(kCopyColumns).append(", ");
+    sql.append(kFragmentColumns);
+  }
   // Copy conditions narrow the copies returned; an image keeps only the
   // copies that pass, and an image without one is left out.
   std::string copyJoin;
@@ -111,7 +115,9 @@ unsigned Execute(int* cid, const ImageFilter& filter, uint64_t* handle) {
   }
   Params params;
   const std::string sql = BuildImageQuerySql(filter, masterKey, &params);
-  auto query = std::make_unique<RecordQuery>(connection, RecordQuery::Detail::kFragments);
+  auto query = std::make_unique<RecordQuery>(
+      connection, filter.level == 1 ? RecordQuery::Detail::kSummary
+                                    : RecordQuery::Detail::kFragments);
   status = query->Start(sql, params);
   if (status != EMMLIB_OK) return status;
   *handle = AddQuery(std::move(query));
@@ -123,7 +129,7 @@ RecordQuery* FindImageQuery(int* cid, uint64_t handle, unsigned* status) {
   Connection* connection = FindConnection(cid, status);
   if (connection == nullptr) return nullptr;
   auto* query = dynamic_cast<RecordQuery*>(FindQuery(connection, handle));
-  if (query == nullptr || query->detail() != RecordQuery::Detail::kFragments) {
+  if (query == nullptr || query->detail() == RecordQuery::Detail::kTargets) {
     *status = EMMLIB_INVALID_HANDLE;
     return nullptr;
   }
@@ -173,6 +179,10 @@ unsigned emmlib_ImageQueryFetch(int* cid, int level, uint64_t handle, unsigned* 
   if (query == nullptr) {
     *count = 0;
     return status;
+  }
+  if (query->detail() == emm::RecordQuery::Detail::kSummary) {
+    *count = 0;
+    return EMMLIB_INVALID_ARGUMENT;
   }
   bool atEnd;
   return query->FetchList(level, count, list, &atEnd);

@@ -147,6 +147,28 @@ TEST(ImageQuery, FiltersSelectImagesOrCopies) {
   media.mediaId = "A00001";
   ImagesOf(cat, media, &rows);
   EXPECT_EQ(2u, rows.size());
+
+  // Detail level 1: the rows of the managed images, as summary rows that
+  // hold what the full rows hold of the fields they carry.
+  auto summary = [](const Legacy_ImageView& r) {
+    return std::string(r.image.BackupID) + "|" + r.image.SLPName + "|" +
+           std::to_string(r.image.SLPVersion) + "|" + std::to_string(r.image.SLPState) + "|" +
+           std::to_string(r.copy.CopyKey) + "|" + std::to_string(r.copy.CopyNumber) + "|" +
+           std::to_string(r.copy.CopyState) + "|" + std::to_string(r.fragment.FragmentKey) + "|" +
+           std::to_string(r.fragment.FragmentSize);
+  };
+  std::vector<std::string> want, got;
+  ImagesOf(cat, QueryArgs(), &rows);
+  for (const Legacy_ImageView& r : rows) {
+    if (r.image.SLPName[0] != '\0') want.push_back(summary(r));
+  }
+  uint64_t handle = 0;
+  ASSERT_EQ(0u, emmlib_ImageQueryExecute(cat.cid(), 1, emm_test::kMaster, nullptr, nullptr,
+                                         nullptr, nullptr, nullptr, 0, 0, 0, 0, 0, nullptr,
+                                         &handle));
+  for (const Legacy_ImageView& r : cat.RawRows(handle)) got.push_back(summary(r));
+  EXPECT_EQ(0u, emmlib_ReleaseImageResultHandle(cat.cid(), handle));
+  EXPECT_EQ(want, got);
 }
 
 // The status and count of every raw fetch until the end, for images of
@@ -298,9 +320,16 @@ TEST(ImageQuery, HandlesAndBadArguments) {
   EXPECT_EQ(EMMLIB_NOT_CONNECTED, execute(&unknownCid, 3));
   EXPECT_EQ(EMMLIB_INVALID_ARGUMENT, execute(cat.cid(), 2));
 
+  // Summary rows (level 1) come only flat.
+  ASSERT_EQ(0u, execute(cat.cid(), 1));
+  unsigned count = 1;
+  EMM_Image* list = nullptr;
+  EXPECT_EQ(EMMLIB_INVALID_ARGUMENT, emmlib_ImageQueryFetch(cat.cid(), 3, handle, &count, &list));
+  EXPECT_EQ(0u, emmlib_ReleaseImageResultHandle(cat.cid(), handle));
+
   ASSERT_EQ(0u, execute(cat.cid(), 3));
   Legacy_ImageView row;
-  unsigned count = 1;
+  count = 1;
   EXPECT_EQ(EMMLIB_INVALID_ARGUMENT, emmlib_ImageQueryFetchRaw(cat.cid(), 1, handle, &count, &row));
   EXPECT_EQ(0u, emmlib_ReleaseImageResultHandle(cat.cid(), handle));
   EXPECT_EQ(EMMLIB_INVALID_HANDLE, emmlib_ReleaseImageResultHandle(cat.cid(), handle));
@@ -309,7 +338,6 @@ TEST(ImageQuery, HandlesAndBadArguments) {
   // A snapshot handle is not an image query.
   ASSERT_EQ(0u, emmlib_QueryActiveSnapshotInfo(cat.cid(), 1, emm_test::kMaster, 0, nullptr, -1, 0,
                                                &handle));
-  EMM_Image* list = nullptr;
   EXPECT_EQ(EMMLIB_INVALID_HANDLE, emmlib_ImageQueryFetch(cat.cid(), 3, handle, &count, &list));
   EXPECT_EQ(0u, emmlib_ReleaseImageResultHandle(cat.cid(), handle));
 }

@@ -31,6 +31,10 @@ const char kFragmentColumns[] =
 const char kTargetColumns[] =
     "rd.ReplicationDestinationKey, m.MachinePrimaryName, rd.VolumeInfo,"
     " rd.RemoteMasterServer";
+const char kSummaryColumns[] =
+    "i.ImageKey, i.BackupID, i.StorageServiceName, i.StorageServiceVersionNumber,"
+    " i.StorageServiceState, i.StorageServiceIsInactive, c.ImageCopyKey, c.CopyNumber,"
+    " c.CopyState, f.FragmentKey, f.FragmentSize";
 
 namespace {
 
@@ -185,6 +189,20 @@ uint64_t ReadTarget(const ResultRow& row, const EMM_Image& image, const RowTextL
   row.Text(b + 3, target->RemoteMaster, sizeof target->RemoteMaster);
   target->next = nullptr;
   return key;
+}
+
+void ReadSummary(const ResultRow& row, Legacy_ImageView* to) {
+  EMM_Image& image = to->image;
+  row.Text(1, image.BackupID, sizeof image.BackupID);
+  row.Text(2, image.SLPName, sizeof image.SLPName);
+  image.SLPVersion = row.Int(3);
+  const int32_t state = row.Int(4);
+  image.SLPState = row.Int(5) != 0 ? (state | 8) : state;
+  to->copy.CopyKey = static_cast<uint64_t>(row.Int64(6));
+  to->copy.CopyNumber = row.Int(7);
+  to->copy.CopyState = row.Int(8);
+  to->fragment.FragmentKey = static_cast<uint64_t>(row.Int64(9));
+  to->fragment.FragmentSize = row.Int64(10);
 }
 
 }  // namespace emm

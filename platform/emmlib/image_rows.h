@@ -23,6 +23,9 @@ extern const char kImageColumns[];
 extern const char kCopyColumns[];
 extern const char kFragmentColumns[];
 extern const char kTargetColumns[];
+// The few columns of a summary row (a query of detail level 1): what a
+// backlog count reads of an image, a copy and a fragment.
+extern const char kSummaryColumns[];
 
 enum : int {
   kImageColumnCount = 19,
@@ -85,6 +88,12 @@ uint64_t ReadFragment(const ResultRow& row, const EMM_Image& image,
 // key (0: none).
 uint64_t ReadTarget(const ResultRow& row, const EMM_Image& image, const RowTextLengths& lengths,
                     int32_t copyNumber, EMM_ReplicationTarget* target);
+
+// Reads a summary row into `to`: the image's backup id, SLP name, version
+// and state, the copy's key, number and state, the fragment's key and size.
+// The other fields of `to` are left as they are: a summary row is read into
+// a reused buffer many times over and touches only what it carries.
+void ReadSummary(const ResultRow& row, Legacy_ImageView* to);
 
 }  // namespace emm
 

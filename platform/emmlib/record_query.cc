@@ -60,6 +60,10 @@ unsigned RecordQuery::FetchRaw(unsigned* count, Legacy_ImageView* rows) {
       return status;
     }
     if (!any) break;
+    if (detail_ == Detail::kSummary) {
+      ReadSummary(row_, &rows[n++]);
+      continue;
+    }
     // The next row of the image (and copy) just written takes those parts
     // from the row before it instead of reading their columns again.
     Legacy_ImageView& r = rows[n];

@@ -22,8 +22,9 @@ namespace emm {
 
 class RecordQuery : public OpenQuery {
  public:
-  // What follows the image and copy columns of each row.
-  enum class Detail { kFragments, kTargets };
+  // What each row holds: the image and copy columns followed by the
+  // fragment or the target columns, or the few columns of a summary row.
+  enum class Detail { kFragments, kTargets, kSummary };
 
   RecordQuery(Connection* connection, Detail detail) : OpenQuery(connection), detail_(detail) {}
 
@@ -36,14 +37,14 @@ class RecordQuery : public OpenQuery {
   // result is empty.
   unsigned Peek(bool* any);
 
-  // Up to *count flat rows into `rows` (kFragments only); *count receives the
-  // number written. EMMLIB_END_OF_DATA when no row was left.
+  // Up to *count flat rows into `rows` (kFragments and kSummary); *count
+  // receives the number written. EMMLIB_END_OF_DATA when no row was left.
   unsigned FetchRaw(unsigned* count, Legacy_ImageView* rows);
 
   // Up to *count images as a linked list in *list (null when none), each
   // with its copies (depth 2) and their fragments or targets (depth 3).
   // *count receives the number of images; *atEnd whether the result is
-  // exhausted. On failure nothing is returned.
+  // exhausted. On failure nothing is returned. Not for kSummary.
   unsigned FetchList(int depth, unsigned* count, EMM_Image** list, bool* atEnd);
 
  private:
