@@ -67,13 +67,16 @@ inline size_t CopyText(char* dst, size_t size, const char* src, size_t len) {
 // number its decimal digits. Returns the length copied. Only the text's own
 // bytes are written.
 inline size_t CopyCellText(const sqldb::Row& row, int col, char* dst, size_t size) {
-  if (row.type(col) == sqldb::Type::kInteger) {
-    char digits[24];
-    const int n = snprintf(digits, sizeof digits, "%lld", static_cast<long long>(row.Int64(col)));
-    return CopyText(dst, size, digits, static_cast<size_t>(n));
-  }
   const std::string_view bytes = row.Bytes(col);
-  return CopyText(dst, size, bytes.data(), bytes.size());
+  if (!bytes.empty()) return CopyText(dst, size, bytes.data(), bytes.size());
+  // Empty texts are common and take no copy; only a number has no bytes.
+  if (row.type(col) != sqldb::Type::kInteger) {
+    dst[0] = '\0';
+    return 0;
+  }
+  char digits[24];
+  const int n = snprintf(digits, sizeof digits, "%lld", static_cast<long long>(row.Int64(col)));
+  return CopyText(dst, size, digits, static_cast<size_t>(n));
 }
 
 }  // namespace emm

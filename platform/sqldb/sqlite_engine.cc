@@ -12,7 +12,6 @@
 #include <cerrno>
 #include <chrono>
 #include <cstring>
-#include <limits>
 
 #include "platform/sqldb/lock_wait.h"
 #include "platform/sqldb/sqlite_functions.h"
@@ -69,26 +68,45 @@ int WaitForLock(void* timeoutMs, int count) {
   return 1;
 }
 
-// A floating-point value: truncated, saturated at the 64-bit ends, with its
-// decimal text.
-void FloatCell(sqlite3_value* v, Cell* cell) {
-  const double d = sqlite3_value_double(v);
-  cell->type = Type::kFloat;
-  cell->integer = d >= 9223372036854775807.0    ? std::numeric_limits<int64_t>::max()
-                  : d <= -9223372036854775808.0 ? std::numeric_limits<int64_t>::min()
-                  : d != d                      ? 0
-                                                : static_cast<int64_t>(d);
-  cell->data = reinterpret_cast<const char*>(sqlite3_value_text(v));
-  cell->size = static_cast<uint32_t>(sqlite3_value_bytes(v));
+// Reading a value of the current row in place (Row::ValueReader).
+sqlite3_value* Value(const void* value) {
+  return static_cast<sqlite3_value*>(const_cast<void*>(value));
 }
+Type ValueType(const void* value) {
+  switch (sqlite3_value_type(Value(value))) {
+    case SQLITE_INTEGER: return Type::kInteger;
+    case SQLITE_FLOAT: return Type::kFloat;
+    case SQLITE_TEXT: return Type::kText;
+    case SQLITE_BLOB: return Type::kBlob;
+    default: return Type::kNull;
+  }
+}
+// SQLite's own conversion follows the cells' rules: texts parsed as decimal
+// (leading blanks skipped, saturated), floats truncated and saturated,
+// NULL 0.
+int64_t ValueInteger(const void* value) { return sqlite3_value_int64(Value(value)); }
+// Texts and blobs asked for as blobs: a text's bytes as they are, without
+// SQLite first giving them a terminating NUL.
+std::string_view ValueBytes(const void* value) {
+  sqlite3_value* v = Value(value);
+  const char* data;
+  switch (sqlite3_value_type(v)) {
+    case SQLITE_TEXT:
+    case SQLITE_BLOB: data = static_cast<const char*>(sqlite3_value_blob(v)); break;
+    case SQLITE_FLOAT: data = reinterpret_cast<const char*>(sqlite3_value_text(v)); break;
+    default: return std::string_view();
+  }
+  if (data == nullptr) return std::string_view();
+  return std::string_view(data, static_cast<size_t>(sqlite3_value_bytes(v)));
+}
+const Row::ValueReader kValueReader = {ValueType, ValueInteger, ValueBytes};
 
 class SqliteDatabase;
 
 class SqliteStatement final : public Statement {
  public:
-  SqliteStatement(SqliteDatabase* db, sqlite3_stmt* stmt) : db_(db), stmt_(stmt) {
-    row_.cells().resize(static_cast<size_t>(sqlite3_column_count(stmt)));
-  }
+  SqliteStatement(SqliteDatabase* db, sqlite3_stmt* stmt)
+      : db_(db), stmt_(stmt), values_(static_cast<size_t>(sqlite3_column_count(stmt))) {}
   ~SqliteStatement() override { sqlite3_finalize(stmt_); }
 
   int ParameterCount() const override { return sqlite3_bind_parameter_count(stmt_); }
@@ -131,7 +149,8 @@ class SqliteStatement final : public Statement {
   // column's value costs several times reading it (statement checks, error
   // bookkeeping), so the values are asked for again only when the first
   // one's address shows that the array moved.
-  std::vector<sqlite3_value*> values_;
+  std::vector<const void*> values_;  // sqlite3_value*, read through kValueReader
+  bool valuesTaken_ = false;
   int64_t changes_ = 0;
 };
 
@@ -223,32 +242,11 @@ Code SqliteStatement::Step() {
 }
 
 const Row& SqliteStatement::CurrentRow() {
-  std::vector<Cell>& cells = row_.cells();
-  const size_t n = cells.size();
-  if (n == 0) return row_;
-  if (values_.size() != n || sqlite3_column_value(stmt_, 0) != values_[0]) {
-    values_.resize(n);
+  const size_t n = values_.size();
+  if (n != 0 && (!valuesTaken_ || sqlite3_column_value(stmt_, 0) != values_[0])) {
     for (size_t i = 0; i < n; ++i) values_[i] = sqlite3_column_value(stmt_, static_cast<int>(i));
-  }
-  // Every column of every row passes here: one type check and one or two
-  // reads per cell, integers (most of the catalog's columns) first.
-  sqlite3_value* const* v = values_.data();
-  for (Cell *cell = cells.data(), *end = cell + n; cell != end; ++cell, ++v) {
-    const int type = sqlite3_value_type(*v);
-    if (type == SQLITE_INTEGER) {
-      cell->type = Type::kInteger;
-      cell->integer = sqlite3_value_int64(*v);
-    } else if (type == SQLITE_TEXT || type == SQLITE_BLOB) {
-      // Asked for as a blob: a text's bytes as they are, without SQLite
-      // first giving them a terminating NUL.
-      cell->type = type == SQLITE_TEXT ? Type::kText : Type::kBlob;
-      cell->data = static_cast<const char*>(sqlite3_value_blob(*v));
-      cell->size = static_cast<uint32_t>(sqlite3_value_bytes(*v));
-    } else if (type == SQLITE_NULL) {
-      *cell = Cell();
-    } else {
-      FloatCell(*v, cell);
-    }
+    valuesTaken_ = true;
+    row_.ReadInPlace(&kValueReader, values_.data(), n);
   }
   return row_;
 }
