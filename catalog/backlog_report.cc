@@ -22,6 +22,7 @@
 #include "catalog/slp_definitions.h"
 #include "catalog/slp_state.h"
 #include "platform/debuglog.h"
+#include "util/line_writer.h"
 
 namespace {
 
@@ -126,20 +127,29 @@ class Rollup {
   // Rolls up the pending image, if there is one.
   void Finish() {
     if (pending_.backupId.empty()) return;
+    // Images come in runs of one SLP version: the last lookups are kept.
+    if (slp_ == nullptr || pending_.slpName != lastName_ || pending_.version != lastVersion_) {
+      lastName_ = pending_.slpName;
+      lastVersion_ = pending_.version;
+      definition_ = definitions_.operations.find({lastName_, lastVersion_});
+      slp_ = nullptr;
+    }
     uint32_t incomplete = pending_.incomplete;
-    auto definition = definitions_.operations.find({pending_.slpName, pending_.version});
-    if (definition == definitions_.operations.end()) {
-      fprintf(stderr, "Unknown SLP name <%s> version %d\n", pending_.slpName.c_str(),
-              pending_.version);
-    } else if (definition->second > 0 && (pending_.state == SLP_STATE_NOT_STARTED ||
-                                          pending_.state == SLP_STATE_NOT_STARTED_INACTIVE)) {
+    if (definition_ == definitions_.operations.end()) {
+      // Thousands of these go out in large writes, still before any other
+      // message.
+      unknown_.Text("Unknown SLP name <").CatalogText(lastName_.c_str()).Text("> version ");
+      unknown_.Int(lastVersion_).Char('\n');
+    } else if (definition_->second > 0 && (pending_.state == SLP_STATE_NOT_STARTED ||
+                                           pending_.state == SLP_STATE_NOT_STARTED_INACTIVE)) {
       // Copies the SLP defines that have not been made yet count too.
-      const uint32_t operations = static_cast<uint32_t>(definition->second);
+      const uint32_t operations = static_cast<uint32_t>(definition_->second);
       incomplete = operations > pending_.complete ? operations - pending_.complete : 0;
     }
     const bool otherVersion = version_ != -1 && version_ != pending_.version;
     if (!(incomplete != 0 && otherVersion)) {
-      SLPinfo& slp = table_[pending_.slpName];
+      if (slp_ == nullptr) slp_ = &table_[lastName_];
+      SLPinfo& slp = *slp_;
       slp.copies += incomplete;
       slp.bytes += incomplete * pending_.bytes;
       copies_ += incomplete;
@@ -157,6 +167,13 @@ class Rollup {
   const char* lifecycle_;
   long version_;
   PendingImage pending_;
+  // The SLP version of the image rolled up last, its definition and its
+  // entry of the table (null until the entry is needed).
+  std::string lastName_;
+  int lastVersion_ = 0;
+  std::map<std::pair<std::string, int>, int>::const_iterator definition_;
+  SLPinfo* slp_ = nullptr;
+  Orvantic::Stashwell::LineWriter unknown_{stderr};  // the "Unknown SLP name" lines
   uint32_t copies_ = 0;
   int64_t bytes_ = 0;
   std::map<std::string, SLPinfo> table_;  // by name, all versions together
@@ -234,7 +251,10 @@ void LifeCycleReport(outputform_e, const char* lifecycle, long version, const ch
       for (unsigned r = 0; r < count; ++r) rollup.Row(batch[r]);
       return true;
     });
-    if (status != 0) fprintf(stderr, " Error fetching result set <%u>\n", status);
+    if (status != 0) {
+      Orvantic::Stashwell::WritePendingOutput();
+      fprintf(stderr, " Error fetching result set <%u>\n", status);
+    }
     rollup.Finish();
 
     states[i].copies = rollup.stateCopies();
@@ -242,6 +262,8 @@ void LifeCycleReport(outputform_e, const char* lifecycle, long version, const ch
     if (states[i].mebibytes == 0 && rollup.stateBytes() > 0) states[i].mebibytes = 1;
   }
 
+  // The report follows the lines about unknown SLPs.
+  Orvantic::Stashwell::WritePendingOutput();
   if (!anyRows) {
     printf("\nNo images to process\n\n");
     return;
