@@ -146,8 +146,8 @@ class PgStatement;
 struct Link {
   ConnPtr conn;
   PgStatement* streaming = nullptr;
-  int named = 0;          // prepared statements named so far
-  std::string dropLater;  // DEALLOCATEs to send once the link is idle
+  int named = 0;                   // prepared statements named so far
+  std::vector<std::string> drops;  // prepared statements no longer wanted
 };
 
 class PgDatabase final : public Database {
@@ -176,11 +176,10 @@ class PgDatabase final : public Database {
   // Records the failure of `result` (or of the connection when it is null)
   // and returns its code.
   Code Fail(PGconn* conn, const PGresult* result, bool isQuery);
-  // Forgets the prepared statement `name` of `link`.
-  void Drop(Link* link, const std::string& name);
+  // Forgets the prepared statement `name` of `link` (on the server with the
+  // link's next preparation).
+  void Drop(Link* link, const std::string& name) { link->drops.push_back(name); }
   void SentInsert(Link* link) { insertLink_ = link; }
-  // Sends the DEALLOCATEs held back for `link`.
-  void SendDrops(Link* link);
 
  private:
   ConnPtr Connect(std::string* message) const;
@@ -282,7 +281,6 @@ Code PgStatement::Start() {
   Code code = Code::kOk;
   Link* link = db_->LinkFor(home_, &code);
   if (link == nullptr) return code;
-  db_->SendDrops(link);
   std::vector<const char*> values(values_.size());
   for (size_t i = 0; i < values_.size(); ++i) {
     values[i] = isNull_[i] ? nullptr : values_[i].c_str();
@@ -610,7 +608,6 @@ Link* PgDatabase::LinkFor(Link* home, Code* code) {
 Link* PgDatabase::Primary() {
   Link* link = &links_.front();
   if (link->streaming != nullptr) link->streaming->Park();
-  SendDrops(link);
   return link;
 }
 
@@ -628,43 +625,61 @@ Code PgDatabase::Fail(PGconn* conn, const PGresult* result, bool isQuery) {
   return PQstatus(conn) == CONNECTION_OK ? Code::kError : Code::kUnreachable;
 }
 
-void PgDatabase::Drop(Link* link, const std::string& name) {
-  link->dropLater += "DEALLOCATE " + name + ";";
-  if (link->streaming == nullptr) SendDrops(link);
-}
-
-void PgDatabase::SendDrops(Link* link) {
-  if (link->dropLater.empty()) return;
-  // A failed DEALLOCATE inside a transaction would abort it; there is none
-  // that can fail here (each name was prepared once on this link).
-  ResultPtr done(PQexec(link->conn.get(), link->dropLater.c_str()));
-  link->dropLater.clear();
-}
-
 std::unique_ptr<Statement> PgDatabase::Prepare(std::string_view sql, Code* code) {
   Code ignored;
   if (code == nullptr) code = &ignored;
   *code = Code::kOk;
   Link* link = LinkFor(nullptr, code);
   if (link == nullptr) return nullptr;
-  SendDrops(link);
   int params = 0;
   std::string text = NumberMarks(sql, &params);
   std::string name = "sw" + std::to_string(++link->named);
   PGconn* conn = link->conn.get();
-  ResultPtr prepared(PQprepare(conn, name.c_str(), text.c_str(), 0, nullptr));
-  if (PQresultStatus(prepared.get()) != PGRES_COMMAND_OK) {
-    *code = Fail(conn, prepared.get(), false);
-    return nullptr;
+  // One round trip: the statements let go since the last preparation, this
+  // one's preparation and the description of its columns.
+  const std::vector<std::string> drops = std::move(link->drops);
+  link->drops.clear();
+  bool sent = PQenterPipelineMode(conn) == 1;
+  for (const std::string& drop : drops) {
+    const std::string deallocate = "DEALLOCATE " + drop;
+    sent = sent && PQsendQueryParams(conn, deallocate.c_str(), 0, nullptr, nullptr, nullptr,
+                                     nullptr, 0) == 1;
   }
-  ResultPtr described(PQdescribePrepared(conn, name.c_str()));
-  if (PQresultStatus(described.get()) != PGRES_COMMAND_OK) {
-    *code = Fail(conn, described.get(), false);
-    Drop(link, name);
+  sent = sent && PQsendPrepare(conn, name.c_str(), text.c_str(), 0, nullptr) == 1 &&
+         PQsendDescribePrepared(conn, name.c_str()) == 1 && PQpipelineSync(conn) == 1;
+  // A result for every command (aborted ones after a failure), each followed
+  // by a null, then the sync.
+  const size_t commands = drops.size() + 2;
+  std::vector<ResultPtr> results;
+  size_t ends = 0;
+  while (sent) {
+    PGresult* result = PQgetResult(conn);
+    if (result == nullptr) {
+      if (++ends > commands || PQstatus(conn) != CONNECTION_OK) break;
+      continue;
+    }
+    if (PQresultStatus(result) == PGRES_PIPELINE_SYNC) {
+      PQclear(result);
+      break;
+    }
+    results.emplace_back(result);
+  }
+  PQexitPipelineMode(conn);
+  const bool prepared =
+      results.size() == commands && PQresultStatus(results[commands - 2].get()) == PGRES_COMMAND_OK;
+  if (!prepared || PQresultStatus(results.back().get()) != PGRES_COMMAND_OK) {
+    if (prepared) Drop(link, name);
+    const PGresult* failed = nullptr;
+    for (const ResultPtr& result : results) {
+      if (failed == nullptr && PQresultStatus(result.get()) == PGRES_FATAL_ERROR) {
+        failed = result.get();
+      }
+    }
+    *code = Fail(conn, failed, false);
     return nullptr;
   }
   return std::make_unique<PgStatement>(this, link, std::move(name), sql, std::move(text), params,
-                                       PQnfields(described.get()));
+                                       PQnfields(results.back().get()));
 }
 
 Code PgDatabase::Exec(std::string_view sql) {

@@ -169,6 +169,12 @@ TEST_F(PgEngineTest, ListingsStreamBesideOtherStatements) {
   EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(2));
   ASSERT_EQ(Code::kRow, listing->Step());
   EXPECT_EQ(1, listing->CurrentRow().Int64(0));
+
+  // Statements let go are forgotten on the server with the next preparation.
+  for (int i = 0; i < 5; ++i) ASSERT_TRUE(db->Prepare("SELECT 1"));
+  std::unique_ptr<Statement> held = db->Prepare("SELECT count(*) FROM pg_prepared_statements");
+  ASSERT_TRUE(held && held->Step() == Code::kRow);
+  EXPECT_LE(held->CurrentRow().Int64(0), 3);
 }
 
 // Inside a transaction every statement shares the session; a rollback, and

@@ -25,7 +25,6 @@ const StateCode kStateCodes[] = {
     {"57P03", Code::kUnreachable},  // cannot connect now (starting up)
     {"3D000", Code::kMissing},      // no such database
     {"3F000", Code::kMissing},      // no such schema
-    {"42P01", Code::kCorrupt},      // a catalog table is missing
     {"28P01", Code::kNoAccess},     // wrong password
     {"22003", Code::kRange},        // numeric value out of range
     {"58030", Code::kIo},
