@@ -402,21 +402,20 @@ void PgStatement::Fill(PGresult* result) {
     cell.data = text;
     cell.size = static_cast<uint32_t>(PQgetlength(result, 0, c));
     switch (kinds_[c]) {
+      // An integer cell has no bytes, as on SQLite.
       case Kind::kInteger:
-        cell.type = Type::kInteger;
-        cell.integer = strtoll(text, nullptr, 10);
+        cell = Cell{nullptr, 0, Type::kInteger, strtoll(text, nullptr, 10)};
         break;
       case Kind::kBool:
-        cell.type = Type::kInteger;
-        cell.integer = text[0] == 't' ? 1 : 0;
+        cell = Cell{nullptr, 0, Type::kInteger, text[0] == 't' ? 1 : 0};
         break;
       case Kind::kNumeric: {
         // A whole number is an integer, as SQLite's sum() gives it.
         char* end = nullptr;
         errno = 0;
-        cell.integer = strtoll(text, &end, 10);
+        const int64_t whole = strtoll(text, &end, 10);
         if (*end == '\0' && errno == 0) {
-          cell.type = Type::kInteger;
+          cell = Cell{nullptr, 0, Type::kInteger, whole};
           break;
         }
       }
