@@ -58,7 +58,11 @@ int64_t Connection::MasterServerKey(const char* name, unsigned* status) {
     if (*status != EMMLIB_OK) return -1;
   }
   keyLookup_->Reset();
-  keyLookup_->BindText(1, name);
+  if (name != nullptr) {
+    keyLookup_->BindText(1, name);
+  } else {
+    keyLookup_->BindNull(1);
+  }
   const sqldb::Code code = keyLookup_->Step();
   int64_t key = -1;
   if (code == sqldb::Code::kRow) {

@@ -38,7 +38,8 @@ class Connection {
                    std::unique_ptr<sqldb::Statement>* stmt) const;
 
   // The machine key of a master server named `name` (any of its aliases of
-  // machine type 3 or 5, letter case ignored); -1 when there is none.
+  // machine type 3 or 5, letter case ignored); -1 when there is none (and
+  // for a null name).
   // Status in *status (0, or a database failure).
   int64_t MasterServerKey(const char* name, unsigned* status);
   // The primary name of the master server with machine key `key`; the empty
