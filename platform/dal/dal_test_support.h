@@ -1,6 +1,9 @@
 // Test support for the data-access layer and its users: a catalog database
 // file in a fresh temporary directory, filled with SQL of the test's choice
-// (or the catalog schema of the source tree), and a connection on it.
+// (or the catalog schema of the source tree), and a connection on it. When
+// STASHWELL_TEST_PGSERVER names a test server's folder (tests/pg/pg-server),
+// the catalog is a fresh database on that server instead, so that the same
+// tests send the same statements to PostgreSQL.
 #ifndef PLATFORM_DAL_DAL_TEST_SUPPORT_H_
 #define PLATFORM_DAL_DAL_TEST_SUPPORT_H_
 
@@ -24,11 +27,20 @@ class TempCatalog {
     char dir[] = "/tmp/dal-test-XXXXXX";
     dir_ = mkdtemp(dir) ? dir : "";
     path_ = dir_ + "/catalog.db";
+    const char* server = getenv("STASHWELL_TEST_PGSERVER");
+    if (server == nullptr || *server == '\0') return;
+    std::ifstream uri(std::string(server) + "/uri");
+    std::getline(uri, server_);
+    database_ = "dal_" + dir_.substr(dir_.rfind('-') + 1);
+    for (char& c : database_) c = static_cast<char>(tolower(static_cast<unsigned char>(c)));
+    OnServer("CREATE DATABASE " + database_);
   }
   ~TempCatalog() {
     std::error_code ignored;
     std::filesystem::remove_all(dir_, ignored);
+    if (!database_.empty()) OnServer("DROP DATABASE IF EXISTS " + database_ + " WITH (FORCE)");
   }
+  bool onPostgres() const { return !database_.empty(); }
   TempCatalog(const TempCatalog&) = delete;
   TempCatalog& operator=(const TempCatalog&) = delete;
 
@@ -36,7 +48,13 @@ class TempCatalog {
   const std::string& path() const { return path_; }
   CatalogLocation location(int busyTimeoutMs = 2000) const {
     CatalogLocation where;
-    where.path = path_;
+    if (onPostgres()) {
+      where.engine = sqldb::Engine::kPostgres;
+      where.conninfo = server_ + "/" + database_;
+      where.display = where.conninfo;
+    } else {
+      where.path = path_;
+    }
     where.busyTimeoutMs = busyTimeoutMs;
     return where;
   }
@@ -45,8 +63,8 @@ class TempCatalog {
   void Exec(const std::string& sql) const {
     const std::unique_ptr<sqldb::Database> db = Open();
     ASSERT_TRUE(db);
-    ASSERT_EQ(db->Exec("PRAGMA synchronous = OFF; BEGIN; " + sql + "; COMMIT;"), sqldb::Code::kOk)
-        << db->LastError();
+    const std::string prefix = onPostgres() ? "BEGIN; " : "PRAGMA synchronous = OFF; BEGIN; ";
+    ASSERT_EQ(db->Exec(prefix + sql + "; COMMIT;"), sqldb::Code::kOk) << db->LastError();
   }
 
   // A connection of its own (another process's, as far as the layer can
@@ -61,7 +79,8 @@ class TempCatalog {
 
   // Creates the catalog with the schema of the source tree.
   void ApplySchema() const {
-    std::ifstream in(STASHWELL_SOURCE_DIR "/platform/emmlib/schema.sql");
+    std::ifstream in(STASHWELL_SOURCE_DIR "/platform/emmlib/" +
+                     std::string(onPostgres() ? "schema_postgresql.sql" : "schema.sql"));
     ASSERT_TRUE(in.good());
     std::stringstream text;
     text << in.rdbuf();
@@ -69,8 +88,21 @@ class TempCatalog {
   }
 
  private:
+  // Runs `sql` in the server's maintenance database.
+  void OnServer(const std::string& sql) const {
+    CatalogLocation where;
+    where.engine = sqldb::Engine::kPostgres;
+    where.conninfo = server_ + "/postgres";
+    std::unique_ptr<sqldb::Database> db;
+    std::string why;
+    ASSERT_EQ(sqldb::Open(where, sqldb::OpenMode::kCreate, &db, &why), sqldb::Code::kOk) << why;
+    ASSERT_EQ(db->Exec(sql), sqldb::Code::kOk) << db->LastError();
+  }
+
   std::string dir_;
   std::string path_;
+  std::string server_;    // the test server's base URI
+  std::string database_;  // the catalog's database there
 };
 
 // A leased connection and a view on a TempCatalog, all released at the end.
