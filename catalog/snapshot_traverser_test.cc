@@ -99,16 +99,4 @@ TEST_P(SnapshotMergeTest, HandsOutEachCopysSnapshotsOnce) {
 
 INSTANTIATE_TEST_SUITE_P(BatchSizes, SnapshotMergeTest, ::testing::Values(1u, 2u, 50u));
 
-TEST_F(SnapshotMergeTest, OneImagesQueryAndNoQuery) {
-  {
-    SnapshotTraverser traverser(*catalog_.cid(), emm_test::kMaster, 50);
-    ASSERT_EQ(0u, traverser.initQuery("beta_200"));
-    EXPECT_EQ(std::vector<std::string>{}, Drain(traverser, Row(100, "alpha_100", 1)));
-    EXPECT_EQ(std::vector<std::string>{"b1"}, Drain(traverser, Row(200, "beta_200", 1)));
-  }
-  // Without initQuery nothing is fetched and nothing is handed out.
-  SnapshotTraverser idle(*catalog_.cid(), emm_test::kMaster, 50);
-  EXPECT_EQ(std::vector<std::string>{}, Drain(idle, Row(100, "alpha_100", 1)));
-}
-
 }  // namespace

@@ -151,20 +151,6 @@ TEST_F(WalkTest, RejectedValuesLeaveTheOptionNotGiven) {
   EXPECT_EQ(walk.argumentCount, 8);
 }
 
-TEST_F(WalkTest, AMissingValueStepsOverTheNextArgumentUnread) {
-  ArgumentWalk walk = Walk({"list", "-client", "-zzz", "-policy", "-wait", "-mediaid"});
-  EXPECT_EQ(err_,
-            "No value supplied for -client option\n"
-            "No value supplied for -policy option\n"
-            "No value supplied for -mediaid option\n");
-  walk = Walk({"update_hwm", "-totalcap", "-5", "-usedcap", "7"});
-  EXPECT_EQ(err_, "No value supplied for -totalcap option\n");
-  EXPECT_EQ(walk.line.usedCap, 7);
-  // A passed-over argument never selects an operation.
-  walk = Walk({"-client", "-testhook"});
-  EXPECT_EQ(walk.line.operation, OP_NONE);
-}
-
 TEST_F(WalkTest, UnknownWordClearsTheOperation) {
   ArgumentWalk walk = Walk({"list", "bogus"});
   EXPECT_EQ(walk.line.operation, OP_NONE);

@@ -129,11 +129,4 @@ TEST_F(MsgCatTest, StatusTexts) {
   EXPECT_EQ(getECmsg(424242), unknown) << "texts live as long as the process";
 }
 
-TEST_F(MsgCatTest, DamagedCatalogGivesTheDefault) {
-  testing_root::Write("share/msg/yy/cyclectl.cat", std::string("\xde\x12\x04\x95 garbage", 12));
-  char buf[64];
-  EXPECT_EQ(zkgetmsg("SmeSlp0777N", "yy", sizeof buf, buf, nullptr, 0, nullptr, "d %d", 7), 1);
-  EXPECT_STREQ(buf, "d 7");
-}
-
 }  // namespace

@@ -111,22 +111,6 @@ TEST_F(ServiceProbeTest, DiskServiceNotThereNotConfiguredOrOfAnotherInterface) {
   EXPECT_EQ(service.Calls(), std::vector<std::string>());
 }
 
-TEST_F(ServiceProbeTest, RepliesAndOutValuesArriveAndCallsAreRecorded) {
-  TestService service(root_.path(),
-                      R"({"Dssvc.SubSystemDump": {"status": 3, "dumpLines": ["a", "b c"]},
-                          "ExpMgr.DeletionDone": [{"status": 1}, {"status": 2}]})");
-  ASSERT_TRUE(service.ok()) << service.error();
-  EXPECT_EQ(Probe({"dump"}), (e2e::Result{"a\nb c\nstatus 3\n", "", 0}));
-  // A list of replies answers call after call, the last one repeating.
-  EXPECT_EQ(Probe({"deletedone", "-4"}).out, "status 1\n");
-  EXPECT_EQ(Probe({"deletedone", "5"}).out, "status 2\n");
-  EXPECT_EQ(Probe({"deletedone", "6"}).out, "status 2\n");
-  EXPECT_EQ(service.Calls(),
-            (std::vector<std::string>{
-                R"(Dssvc.SubSystemDump(SUBSYSTEM_ID_NULL, DUMPFORM_READABLE, ""))",
-                "ExpMgr.DeletionDone(-4)", "ExpMgr.DeletionDone(5)", "ExpMgr.DeletionDone(6)"}));
-}
-
 TEST_F(ServiceProbeTest, LegacyLookupsCallOncePerVolumeAndFillTheServerTypeCache) {
   TestService service(root_.path(), R"({"DiskServiceMgr.getDiskVolumeInfoByLegacyInfo": [
       {"args": [null, null, null, "MID1"], "result": {"servertype": "NearStore",

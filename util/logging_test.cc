@@ -1,6 +1,6 @@
 // Tests of the logging channels: the record log under each method, the
-// application-message log's statuses and Lis argument errors, and
-// swdlog_basename.
+// application-message log's statuses and Lis argument errors. The program
+// name taken from argv[0] is shown end to end (tests/e2e/startup_test.cc).
 #include <cstdlib>
 #include <cstring>
 #include <filesystem>
@@ -17,13 +17,6 @@
 #include "util/swdlog.h"
 
 namespace {
-
-TEST(SwdlogBasename, TakesThePartAfterTheLastSlash) {
-  EXPECT_STREQ(swdlog_basename("a/b/c"), "c");
-  EXPECT_STREQ(swdlog_basename("c"), "c");
-  EXPECT_STREQ(swdlog_basename("a/"), "");
-  EXPECT_STREQ(swdlog_basename(nullptr), "");
-}
 
 TEST(RecordLog, EachMethod) {
   testing_root::Remove("logs");

@@ -2,13 +2,16 @@
 // helpers that seed its catalog with images, copies, fragments, snapshots,
 // SLP definitions and data classifications. Each Add... inserts one row with
 // the columns every row needs, then applies the "Column = value, ..."
-// settings `set`, and returns the new row's key.
+// settings `set`, and returns the new row's key. Run runs the operation
+// whose word the fixture was made with.
 #ifndef TESTS_E2E_CATALOG_TEST_H_
 #define TESTS_E2E_CATALOG_TEST_H_
 
 #include <gtest/gtest.h>
 
 #include <string>
+#include <utility>
+#include <vector>
 
 #include "tests/e2e/harness.h"
 
@@ -16,6 +19,15 @@ namespace e2e {
 
 class CatalogTest : public ::testing::Test {
  protected:
+  // `operation`: the word Run puts before its arguments.
+  explicit CatalogTest(std::string operation = "") : operation_(std::move(operation)) {}
+
+  // Runs the fixture's operation with `args`.
+  Result Run(std::vector<std::string> args = {}) const {
+    args.insert(args.begin(), operation_);
+    return root_.Run(args);
+  }
+
   std::string Insert(const std::string& table, const std::string& keyColumn,
                      const std::string& columns, const std::string& values,
                      const std::string& set) {
@@ -73,6 +85,9 @@ class CatalogTest : public ::testing::Test {
   }
 
   Root root_;
+
+ private:
+  const std::string operation_;
 };
 
 }  // namespace e2e

@@ -50,8 +50,9 @@ TEST(CmdlineParseTest, WalkErrorsEndTheRunWithStatusOne) {
       {{"update_hwm", "-totalcap", "-5"}, "No value supplied for -totalcap option\n", 1},
       {{"list", "-rt", "X"}, "-rt argument X not a recognized value\n", 1},
       {{"dump", "-df", "json"}, "-df argument json not a recognized value\n", 1},
-      {{"list", "-lifecyclex", "a"},
-       "-lifecyclex is not a recognized option\na is not a recognized operation\n",
+      {{"list", "-lifecyclex", "a", "-lifecycl"},
+       "-lifecyclex is not a recognized option\na is not a recognized operation\n"
+       "-lifecycl is not a recognized option\n",
        1},
       {{"lists"}, "lists is not a recognized operation\n", 1},
       {{""}, " is not a recognized operation\n", 1},

@@ -19,6 +19,7 @@ const char kNothing[] = "No backup images found for given date range and selecti
 
 class CompletionReportTest : public e2e::CatalogTest {
  protected:
+  CompletionReportTest() : CatalogTest("completion_report") {}
   // Runs see TZ=UTC, so a day starts at a multiple of 86400 seconds.
   static long DayStart(int daysAgo) {
     return static_cast<long>(time(nullptr)) / 86400 * 86400 - daysAgo * 86400L;
@@ -46,12 +47,6 @@ class CompletionReportTest : public e2e::CatalogTest {
     if (!set.empty()) settings += ", " + set;
     AddImage(client, DayStart(daysAgo) + second, settings);
   }
-
-  e2e::Result Report(std::vector<std::string> args) {
-    args.insert(args.begin(), "completion_report");
-    return root_.Run(args);
-  }
-
 };
 
 // alpha: complete three days ago, unfinished yesterday and today.
@@ -77,7 +72,7 @@ class CompletionDaysTest : public CompletionReportTest {
 };
 
 TEST_F(CompletionDaysTest, ByClient) {
-  EXPECT_EQ(Report({"-days", "7"}),
+  EXPECT_EQ(Run({"-days", "7"}),
             (e2e::Result{Row("Client name", "Most recent completion date") +
                              Row("alpha", Date(3, false)) + Row("beta", "None") +
                              Row("epsilon", Date(1, false)) + Row("gamma", Date(0, false)),
@@ -85,12 +80,12 @@ TEST_F(CompletionDaysTest, ByClient) {
   // Two days back alpha's complete day is out of range.
   EXPECT_EQ(Row("Client name", "Most recent completion date") + Row("alpha", "None") +
                 Row("beta", "None") + Row("epsilon", Date(1, false)) + Row("gamma", Date(0, false)),
-            Report({"-days", "2"}).out);
-  EXPECT_EQ(Report({"-days", "0"}), (e2e::Result{kNothing, "", 0}));
+            Run({"-days", "2"}).out);
+  EXPECT_EQ(Run({"-days", "0"}), (e2e::Result{kNothing, "", 0}));
 }
 
 TEST_F(CompletionDaysTest, ByDate) {
-  EXPECT_EQ(Report({"-days", "7", "-bydate"}),
+  EXPECT_EQ(Run({"-days", "7", "-bydate"}),
             (e2e::Result{"\nNone complete\nbeta\n\n" + Date(3, true) + "\nalpha\n\n" +
                              Date(1, true) + "\nepsilon\n\n" + Date(0, true) + "\ngamma\n\n",
                          "", 0}));
@@ -133,23 +128,23 @@ TEST_F(CompletionReportTest, Selections) {
   const std::string aDone = Row("a", Date(1, false)), bDone = Row("b", Date(1, false));
 
   // Policy and client together: four parameters in the first statement.
-  EXPECT_EQ(header + aDone, Report({"-policy", "pol1", "-client", "a"}).out);
-  EXPECT_EQ(header + Row("a", "None"), Report({"-policy", "pol2", "-client", "a"}).out);
-  EXPECT_EQ(header + aDone + bDone, Report({"-lifecycle", "slp1", "-policy", "pol1"}).out);
-  EXPECT_EQ(header + bDone, Report({"-lifecycle", "slp1", "-version", "2"}).out);
+  EXPECT_EQ(header + aDone, Run({"-policy", "pol1", "-client", "a"}).out);
+  EXPECT_EQ(header + Row("a", "None"), Run({"-policy", "pol2", "-client", "a"}).out);
+  EXPECT_EQ(header + aDone + bDone, Run({"-lifecycle", "slp1", "-policy", "pol1"}).out);
+  EXPECT_EQ(header + bDone, Run({"-lifecycle", "slp1", "-version", "2"}).out);
   // Without -days the report looks 30 days back: today and 29 days before.
   Image("c", 29, 3);
   Image("d", 30, 3);
-  EXPECT_EQ(header + Row("c", Date(29, false)), Report({"-client", "c"}).out);
-  EXPECT_EQ(kNothing, Report({"-client", "d"}).out);
+  EXPECT_EQ(header + Row("c", Date(29, false)), Run({"-client", "c"}).out);
+  EXPECT_EQ(kNothing, Run({"-client", "d"}).out);
   // Texts are values, never SQL.
-  EXPECT_EQ(kNothing, Report({"-client", "x' OR '1'='1"}).out);
-  EXPECT_EQ(kNothing, Report({"-lifecycle", "SLP1"}).out);
+  EXPECT_EQ(kNothing, Run({"-client", "x' OR '1'='1"}).out);
+  EXPECT_EQ(kNothing, Run({"-lifecycle", "SLP1"}).out);
 }
 
 TEST_F(CompletionReportTest, Trace) {
   Image("a", 0, 3, "PolicyName = 'pol1'");
-  e2e::Result r = Report({"-T", "-days", "1", "-policy", "pol1", "-client", "a"});
+  e2e::Result r = Run({"-T", "-days", "1", "-policy", "pol1", "-client", "a"});
   const std::string key = root_.Sql("SELECT MachineKey FROM EMM_Machine;").substr(0, 1);
   const std::string start = std::to_string(DayStart(0)), end = std::to_string(DayStart(0) + 86399);
   EXPECT_EQ("policy= pol1, client= a, lifecycle= , version= -1, days= 1\n"
@@ -173,7 +168,7 @@ TEST_F(CompletionReportTest, Trace) {
             r.out);
   EXPECT_EQ("", r.err);
   EXPECT_EQ(0, r.status);
-  r = Report({"-T", "-days", "1", "-bydate"});
+  r = Run({"-T", "-days", "1", "-bydate"});
   EXPECT_NE(std::string::npos, r.out.find("new CNS inserted for " + Date(0, true) + "\n\n" +
                                           Date(0, true) + "\na\n\n"))
       << r.out;
@@ -183,14 +178,14 @@ TEST_F(CompletionReportTest, Failures) {
   Image("a", 0, 3);
   // A master server the catalog does not know.
   root_.SetConfig("MASTER_SERVER", "elsewhere");
-  EXPECT_EQ(Report({}), (e2e::Result{"", "error fetching data from database, status = 13\n", 13}));
+  EXPECT_EQ(Run({}), (e2e::Result{"", "error fetching data from database, status = 13\n", 13}));
   root_.SetConfig("MASTER_SERVER", "master1");
   // A catalog whose images lack a column the statements need.
   root_.Sql("ALTER TABLE DBM_Image RENAME COLUMN StorageServiceState TO SlpState;");
-  EXPECT_EQ(Report({}), (e2e::Result{"", "error executing SQL query, status = 2007006\n", 130}));
+  EXPECT_EQ(Run({}), (e2e::Result{"", "error executing SQL query, status = 2007006\n", 130}));
   // No catalog at all.
   root_.RemoveCatalog();
-  EXPECT_EQ(Report({}), (e2e::Result{"", "cannot connect to database, status = 2007002\n", 25}));
+  EXPECT_EQ(Run({}), (e2e::Result{"", "cannot connect to database, status = 2007002\n", 25}));
 }
 
 }  // namespace

@@ -42,6 +42,7 @@ std::string ByMediaId(const std::string& mediaId) {
 
 class DiskSpaceInfoTest : public e2e::CatalogTest {
  protected:
+  DiskSpaceInfoTest() : CatalogTest("diskspaceinfo") {}
   void SetUp() override { root_.SetConfig("EMM_SERVER", "127.0.0.1"); }
 
   // A fragment of `size` bytes in a copy of its own image.
@@ -54,11 +55,6 @@ class DiskSpaceInfoTest : public e2e::CatalogTest {
                                  ", MediaID = '" + mediaId +
                                  "', MediaServer = 'ms1', StorageServer = 'sts1', "
                                  "FragmentSize = " + std::to_string(size));
-  }
-
-  e2e::Result Run(std::vector<std::string> args = {}) {
-    args.insert(args.begin(), "diskspaceinfo");
-    return root_.Run(args);
   }
 
   int images_ = 0;

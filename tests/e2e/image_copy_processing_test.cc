@@ -176,8 +176,9 @@ TEST_F(ImageCopyProcessingTest, CancelListsWhatWouldExpireAndAsksTwice) {
                          0}));
   EXPECT_EQ(Calls(), (std::vector<std::string>{listCall, cancelCall}));
 
-  // Not shown, then declined; and the end of input declines both.
-  for (const char* answers : {"n\nN\n", ""}) {
+  // Not shown, then declined, in either case and either length; and the end
+  // of input declines both.
+  for (const char* answers : {"n\nN\n", "NO no\n", ""}) {
     Answer(R"({"Dssvc.CancelImageCopyProcessing": {"status": 0,
                  "cancellableImages": [{"backupid": "c1_100", "expireTime": 0}]}})");
     EXPECT_EQ(Run({"cancel", "-lifecycle", "lc1"}, answers),

@@ -5,14 +5,16 @@
 #include <string>
 #include <vector>
 
+#include "tests/e2e/catalog_test.h"
 #include "tests/e2e/harness.h"
 
 namespace {
 
 const char kNoMatch[] = "No images or lifecycles matching criteria found.\n";
 
-class ListImportConfTest : public ::testing::Test {
+class ListImportConfTest : public e2e::CatalogTest {
  protected:
+  ListImportConfTest() : CatalogTest("list_import_conf") {}
   void SetUp() override {
     root_.SetConfig("IMPORT_CONF_THRESHOLD", "1 HOURS");
     now_ = time(nullptr);
@@ -60,12 +62,6 @@ class ListImportConfTest : public ::testing::Test {
            " " + std::to_string(version) + "\n";
   }
 
-  e2e::Result Conf(std::vector<std::string> args) {
-    args.insert(args.begin(), "list_import_conf");
-    return root_.Run(args);
-  }
-
-  e2e::Root root_;
   long now_ = 0;
 };
 
@@ -73,8 +69,8 @@ TEST_F(ListImportConfTest, ReportsPastTheThresholdOldestFirstInEachForm) {
   const std::string a1 = Line("c1_1000", 3, Ago(9000), "Repl_A", 1);
   const std::string a2 = Line("c2_2000", 2, Ago(8000), "Repl_A", 2);
   const std::string a3 = Line("c1_1000", 2, Ago(7200), "Repl_A", 1);
-  EXPECT_EQ(Conf({}), (e2e::Result{a1 + a2 + a3, "", 0}));
-  EXPECT_EQ(Conf({"-all_pending_images", "-l"}),
+  EXPECT_EQ(Run({}), (e2e::Result{a1 + a2 + a3, "", 0}));
+  EXPECT_EQ(Run({"-all_pending_images", "-l"}),
             (e2e::Result{a1 + a2 + a3 + Line("c5_5000", 2, Ago(60), "Repl_A", 1), "", 0}));
 
   struct Case {
@@ -88,17 +84,17 @@ TEST_F(ListImportConfTest, ReportsPastTheThresholdOldestFirstInEachForm) {
       {{"-lifecycle", "Repl_A' OR 'x' = 'x"}, ""},
   };
   for (const Case& c : cases) {
-    EXPECT_EQ(Conf(c.args), (e2e::Result{c.out, c.out.empty() ? kNoMatch : "", 0}))
+    EXPECT_EQ(Run(c.args), (e2e::Result{c.out, c.out.empty() ? kNoMatch : "", 0}))
         << testing::PrintToString(c.args);
   }
-  EXPECT_EQ(Conf({"-b"}), (e2e::Result{"c1_1000\nc2_2000\nc1_1000\n", "", 0}));
+  EXPECT_EQ(Run({"-b"}), (e2e::Result{"c1_1000\nc2_2000\nc1_1000\n", "", 0}));
   const std::string t = std::to_string(Ago(8000));
   char date[32];
   const time_t when = Ago(8000);
   struct tm parts;
   gmtime_r(&when, &parts);
   strftime(date, sizeof date, "%Y/%m/%d %H:%M:%S", &parts);
-  EXPECT_EQ(Conf({"-U", "-target_domain", "domB"}),
+  EXPECT_EQ(Run({"-U", "-target_domain", "domB"}),
             (e2e::Result{"Backup ID           c2_2000\n"
                          "Copy number         2\n"
                          "Replication time    " + t + "(" + date + ")\n"
@@ -106,7 +102,7 @@ TEST_F(ListImportConfTest, ReportsPastTheThresholdOldestFirstInEachForm) {
                          "SLP version         2\n"
                          "\n",
                          "", 0}));
-  EXPECT_EQ(Conf({"-json_compact", "-target_domain", "domA"}),
+  EXPECT_EQ(Run({"-json_compact", "-target_domain", "domA"}),
             (e2e::Result{"{\"ImportPendingInfo\":[{\"BackupID\":\"c1_1000\",\"CopyNumber\":3,"
                          "\"ReplicationTime\":" + std::to_string(Ago(9000)) +
                              ",\"SLPName\":\"Repl_A\",\"SLPVersion\":1},{\"BackupID\":"
@@ -115,23 +111,23 @@ TEST_F(ListImportConfTest, ReportsPastTheThresholdOldestFirstInEachForm) {
                              ",\"SLPName\":\"Repl_A\",\"SLPVersion\":1}]}\n",
                          "", 0}));
   // Nothing to report: the message alone, no document.
-  EXPECT_EQ(Conf({"-json", "-lifecycle", "Repl_B"}), (e2e::Result{"", kNoMatch, 0}));
+  EXPECT_EQ(Run({"-json", "-lifecycle", "Repl_B"}), (e2e::Result{"", kNoMatch, 0}));
 }
 
 TEST_F(ListImportConfTest, WithoutTheSettingTheThresholdIsOneHour) {
   root_.RemoveConfig("IMPORT_CONF_THRESHOLD");
   AddCopy("c7", 7000, "Repl_A", 1, 2, 2, 14, Ago(3700));
   AddCopy("c8", 8000, "Repl_A", 1, 2, 2, 14, Ago(3500));
-  EXPECT_EQ(Conf({"-lifecycle", "Repl_A", "-b"}).out,
+  EXPECT_EQ(Run({"-lifecycle", "Repl_A", "-b"}).out,
             "c1_1000\nc2_2000\nc1_1000\nc7_7000\n");
 }
 
 TEST_F(ListImportConfTest, CatalogFaultsPrintTheirMessageAndEndWithZero) {
   root_.Sql("ALTER TABLE DBM_ImageCopy RENAME TO Gone");
-  EXPECT_EQ(Conf({}), (e2e::Result{"", "error executing SQL query, status = 2007006\n", 0}));
+  EXPECT_EQ(Run({}), (e2e::Result{"", "error executing SQL query, status = 2007006\n", 0}));
 
   root_.Sql("ALTER TABLE Gone RENAME TO DBM_ImageCopy; DROP TABLE SLP_StorageServiceOperation");
-  e2e::Result r = Conf({});
+  e2e::Result r = Run({});
   EXPECT_EQ(r.out, "");
   EXPECT_EQ(r.err.rfind("Can't obtain SLP definitions, error status = ", 0), 0u) << r.err;
   EXPECT_EQ(r.status, 0);

@@ -5,6 +5,7 @@
 #include <string>
 #include <vector>
 
+#include "tests/e2e/catalog_test.h"
 #include "tests/e2e/harness.h"
 
 namespace {
@@ -12,8 +13,9 @@ namespace {
 const char kNoInput[] = "No input notification records found\n";
 const char kNoOutput[] = "No output notification records found\n";
 
-class ListImportNotifyTest : public ::testing::Test {
+class ListImportNotifyTest : public e2e::CatalogTest {
  protected:
+  ListImportNotifyTest() : CatalogTest("list_import_notify") {}
   void SetUp() override {
     const std::string idA = e2e::BytesLiteral("00112233445566778899aabbccddeeff");
     const std::string idB = e2e::BytesLiteral("ffeeddccbbaa99887766554433221100");
@@ -33,13 +35,6 @@ class ListImportNotifyTest : public ::testing::Test {
         " (1, 'alpha', 1700000000, 21, 2, 'mA', 0, '', 0, 1700000100, 1700000100),"
         " (2, 'beta', 1700001000, 22, 3, 'mB', 191, 'import failed', 4, 1700009000, 1700001100)");
   }
-
-  e2e::Result Notify(std::vector<std::string> args) {
-    args.insert(args.begin(), "list_import_notify");
-    return root_.Run(args);
-  }
-
-  e2e::Root root_;
 };
 
 TEST_F(ListImportNotifyTest, ListsIncomingThenOutgoingInEachForm) {
@@ -53,37 +48,13 @@ TEST_F(ListImportNotifyTest, ListsIncomingThenOutgoingInEachForm) {
   const std::string out =
       "V7.6.0 1 alpha 1700000000 21 2 mA 0 *NULL* 0 1700000100 1700000100\n"
       "V7.6.0 2 beta 1700001000 22 3 mB 191 import failed 4 1700009000 1700001100\n";
-  EXPECT_EQ(Notify({}), (e2e::Result{in + out, "", 0}));
-  EXPECT_EQ(Notify({"-b", "-input"}), (e2e::Result{"1\n2\n3\n", "", 0}));
+  EXPECT_EQ(Run({}), (e2e::Result{in + out, "", 0}));
+  EXPECT_EQ(Run({"-b", "-input"}), (e2e::Result{"1\n2\n3\n", "", 0}));
 
-  EXPECT_EQ(Notify({"-U", "-client", "beta"}),
-            (e2e::Result{"Input notification record 1\n"
-                         " Notification Key              : 2\n"
-                         " Client Machine Name           : beta\n"
-                         " Backup Time                   : 1700001000(2023/11/14 22:30:00)\n"
-                         " Source Image Key              : 12\n"
-                         " Notification Type             : 3\n"
-                         " From Host Name                : mB\n"
-                         " From Host Machine ID          : ffeeddcc-bbaa-9988-7766-554433221100\n"
-                         " From Host SWU version         : 900000\n"
-                         " Error Code                    : 191\n"
-                         " Error String                  : import failed\n"
-                         " Created Date Time             : 1700001100(2023/11/14 22:31:40)\n"
-                         "Output notification record 1\n"
-                         " Notification Key              : 2\n"
-                         " Client Machine Name           : beta\n"
-                         " Backup Time                   : 1700001000(2023/11/14 22:30:00)\n"
-                         " Source Image Key              : 22\n"
-                         " Notification Type             : 3\n"
-                         " Destination Host Type         : mB\n"
-                         " Error Code                    : 191\n"
-                         " Error String                  : import failed\n"
-                         " Retry Count                   : 4\n"
-                         " Last Retry Time               : 1700009000(2023/11/15 00:43:20)\n"
-                         " Created Date Time             : 1700001100(2023/11/14 22:31:40)\n",
-                         "", 0}));
+  EXPECT_EQ(Run({"-U", "-client", "beta"}),
+            (e2e::Result{e2e::Golden("list_import_notify-user.txt"), "", 0}));
   // Numbering runs per list; empty texts in the user form.
-  e2e::Result user = Notify({"-U", "-output"});
+  e2e::Result user = Run({"-U", "-output"});
   EXPECT_NE(user.out.find("Output notification record 2\n"), std::string::npos);
   EXPECT_NE(user.out.find(" Error String                  : (none specified)\n"), std::string::npos);
 }
@@ -110,23 +81,23 @@ TEST_F(ListImportNotifyTest, FiltersApplyToBothLists) {
   for (const Case& c : cases) {
     std::vector<std::string> args = c.args;
     args.push_back("-b");
-    EXPECT_EQ(Notify(args), (e2e::Result{c.out, c.err, 0})) << testing::PrintToString(c.args);
+    EXPECT_EQ(Run(args), (e2e::Result{c.out, c.err, 0})) << testing::PrintToString(c.args);
   }
 }
 
 TEST_F(ListImportNotifyTest, EmptyTablesAndJsonFormsPrintOnlyMessages) {
-  EXPECT_EQ(Notify({"-json"}), (e2e::Result{"",
+  EXPECT_EQ(Run({"-json"}), (e2e::Result{"",
                                             "PrintInputImportNotificationsJson unimplemented\n"
                                             "PrintOutputImportNotificationsJson unimplemented\n",
                                             0}));
   root_.Sql("DELETE FROM SLP_InNotifications; DELETE FROM SLP_OutNotifications");
-  EXPECT_EQ(Notify({}), (e2e::Result{"", std::string(kNoInput) + kNoOutput, 0}));
+  EXPECT_EQ(Run({}), (e2e::Result{"", std::string(kNoInput) + kNoOutput, 0}));
 }
 
 TEST_F(ListImportNotifyTest, CatalogFaultsEndOneListWithAMessage) {
   // A catalog without the incoming table: the outgoing list still runs.
   root_.Sql("DROP TABLE SLP_InNotifications");
-  e2e::Result r = Notify({"-b"});
+  e2e::Result r = Run({"-b"});
   EXPECT_EQ(r, (e2e::Result{"1\n2\n", "error fetching data from database, status = 2007006\n", 0}));
   EXPECT_NE(root_.DebugLog().find("error fetching data from database, status = 2007006"),
             std::string::npos);
@@ -135,7 +106,7 @@ TEST_F(ListImportNotifyTest, CatalogFaultsEndOneListWithAMessage) {
   const std::string noConnection =
       "cannot connect to database, status = 2007002\n"
       "cannot create database connection manager\n";
-  EXPECT_EQ(Notify({}), (e2e::Result{"", noConnection + noConnection, 0}));
+  EXPECT_EQ(Run({}), (e2e::Result{"", noConnection + noConnection, 0}));
 }
 
 }  // namespace

@@ -16,10 +16,7 @@ namespace {
 
 class ListTest : public e2e::CatalogTest {
  protected:
-  e2e::Result List(std::vector<std::string> args) {
-    args.insert(args.begin(), "list");
-    return root_.Run(args);
-  }
+  ListTest() : CatalogTest("list") {}
 
   // The records of a short listing, one per line, reduced to their
   // kind and keys: "I <backup id>", "C <backup id> <copy>", "F <backup id>
@@ -81,7 +78,7 @@ class ListRecordLinesTest : public ListTest {
 };
 
 TEST_F(ListRecordLinesTest, ShortForm) {
-  e2e::Result r = List({"-rt", "ICFS"});
+  e2e::Result r = Run({"-rt", "ICFS"});
   EXPECT_EQ("V7.6.0 I master1 client1_1700000000 client1 1700000000 pol1 13 2 slp1 2 true "
             "1700000100 gold-id 4 remote1 {00112233-4455-6677-8899-aabbccddeeff} 1700000200 "
             "1800000000 1700000100\n"
@@ -94,13 +91,13 @@ TEST_F(ListRecordLinesTest, ShortForm) {
   EXPECT_EQ("", r.err);
   EXPECT_EQ(0, r.status);
   // -l is the short form too, and the default record types leave out snapshots.
-  r = List({"-l"});
+  r = Run({"-l"});
   EXPECT_EQ(std::string::npos, r.out.find(" S "));
   EXPECT_EQ(3, std::count(r.out.begin(), r.out.end(), '\n'));
 }
 
 TEST_F(ListRecordLinesTest, UserForm) {
-  EXPECT_EQ(List({"-U", "-rt", "ICFS"}), (e2e::Result{e2e::Golden("list-user.txt"), "", 0}));
+  EXPECT_EQ(Run({"-U", "-rt", "ICFS"}), (e2e::Result{e2e::Golden("list-user.txt"), "", 0}));
 }
 
 TEST_F(ListTest, EachImageCopyAndFragmentOnce) {
@@ -115,13 +112,13 @@ TEST_F(ListTest, EachImageCopyAndFragmentOnce) {
   EXPECT_EQ("I alpha_1000\nC alpha_1000 1\nF alpha_1000 1 1\nF alpha_1000 1 2\n"
             "F alpha_1000 1 3\nC alpha_1000 2\nF alpha_1000 2 1\n"
             "I beta_2000\nC beta_2000 1\nI gamma_3000\n",
-            Keys(List({}).out));
+            Keys(Run({}).out));
   EXPECT_EQ("I alpha_1000\nC alpha_1000 1\nC alpha_1000 2\nI beta_2000\nC beta_2000 1\n"
             "I gamma_3000\n",
-            Keys(List({"-rt", "IC"}).out));
-  EXPECT_EQ("I alpha_1000\nI beta_2000\nI gamma_3000\n", Keys(List({"-rt", "I"}).out));
+            Keys(Run({"-rt", "IC"}).out));
+  EXPECT_EQ("I alpha_1000\nI beta_2000\nI gamma_3000\n", Keys(Run({"-rt", "I"}).out));
   // The brief form prints the backup ids alone, whatever the record types.
-  EXPECT_EQ("alpha_1000\nbeta_2000\ngamma_3000\n", List({"-b", "-rt", "ICFS"}).out);
+  EXPECT_EQ("alpha_1000\nbeta_2000\ngamma_3000\n", Run({"-b", "-rt", "ICFS"}).out);
 }
 
 TEST_F(ListTest, CopyFailingAFilterStillCountsAsThePreviousRow) {
@@ -136,23 +133,23 @@ TEST_F(ListTest, CopyFailingAFilterStillCountsAsThePreviousRow) {
   // Copy 2 of alpha is left out; copy 3 does not bring the image line back.
   EXPECT_EQ("I alpha_1000\nC alpha_1000 1\nF alpha_1000 1 1\nC alpha_1000 3\n"
             "F alpha_1000 3 1\nC beta_2000 2\n",
-            Keys(List({"-copy_state", "5"}).out));
+            Keys(Run({"-copy_state", "5"}).out));
 }
 
 TEST_F(ListTest, TimeRangeAtABackupTime) {
   AddImage("alpha", 1700000000);
   AddImage("beta", 1700000001);
   // 11/14/2023 22:13:20 UTC is alpha's backup time.
-  EXPECT_EQ("", Keys(List({"-rt", "I", "-before", "11/14/2023 22:13:20"}).out));
-  EXPECT_EQ("I alpha_1700000000\n", Keys(List({"-rt", "I", "-before", "11/14/2023 22:13:21"}).out));
+  EXPECT_EQ("", Keys(Run({"-rt", "I", "-before", "11/14/2023 22:13:20"}).out));
+  EXPECT_EQ("I alpha_1700000000\n", Keys(Run({"-rt", "I", "-before", "11/14/2023 22:13:21"}).out));
   EXPECT_EQ("I alpha_1700000000\nI beta_1700000001\n",
-            Keys(List({"-rt", "I", "-after", "11/14/2023 22:13:20"}).out));
-  EXPECT_EQ("I beta_1700000001\n", Keys(List({"-rt", "I", "-after", "11/14/2023 22:13:21"}).out));
+            Keys(Run({"-rt", "I", "-after", "11/14/2023 22:13:20"}).out));
+  EXPECT_EQ("I beta_1700000001\n", Keys(Run({"-rt", "I", "-after", "11/14/2023 22:13:21"}).out));
 }
 
 TEST_F(ListTest, NothingToPrint) {
   auto expect = [this](const std::vector<std::string>& args, const std::string& err) {
-    EXPECT_EQ(List(args), (e2e::Result{"", err, 0})) << (args.empty() ? "" : args[0]);
+    EXPECT_EQ(Run(args), (e2e::Result{"", err, 0})) << (args.empty() ? "" : args[0]);
   };
   // An empty catalog, and a query that returns no row.
   expect({}, kNoImages);
@@ -168,13 +165,13 @@ TEST_F(ListTest, CatalogQueryFailures) {
   AddCopy(AddImage("alpha", 1000), 1);
   // Without the snapshot table only the snapshots are lost.
   root_.Sql("DROP TABLE DBM_ImageSnapshot;");
-  e2e::Result r = List({"-rt", "ICFS"});
+  e2e::Result r = Run({"-rt", "ICFS"});
   EXPECT_EQ("I alpha_1000\nC alpha_1000 1\n", Keys(r.out));
   EXPECT_EQ(0u, r.err.find("Error querying snapshot list, status= 20070")) << r.err;
   EXPECT_EQ(0, r.status);
   // Without the fragment table the image query itself fails.
   root_.Sql("DROP TABLE DBM_ImageFragment;");
-  r = List({});
+  r = Run({});
   EXPECT_EQ("", r.out);
   EXPECT_EQ(0u, r.err.find("Error querying image list, status= 20070")) << r.err;
   EXPECT_EQ(0, r.status);
@@ -197,9 +194,9 @@ TEST_F(ListTest, SnapshotsUnderTheirCopies) {
       "I alpha_1000\nC alpha_1000 1\nS alpha_1000 1 a1-first\nS alpha_1000 1 a1-second\n"
       "F alpha_1000 1 1\nF alpha_1000 1 2\nC alpha_1000 2\nF alpha_1000 2 1\n"
       "I beta_2000\nC beta_2000 1\nS beta_2000 1 b1\n";
-  EXPECT_EQ(expected, Keys(List({"-rt", "ICFS", "-policy", "pol"}).out));
-  EXPECT_EQ(expected, Keys(List({"-rt", "S", "-policy", "pol"}).out));
-  e2e::Result r = List({"-rt", "ICFS", "-backupid", "beta_2000"});
+  EXPECT_EQ(expected, Keys(Run({"-rt", "ICFS", "-policy", "pol"}).out));
+  EXPECT_EQ(expected, Keys(Run({"-rt", "S", "-policy", "pol"}).out));
+  e2e::Result r = Run({"-rt", "ICFS", "-backupid", "beta_2000"});
   EXPECT_EQ("I beta_2000\nC beta_2000 1\nS beta_2000 1 b1\n", Keys(r.out));
   EXPECT_EQ("", r.err);
 }
@@ -264,7 +261,7 @@ TEST_F(ListFilterTest, SelectImagesAndCopies) {
   for (const Case& c : cases) {
     std::vector<std::string> args = {"-rt", "IC"};
     args.insert(args.end(), c.args.begin(), c.args.end());
-    e2e::Result r = List(args);
+    e2e::Result r = Run(args);
     std::string label = c.args.empty() ? "(none)" : c.args[0];
     EXPECT_EQ(c.keys, Keys(r.out)) << label;
     EXPECT_EQ("", r.err) << label;
@@ -284,7 +281,7 @@ TEST_F(ListTest, FetchBatchesMeetInsideOneImage) {
   std::string expected = "I alpha_1000\nC alpha_1000 1\n";
   for (int f = 1; f <= 600; ++f) expected += "F alpha_1000 1 " + std::to_string(f) + "\n";
   expected += "C alpha_1000 2\nF alpha_1000 2 1\nI beta_2000\nC beta_2000 1\nF beta_2000 1 1\n";
-  e2e::Result r = List({});
+  e2e::Result r = Run({});
   EXPECT_EQ(expected, Keys(r.out));
   EXPECT_EQ("", r.err);
 }

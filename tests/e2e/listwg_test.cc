@@ -8,6 +8,7 @@
 #include <string>
 #include <vector>
 
+#include "tests/e2e/catalog_test.h"
 #include "tests/e2e/harness.h"
 
 namespace {
@@ -27,8 +28,9 @@ bool EndsWith(const std::string& text, const std::string& end) {
   return text.size() >= end.size() && text.compare(text.size() - end.size(), end.size(), end) == 0;
 }
 
-class ListWgTest : public ::testing::Test {
+class ListWgTest : public e2e::CatalogTest {
  protected:
+  ListWgTest() : CatalogTest("listwg") {}
   void SetUp() override {
     // Group 7: every field its own value, three target copies; group 9: kind
     // 15 (past the table), one target copy; group 12: kind 14, none.
@@ -48,13 +50,6 @@ class ListWgTest : public ::testing::Test {
               "(7, 4, 4, 1, 13, 'stu_c', '', '', ''), "
               "(9, -1, 1, 8, 0, 'stu_d', 'pool_d', '', '');");
   }
-
-  e2e::Result ListWg(std::vector<std::string> args) {
-    args.insert(args.begin(), "listwg");
-    return root_.Run(args);
-  }
-
-  e2e::Root root_;
 };
 
 const char kShortAll[] =
@@ -71,13 +66,13 @@ const char kShortAll[] =
     "V7.6.0 TCI 0 0 0 0 *NULL* *NULL* *NULL* *NULL* \n";
 
 TEST_F(ListWgTest, ShortAndBriefFormsGroupTargetCopiesUnderTheirWorkGroup) {
-  EXPECT_EQ(ListWg({}), (e2e::Result{kShortAll, "", 0}));
-  EXPECT_EQ(ListWg({"-l"}), (e2e::Result{kShortAll, "", 0}));
-  EXPECT_EQ(ListWg({"-b"}), (e2e::Result{"7\n9\n12\n", "", 0}));
+  EXPECT_EQ(Run({}), (e2e::Result{kShortAll, "", 0}));
+  EXPECT_EQ(Run({"-l"}), (e2e::Result{kShortAll, "", 0}));
+  EXPECT_EQ(Run({"-b"}), (e2e::Result{"7\n9\n12\n", "", 0}));
 }
 
 TEST_F(ListWgTest, UserFormLabelsEveryField) {
-  EXPECT_EQ(ListWg({"-U", "-key", "7"}), (e2e::Result{e2e::Golden("listwg-user.txt"), "", 0}));
+  EXPECT_EQ(Run({"-U", "-key", "7"}), (e2e::Result{e2e::Golden("listwg-user.txt"), "", 0}));
 }
 
 TEST_F(ListWgTest, JsonFormsWriteOneDocumentPerWorkGroup) {
@@ -93,9 +88,9 @@ TEST_F(ListWgTest, JsonFormsWriteOneDocumentPerWorkGroup) {
       R"({"CopyNumber":-1,"SLPIndex":1,"Flags":8,"RetentionLevel":0,"Residence":"stu_d",)"
       R"("VolumePool":"pool_d","ServerGroup":"","DestinationTag":""}]})"
       "\n";
-  EXPECT_EQ(ListWg({"-json_compact", "-key", "9"}), (e2e::Result{group9, "", 0}));
+  EXPECT_EQ(Run({"-json_compact", "-key", "9"}), (e2e::Result{group9, "", 0}));
 
-  e2e::Result all = ListWg({"-json_compact"});
+  e2e::Result all = Run({"-json_compact"});
   EXPECT_EQ(all.status, 0);
   ASSERT_EQ(std::count(all.out.begin(), all.out.end(), '\n'), 3) << all.out;
   const std::string first = all.out.substr(0, all.out.find('\n'));
@@ -108,7 +103,7 @@ TEST_F(ListWgTest, JsonFormsWriteOneDocumentPerWorkGroup) {
             R"("Residence":"","VolumePool":"","ServerGroup":"","DestinationTag":""}]})"
             "\n");
 
-  e2e::Result indented = ListWg({"-json", "-key", "9"});
+  e2e::Result indented = Run({"-json", "-key", "9"});
   EXPECT_EQ(indented.out.find("{\n  \"WorkGroupKey\": 9,\n  \"WorkGroupID\": 15,\n"), 0u);
   EXPECT_NE(indented.out.find("\n  \"TargetCopyInfo\": [\n    {\n      \"CopyNumber\": -1,\n"),
             std::string::npos);
@@ -116,9 +111,9 @@ TEST_F(ListWgTest, JsonFormsWriteOneDocumentPerWorkGroup) {
 }
 
 TEST_F(ListWgTest, NothingFoundIsNoFailure) {
-  EXPECT_EQ(ListWg({"-key", "8"}), (e2e::Result{"", "No work groups found\n", 0}));
+  EXPECT_EQ(Run({"-key", "8"}), (e2e::Result{"", "No work groups found\n", 0}));
   root_.Sql("DELETE FROM SLP_TargetCopyInfo; DELETE FROM SLP_WorkGroup;");
-  EXPECT_EQ(ListWg({"-json"}), (e2e::Result{"", "No work groups found\n", 0}));
+  EXPECT_EQ(Run({"-json"}), (e2e::Result{"", "No work groups found\n", 0}));
 }
 
 TEST_F(ListWgTest, CatalogFailuresEndWithTheirStatus) {
@@ -127,18 +122,18 @@ TEST_F(ListWgTest, CatalogFailuresEndWithTheirStatus) {
   if (e2e::OnPostgres()) root_.Sql("ALTER TABLE SLP_WorkGroup ALTER WorkGroupID TYPE bigint;");
   root_.Sql("UPDATE SLP_WorkGroup SET WorkGroupID = 99999999999 WHERE WorkGroupKey = 9;");
   const char kFetchError[] = "error fetching data from database, status = 2007010\n";
-  e2e::Result brief = ListWg({"-b"});
+  e2e::Result brief = Run({"-b"});
   EXPECT_EQ(brief, (e2e::Result{"7\n", kFetchError, 130}));
   // In JSON group 7 is finished only when group 9 starts, so nothing is out.
-  EXPECT_EQ(ListWg({"-json"}), (e2e::Result{"", kFetchError, 130}));
+  EXPECT_EQ(Run({"-json"}), (e2e::Result{"", kFetchError, 130}));
 
   root_.Sql("DROP TABLE SLP_WorkGroup;");
-  EXPECT_EQ(ListWg({}),
+  EXPECT_EQ(Run({}),
             (e2e::Result{"", "error executing SQL query, status = 2007006\n", 130}));
   EXPECT_NE(root_.DebugLog().find("FROM SLP_MAIN.SLP_WorkGroup AS Wg"), std::string::npos);
 
   root_.RemoveCatalog();
-  EXPECT_EQ(ListWg({}),
+  EXPECT_EQ(Run({}),
             (e2e::Result{"", "cannot connect to database, status = 2007002\n", 25}));
 }
 

@@ -36,7 +36,6 @@ class RemoveExpTest : public e2e::CatalogTest {
   std::string Left() {
     return root_.Sql("SELECT BackupID FROM DBM_DeletedFragment ORDER BY BackupID;");
   }
-
 };
 
 const char kAll[] = "client1_1000\nclient2_2000\nclient3_3000\n";

@@ -12,6 +12,7 @@ namespace {
 
 class ReplicationRecordsTest : public e2e::CatalogTest {
  protected:
+  ReplicationRecordsTest() : CatalogTest("remove_repl") {}
   // Targets: tgt1 holds vol1 twice and vol2 once, tgt2 vol1 once; media1
   // is a media server whose key a record names as well.
   void SetUp() override {
@@ -32,19 +33,11 @@ class ReplicationRecordsTest : public e2e::CatalogTest {
     }
   }
 
-  e2e::Result Run(const std::string& operation, std::vector<std::string> args) {
-    args.insert(args.begin(), operation);
-    return root_.Run(args);
-  }
-  e2e::Result Remove(std::vector<std::string> args) {
-    args.insert(args.begin(), "remove_repl");
-    return root_.Run(args);
-  }
 
   // The short-form line of the record `kind` (I, C) with `key` as the
   // backup id (and copy number) that `list` prints.
   std::string ListLine(const std::string& kind, const std::string& key) {
-    const std::string out = Run("list", {"-rt", "IC"}).out;
+    const std::string out = root_.Run({"list", "-rt", "IC"}).out;
     const size_t at = out.find("V7.6.0 " + kind + " master1 " + key + " ");
     return at == std::string::npos ? "?" : out.substr(at, out.find('\n', at) + 1 - at);
   }
@@ -56,20 +49,19 @@ class ReplicationRecordsTest : public e2e::CatalogTest {
         " JOIN EMM_Machine m ON m.MachineKey = r.TargetMachineKey"
         " ORDER BY r.ReplicationDestinationKey;");
   }
-
 };
 
 const char kAll[] = "tgt1 vol1\ntgt1 vol1\ntgt1 vol2\ntgt2 vol1\nmedia1 vol1\n";
 
 TEST_F(ReplicationRecordsTest, ListingForms) {
   const std::string rt = "V7.6.0 RT master1 client1_1000 2 ";
-  EXPECT_EQ(Run("repllist", {}),
+  EXPECT_EQ(root_.Run({"repllist"}),
             (e2e::Result{ListLine("I", "client1_1000") + ListLine("C", "client1_1000 2") + rt +
                              "tgt1 vol1 remote1\n" + rt + "tgt1 vol1 remote1\n" + rt +
                              "tgt1 vol2 remote1\n" + rt + "tgt2 vol1 remote1\n" + rt +
                              "media1 vol1 *NULL*\n",
                          "", 0}));
-  e2e::Result user = Run("repllist", {"-U", "-sincetime", "1000"});
+  e2e::Result user = root_.Run({"repllist", "-U", "-sincetime", "1000"});
   EXPECT_EQ(0u, user.out.find("Image:\n Master Server                 : master1\n")) << user.out;
   EXPECT_NE(std::string::npos, user.out.find(
                                    "\n Replication Target:\n"
@@ -83,36 +75,36 @@ TEST_F(ReplicationRecordsTest, ListingForms) {
 
 TEST_F(ReplicationRecordsTest, NothingToListAndAnotherWriter) {
   const e2e::Result none{"", "No replica records found\n", 0};
-  EXPECT_EQ(Run("repllist", {"-sincetime", "1001"}), none);
+  EXPECT_EQ(root_.Run({"repllist", "-sincetime", "1001"}), none);
   // A removal not yet committed by another process: the records as they were.
-  const std::string before = Run("repllist", {}).out;
+  const std::string before = root_.Run({"repllist"}).out;
   e2e::CatalogLock writer(root_, "DELETE FROM DBM_ImageReplicationDestination");
-  EXPECT_EQ(Run("repllist", {}), (e2e::Result{before, "", 0}));
+  EXPECT_EQ(root_.Run({"repllist"}), (e2e::Result{before, "", 0}));
   writer.Commit();
-  EXPECT_EQ(Run("repllist", {}), none);
+  EXPECT_EQ(root_.Run({"repllist"}), none);
   root_.Sql("DROP TABLE DBM_ImageReplicationDestination;");
-  EXPECT_EQ(Run("repllist", {}),
+  EXPECT_EQ(root_.Run({"repllist"}),
             (e2e::Result{"", "Error querying image replica list, status=  2007062\n", 0}));
 }
 
 TEST_F(ReplicationRecordsTest, Removals) {
-  EXPECT_EQ(Remove({}), (e2e::Result{"", "target machine value must be provided\n", 152}));
+  EXPECT_EQ(Run({}), (e2e::Result{"", "target machine value must be provided\n", 152}));
   // Exact names of replication targets only; texts are values, never SQL.
   for (const std::string name : {"TGT1", "media1", "x' OR '1'='1"}) {
-    EXPECT_EQ(Remove({"-target_machine", name}),
+    EXPECT_EQ(Run({"-target_machine", name}),
               (e2e::Result{"", "No target machine with name '" + name + "' located.\n", 48}));
   }
-  EXPECT_EQ(Remove({"-target_machine", "tgt1", "-target_info", "vol1"}),
+  EXPECT_EQ(Run({"-target_machine", "tgt1", "-target_info", "vol1"}),
             (e2e::Result{"2 replication records for target machine 'tgt1' with target info "
                          "'vol1' deleted\n",
                          "", 0}));
-  EXPECT_EQ(Remove({"-target_machine", "tgt1", "-target_info", "vol1"}),
+  EXPECT_EQ(Run({"-target_machine", "tgt1", "-target_info", "vol1"}),
             (e2e::Result{"No replication records for target machine 'tgt1' with target info "
                          "'vol1' found\n",
                          "", 0}));
-  EXPECT_EQ(Remove({"-target_machine", "tgt1"}),
+  EXPECT_EQ(Run({"-target_machine", "tgt1"}),
             (e2e::Result{"1 replication records for target machine 'tgt1' deleted\n", "", 0}));
-  EXPECT_EQ(Remove({"-target_machine", "tgt1"}),
+  EXPECT_EQ(Run({"-target_machine", "tgt1"}),
             (e2e::Result{"No replication records for target machine 'tgt1' found\n", "", 0}));
   EXPECT_EQ("tgt2 vol1\nmedia1 vol1\n", Left());
 }
@@ -122,13 +114,13 @@ TEST_F(ReplicationRecordsTest, CatalogHeldByAnotherProcess) {
   {
     // Another writer: the removal waits for it, gives up and changes nothing.
     e2e::CatalogLock writer(root_);
-    EXPECT_EQ(Remove({"-target_machine", "tgt1"}),
+    EXPECT_EQ(Run({"-target_machine", "tgt1"}),
               (e2e::Result{"", "error executing SQL query, status = 2007005\n", 130}));
   }
   EXPECT_EQ(kAll, Left());
   // Without a catalog nothing can be looked up.
   root_.RemoveCatalog();
-  EXPECT_EQ(Remove({"-target_machine", "tgt1"}),
+  EXPECT_EQ(Run({"-target_machine", "tgt1"}),
             (e2e::Result{"", "cannot connect to database, status = 2007002\n", 25}));
 }
 

@@ -18,10 +18,7 @@ const char kHeader[] =
 
 class ReportTest : public e2e::CatalogTest {
  protected:
-  e2e::Result Report(std::vector<std::string> args = {}) {
-    args.insert(args.begin(), "report");
-    return root_.Run(args);
-  }
+  ReportTest() : CatalogTest("report") {}
   std::string Image(const std::string& client, const std::string& slp, int version, int state) {
     return AddImage(client, 1000,
                     "StorageServiceName = '" + slp + "', StorageServiceVersionNumber = " +
@@ -78,70 +75,34 @@ class ReportRollupTest : public ReportTest {
 };
 
 TEST_F(ReportRollupTest, StatesSlpsAndSelections) {
-  EXPECT_EQ(Report(),
-            (e2e::Result{
-                std::string("\nBacklog of incomplete SLP Copies\n"
-                            "\tNot Started (Storage Lifecycle State: 1):\n"
-                            "\t\tNumber of copies:\t2\n\t\tTotal expected size\t3 MB\n"
-                            "\tIn Process (Storage Lifecycle State: 2):\n"
-                            "\t\tNumber of copies:\t3\n\t\tTotal expected size\t4 MB\n"
-                            "\tNot Started | Inactive (Storage Lifecycle State: 9):\n"
-                            "\t\tNumber of copies:\t2\n\t\tTotal expected size\t <1 MB\n"
-                            "\tIn Process | Inactive (Storage Lifecycle State: 10):\n"
-                            "\t\tNumber of copies:\t2\n\t\tTotal expected size\t2 MB\n"
-                            "\n") +
-                    kHeader +
-                    "Long_Term_Retention_For_Audit_Recor... (active)                1          <1 MB\n"
-                    "Weekly_Full_Backups_To_Cloud_Tier_2026X (active)               1           2 MB\n"
-                    "done (active)                                                  0          <1 MB\n"
-                    "ghost (active)                                                 1           2 MB\n"
-                    "slpA (active)                                                  4           5 MB\n"
-                    "slpInactive (inactive)                                         2           1 MB\n"
-                    "\n"
-                    "Total:                                                         9          10 MB\n"
-                    "\n",
-                "Unknown SLP name <ghost> version 1\n", 0}));
+  EXPECT_EQ(Run(), (e2e::Result{e2e::Golden("report/rollup.txt"),
+                                    "Unknown SLP name <ghost> version 1\n", 0}));
   // The other version's image has copies left, so it is left out.
-  EXPECT_EQ(Report({"-lifecycle", "slpA", "-version", "1"}),
-            (e2e::Result{
-                std::string("\nBacklog of incomplete SLP Copies\n"
-                            "\tNot Started (Storage Lifecycle State: 1):\n"
-                            "\t\tNumber of copies:\t2\n\t\tTotal expected size\t3 MB\n"
-                            "\n") +
-                    kHeader +
-                    "slpA (active)                                                  2           3 MB\n"
-                    "\n"
-                    "Total:                                                         2           3 MB\n"
-                    "\n",
-                "", 0}));
+  EXPECT_EQ(Run({"-lifecycle", "slpA", "-version", "1"}),
+            (e2e::Result{e2e::Golden("report/rollup-slpA-1.txt"), "", 0}));
   // Rows were read, so the tables are printed even when none is selected.
-  EXPECT_EQ(Report({"-lifecycle", "none"}),
-            (e2e::Result{
-                std::string("\nBacklog of incomplete SLP Copies\n\n") + kHeader +
-                    "\n"
-                    "Total:                                                         0           0 MB\n"
-                    "\n",
-                "", 0}));
+  EXPECT_EQ(Run({"-lifecycle", "none"}),
+            (e2e::Result{e2e::Golden("report/rollup-none.txt"), "", 0}));
 }
 
 TEST_F(ReportTest, NothingToProcess) {
   const e2e::Result none{"\nNo images to process\n\n", "", 0};
-  EXPECT_EQ(Report(), none);
+  EXPECT_EQ(Run(), none);
   AddSlp("slpA", 1, 1);
   Copy(Image("a", "slpA", 1, 3), 1, 5, {kMiB});
   Copy(Image("b", "", 0, 0), 1, 1, {kMiB});
-  EXPECT_EQ(Report(), none);
+  EXPECT_EQ(Run(), none);
 }
 
 TEST_F(ReportTest, CatalogFailures) {
   Copy(Image("a", "slpA", 1, 1), 1, 1, {kMiB});
   // The image query fails: only the log says so.
   root_.Sql("DROP TABLE DBM_ImageFragment;");
-  EXPECT_EQ(Report(), (e2e::Result{"", "", 0}));
+  EXPECT_EQ(Run(), (e2e::Result{"", "", 0}));
   EXPECT_TRUE(Logged("<16> cyclectl: Error querying image list, status= 20070"));
   // The SLP definitions cannot be read.
   root_.Sql("DROP TABLE SLP_StorageServiceOperation;");
-  e2e::Result r = Report();
+  e2e::Result r = Run();
   EXPECT_EQ("", r.out);
   EXPECT_EQ(0u, r.err.find("Can't obtain SLP definitions, error status = 20070")) << r.err;
   EXPECT_EQ(0, r.status);

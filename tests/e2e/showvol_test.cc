@@ -17,14 +17,11 @@ const char kRule[] = "----------------      ----------    ----------    --------
 
 class ShowvolTest : public e2e::CatalogTest {
  protected:
+  ShowvolTest() : CatalogTest("showvol") {}
   void SetUp() override {
     AddDataClass("g-id", "Gold", 1);
     AddDataClass("s-id", "Silver", 2);
     AddDataClass("b-id", "Bronze", 3);
-  }
-  e2e::Result Showvol(std::vector<std::string> args) {
-    args.insert(args.begin(), "showvol");
-    return root_.Run(args);
   }
   std::string Image(const std::string& client, const std::string& classId) {
     return AddImage(client, 1000, "ClassificationID = '" + classId + "'");
@@ -56,7 +53,7 @@ TEST_F(ShowvolTest, SpaceByClassificationAndExpiry) {
   Fragment(Copy(Image("other", "unknown-id"), 1, past), 1, 1, 7);
   Fragment(Copy(Image("elsewhere", "g-id"), 1, past), 1, 1, 1000, "vol9");
 
-  EXPECT_EQ(Showvol({"-mediaid", "vol1", "-mediaserver", "ms1", "-storageserver", "ss1"}),
+  EXPECT_EQ(Run({"-mediaid", "vol1", "-mediaserver", "ms1", "-storageserver", "ss1"}),
             (e2e::Result{std::string("\nSpace utilization for volume with mediaID vol1, "
                                      "MediaServer ms1, StorageServer ss1\n") +
                              kHeader +
@@ -70,7 +67,7 @@ TEST_F(ShowvolTest, SpaceByClassificationAndExpiry) {
 }
 
 TEST_F(ShowvolTest, EmptyVolumeThenOnlyUnclassifiedDataOnAMediaServer) {
-  EXPECT_EQ(Showvol({"-mediaid", "vol1"}),
+  EXPECT_EQ(Run({"-mediaid", "vol1"}),
             (e2e::Result{std::string("\nSpace utilization for volume with mediaID vol1\n") +
                              kHeader + kRule +
                              "Total                          0             0             0             0\n"
@@ -78,7 +75,7 @@ TEST_F(ShowvolTest, EmptyVolumeThenOnlyUnclassifiedDataOnAMediaServer) {
                          "", 0}));
   Fragment(Copy(Image("a", ""), 1, 0), 1, 1, 7, "vol5", "ms9");
   Fragment(Copy(Image("b", "g-id"), 1, 0), 1, 1, 1000);
-  EXPECT_EQ(Showvol({"-mediaserver", "ms9"}),
+  EXPECT_EQ(Run({"-mediaserver", "ms9"}),
             (e2e::Result{std::string("\nSpace utilization for volume with , MediaServer ms9\n") +
                              kHeader +
                              "Unclassified                   7             0             0             7\n" +
@@ -91,12 +88,12 @@ TEST_F(ShowvolTest, EmptyVolumeThenOnlyUnclassifiedDataOnAMediaServer) {
 TEST_F(ShowvolTest, CatalogFailures) {
   Fragment(Copy(Image("a", "g-id"), 1, 0), 1, 1, 7);
   root_.Sql("DROP TABLE DBM_ImageFragment;");
-  e2e::Result r = Showvol({"-mediaid", "vol1"});
+  e2e::Result r = Run({"-mediaid", "vol1"});
   EXPECT_EQ("", r.out);
   EXPECT_EQ(0u, r.err.find("Error querying image list, status= 20070")) << r.err;
   EXPECT_EQ(0, r.status);
   root_.Sql("DROP TABLE EMM_DataClassification;");
-  r = Showvol({"-mediaid", "vol1"});
+  r = Run({"-mediaid", "vol1"});
   EXPECT_EQ("", r.out);
   EXPECT_EQ(0u, r.err.find("Error retrieving data classification, status= 20070")) << r.err;
   EXPECT_EQ(0, r.status);

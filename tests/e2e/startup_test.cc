@@ -6,6 +6,8 @@
 // stand in for operations that get past the command line.
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
+#include <grp.h>
+#include <pwd.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -216,6 +218,15 @@ TEST(StartupTest, AdministratorCheck) {
       EXPECT_EQ(log.back(), "<2> cyclectl: EXITING, status= 140") << what;
     }
   }
+
+  // So does a member of a group named by any of the ADMIN_GROUP lines.
+  e2e::Root grouped;
+  grouped.Chmod("logs/admin", 0777);
+  grouped.SetConfig("USE_QZSS", "PROHIBITED");
+  grouped.WriteFile("etc/stashwell.conf", grouped.ReadFile("etc/stashwell.conf") +
+                                              "ADMIN_GROUP = no-such-group\nADMIN_GROUP = " +
+                                              getgrgid(getpwnam("nobody")->pw_gid)->gr_name + "\n");
+  EXPECT_EQ(grouped.Run({"remove_all"}, "", nobody), (e2e::Result{kNotice, "", 0}));
 
   // The superuser passes even where the certificate use is prohibited.
   e2e::Root root;

@@ -14,10 +14,7 @@ const char kNoImages[] = "No images or lifecycles matching criteria found.\n";
 
 class StlilistTest : public e2e::CatalogTest {
  protected:
-  e2e::Result Stlilist(std::vector<std::string> args) {
-    args.insert(args.begin(), "stlilist");
-    return root_.Run(args);
-  }
+  StlilistTest() : CatalogTest("stlilist") {}
   // An image of `slp` in SLP state `state` (with the inactive bit 8).
   std::string Image(const std::string& client, long time, const std::string& slp, int state,
                     int version = 1) {
@@ -60,9 +57,9 @@ TEST_F(StlilistLinesTest, BothForms) {
       "V7.6.0 I beta_2000 slp2 9 \n"
       "V7.6.0 I delta_4000 slp1 15 \n"
       "V7.6.0 C disk1 16 10 \n";
-  EXPECT_EQ(Stlilist({}), (e2e::Result{expected, "", 0}));
-  EXPECT_EQ(Stlilist({"-l"}), (e2e::Result{expected, "", 0}));
-  EXPECT_EQ(Stlilist({"-U"}),
+  EXPECT_EQ(Run({}), (e2e::Result{expected, "", 0}));
+  EXPECT_EQ(Run({"-l"}), (e2e::Result{expected, "", 0}));
+  EXPECT_EQ(Run({"-U"}),
             (e2e::Result{"Image alpha_1000 for Lifecycle slp1 is IN_PROCESS\n"
                          "  Copy to tape1 of type DUPLICATE is IN_PROCESS\n"
                          "  Copy to  of type CLOUD_SNAPSHOT_INDEX is IMPORT_FAILED\n"
@@ -83,7 +80,7 @@ TEST_F(StlilistTest, Filters) {
   Copy(Image("delta", 4000, "slp2", 11, 1), 1, "disk1", 1, 0);
 
   auto images = [this](const std::vector<std::string>& args) {
-    std::string out = Stlilist(args).out, ids;
+    std::string out = Run(args).out, ids;
     for (size_t p = out.find(" I "); p != std::string::npos; p = out.find(" I ", p + 1)) {
       ids += out.substr(p + 3, out.find(' ', p + 3) - p - 3) + " ";
     }
@@ -93,19 +90,19 @@ TEST_F(StlilistTest, Filters) {
   EXPECT_EQ("alpha_1000 gamma_3000 ", images({"-image_incomplete"}));
   EXPECT_EQ("gamma_3000 delta_4000 ", images({"-image_inactive"}));
   // A destination shows only the images with a copy there, and only those copies.
-  EXPECT_EQ(Stlilist({"-lifecycle", "slp1", "-destination", "tape1"}),
+  EXPECT_EQ(Run({"-lifecycle", "slp1", "-destination", "tape1"}),
             (e2e::Result{"V7.6.0 I alpha_1000 slp1 2 \nV7.6.0 C tape1 1 1 \n"
                          "V7.6.0 I beta_2000 slp1 3 \n",
                          "", 0}));
 }
 
 TEST_F(StlilistTest, NothingFoundOrQueryFails) {
-  EXPECT_EQ(Stlilist({}), (e2e::Result{"", kNoImages, 0}));
+  EXPECT_EQ(Run({}), (e2e::Result{"", kNoImages, 0}));
   // Images that the query returns but no filter lets through print nothing.
   Copy(Image("alpha", 1000, "slp1", 2), 1, "disk1", 1, 0);
-  EXPECT_EQ(Stlilist({"-lifecycle", "slp1", "-version", "9"}), (e2e::Result{"", "", 0}));
+  EXPECT_EQ(Run({"-lifecycle", "slp1", "-version", "9"}), (e2e::Result{"", "", 0}));
   root_.Sql("DROP TABLE DBM_ImageFragment;");
-  e2e::Result r = Stlilist({});
+  e2e::Result r = Run({});
   EXPECT_EQ("", r.out);
   EXPECT_EQ(0u, r.err.find("Error querying image list, status= 20070")) << r.err;
   EXPECT_EQ(0, r.status);
@@ -125,10 +122,10 @@ TEST_F(StlilistTest, BatchesOfAHundredImages) {
   auto lines = [](const e2e::Result& r) {
     return std::count(r.out.begin(), r.out.end(), '\n');
   };
-  e2e::Result r = Stlilist({});
+  e2e::Result r = Run({});
   EXPECT_EQ(202, lines(r));
   root_.Sql("DELETE FROM DBM_Image WHERE BackupTime = 1100;");
-  r = Stlilist({});
+  r = Run({});
   EXPECT_EQ(200, lines(r));
   EXPECT_EQ("", r.err);
   EXPECT_EQ("V7.6.0 C disk1 1 0 \n", r.out.substr(r.out.size() - 20));
