@@ -1,10 +1,10 @@
 // Tests of the debug log: file name and mode, line format, and the silent
-// behaviour of a log that is not open.
+// behaviour of a log that is not open. Why a log cannot be opened is shown
+// end to end (tests/e2e/startup_test.cc).
 #include "platform/debuglog.h"
 
 #include <sys/stat.h>
 
-#include <cerrno>
 #include <ctime>
 #include <filesystem>
 #include <fstream>
@@ -75,17 +75,6 @@ TEST(DebugLog, WritesOneLinePerCallInTodaysFile) {
   close_debug_log();
   EXPECT_EQ(Slurp(file).compare(0, text.size(), text), 0);
   EXPECT_NE(Slurp(file).find("<2> prog: again\n"), std::string::npos);
-}
-
-TEST(DebugLog, ReportsWhyItCannotOpen) {
-  std::string logs = testing_root::Path() + "/nologs";
-  int err = 0;
-  EXPECT_LT(open_debug_log(logs.c_str(), "admin", "prog", 0666, &err), 0);
-  EXPECT_EQ(err, ENOENT);
-  logmsg(2, "nowhere", "prog");  // must not fail
-  EXPECT_FALSE(std::filesystem::exists(logs));
-  EXPECT_STRNE(swdlog_root(), "");
-  EXPECT_EQ(std::string(swdlog_root()), testing_root::Path() + "/logs");
 }
 
 TEST(DebugLog, ConfiguredVerbosity) {
