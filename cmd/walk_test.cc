@@ -1,5 +1,5 @@
-// The argument walk: how values are kept and which problems are reported in
-// which order.
+// The argument walk: how values are kept. Which problems are reported, in
+// which order, is shown end to end (tests/e2e/cmdline_parse_test.cc).
 #include "cmd/walk.h"
 
 #include <gtest/gtest.h>
@@ -124,31 +124,6 @@ TEST_F(WalkTest, OptionsSelectTheOperationOnlyWhenNoneIsSet) {
     EXPECT_EQ(l.requiresCatalog, c.catalog) << c.args[0];
   }
   EXPECT_TRUE(Walk({"list", "-HELP"}).line.helpRequested);
-}
-
-TEST_F(WalkTest, RejectedValuesLeaveTheOptionNotGiven) {
-  // A number just past its field is refused, never wrapped into another.
-  ArgumentWalk walk = Walk({"list", "-client", "-U", "-rt", "Q", "-subsys", "IM", "-slpindex",
-                            "4294967297", "-version", "2147483648", "-copy_type", "2147483648",
-                            "-totalcap", "9223372036854775808"});
-  EXPECT_TRUE(walk.errorSeen);
-  EXPECT_EQ(err_,
-            "No value supplied for -client option\n"
-            "-rt argument Q not a recognized value\n"
-            "Invalid value supplied for -subsys option\n"
-            "Invalid value supplied for -slpindex option\n"
-            "Invalid value supplied for -version option\n"
-            "Invalid value supplied for -copy_type option\n"
-            "Invalid value supplied for -totalcap option\n");
-  EXPECT_FALSE(walk.line.given(OPT_SLPINDEX));
-  EXPECT_EQ(walk.line.version, -1);
-  EXPECT_FALSE(walk.line.given(OPT_CLIENT));
-  EXPECT_FALSE(walk.line.given(OPT_RT));
-  EXPECT_FALSE(walk.line.given(OPT_SUBSYS));
-  EXPECT_FALSE(walk.line.given(OPT_U));  // passed over unread
-  EXPECT_EQ(walk.line.outputForm, OUTPUT_SHORT);
-  EXPECT_EQ(walk.line.recordTypes, 7);
-  EXPECT_EQ(walk.argumentCount, 8);
 }
 
 TEST_F(WalkTest, UnknownWordClearsTheOperation) {

@@ -62,6 +62,14 @@ TEST(CmdlineParseTest, WalkErrorsEndTheRunWithStatusOne) {
       {{"list_import_notify", "-ntype", "bad"}, "Invalid value supplied for -ntype option\n", 1},
       {{"suspend", "-subsys", "18"}, "Invalid value supplied for -subsys option\n", 1},
       {{"list", "-before", "13/45/2024"}, "Invalid value supplied for -before option\n", 1},
+      // A number just past its field is refused, never wrapped into another.
+      {{"list", "-slpindex", "4294967297", "-version", "2147483648", "-copy_type", "2147483648",
+        "-totalcap", "9223372036854775808"},
+       "Invalid value supplied for -slpindex option\n"
+       "Invalid value supplied for -version option\n"
+       "Invalid value supplied for -copy_type option\n"
+       "Invalid value supplied for -totalcap option\n",
+       1},
       // An error wins over a request for help: no usage is printed.
       {{"list", "-help", "-bogus"}, "-bogus is not a recognized option\n", 1},
   });

@@ -130,23 +130,21 @@ TEST_F(DiskSpaceInfoTest, ALookupThatFailsEndsTheRunWithTheLadder) {
               "errorText": "volume offline"}}},
             {"result": {"servertype": "Alpha"}}]})");
   ASSERT_TRUE(service.ok()) << service.error();
-  e2e::Result r = Run();
-  EXPECT_EQ(r.out, "");
-  EXPECT_EQ(r.err,
-            "unrecognized disk subtype encountered\n"
-            "Caught CORBA UserException from dsm: "
-            "IDL:Orvantic/Stashwell/TL/Framework/ServiceException:1.0");
-  EXPECT_EQ(r.status, 255);
+  EXPECT_EQ(Run(), (e2e::Result{"",
+                                 "unrecognized disk subtype encountered\n"
+                                 "Caught CORBA UserException from dsm: "
+                                 "IDL:Orvantic/Stashwell/TL/Framework/ServiceException:1.0",
+                                 255}));
   EXPECT_EQ(service.Calls(), (std::vector<std::string>{Legacy("", "vol_b"), ByMediaId("dm_dyn"),
                                                       ByMediaId("dm_zed")}));
 
   service.SetScenario(R"({"DiskServiceMgr.getDiskVolumeInfoByLegacyInfo": {"raise": {"system": "BAD_PARAM"}}})");
-  r = Run();
-  EXPECT_EQ(r.err,
-            "unrecognized disk subtype encountered\n"
-            "Caught CORBA SystemException from dsm: "
-            "IDL:omg.org/CORBA/BAD_PARAM:1.0 (minor code 0x0, completed NO)\n");
-  EXPECT_EQ(r.status, 255);
+  EXPECT_EQ(Run(), (e2e::Result{"",
+                                 "unrecognized disk subtype encountered\n"
+                                 "Caught CORBA SystemException from dsm: "
+                                 "IDL:omg.org/CORBA/BAD_PARAM:1.0 "
+                                 "(minor code 0x0, completed NO)\n",
+                                 255}));
 }
 
 TEST_F(DiskSpaceInfoTest, NoDiskServiceOrNoCatalogTable) {
