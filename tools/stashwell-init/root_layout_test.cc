@@ -1,5 +1,6 @@
-// Tests of the root layout: a fresh root, the refusal of an existing one,
-// --force, and a share folder without data files.
+// Tests of the root layout: the refusal of an existing root, --force, and a
+// share folder without data files. What a fresh root holds every end-to-end
+// run uses.
 #include "tools/stashwell-init/root_layout.h"
 
 #include <stdlib.h>
@@ -33,15 +34,6 @@ TEST_F(RootLayoutTest, LaysOutAFreshRootAndRefusesToOverwriteIt) {
   std::string error;
   ASSERT_TRUE(LayOutRoot(options_, &error)) << error;
   const std::string root = options_.root;
-  for (const char* p : {"etc/stashwell.conf", "share/msg/C/cyclectl.cat",
-                        "share/status/C/status.txt", "logs"})
-    EXPECT_TRUE(fs::exists(root + "/" + p)) << p;
-  EXPECT_FALSE(fs::exists(root + "/logs/admin")) << "only on request";
-  std::ifstream conf(root + "/etc/stashwell.conf");
-  std::string text((std::istreambuf_iterator<char>(conf)), std::istreambuf_iterator<char>());
-  EXPECT_EQ(text, InitialConfigText(options_));
-  EXPECT_NE(text.find("EMM_CATALOG = db/catalog.db\n"), std::string::npos);
-
   EXPECT_FALSE(LayOutRoot(options_, &error));
   EXPECT_EQ(error, root + " already exists; use --force to lay out a root over it");
 
