@@ -758,7 +758,10 @@ Code OpenPostgres(const Location& where, OpenMode mode, std::unique_ptr<Database
   const int lockTimeoutMs = std::max(RemainingLockWaitMs(where.busyTimeoutMs), 1);
   std::string options = target.options + " -c search_path=" + kSearchPath +
                         " -c lock_timeout=" + std::to_string(lockTimeoutMs) +
-                        " -c synchronous_commit=on" + kPlannerOptions;
+                        " -c synchronous_commit=on" + kPlannerOptions +
+                        // A run killed while its statement waits for a lock
+                        // must not have the statement finish later on.
+                        " -c client_connection_check_interval=500";
   if (mode == OpenMode::kReadOnly) options += " -c default_transaction_read_only=on";
   // Later keywords override what the connection string says; keepalives
   // notice a server that went away without a word.
