@@ -43,7 +43,9 @@ class CompletionReportTest : public e2e::CatalogTest {
   void Image(const std::string& client, int daysAgo, int state, const std::string& set = "",
              int second = 3600) {
     std::string settings = "StorageServiceState = " + std::to_string(state);
-    if (state != 0) settings += ", StorageServiceName = 'slp1', StorageServiceVersionNumber = 1";
+    if (state != 0) settings += ", StorageServiceName = 'slp1'";
+    if (state != 0 && set.find("StorageServiceVersionNumber") == std::string::npos)
+      settings += ", StorageServiceVersionNumber = 1";
     if (!set.empty()) settings += ", " + set;
     AddImage(client, DayStart(daysAgo) + second, settings);
   }
@@ -116,7 +118,8 @@ TEST_F(CompletionReportTest, TheWalkEndsWithTheDayOfTheFirstSecondOf1970) {
     EXPECT_EQ(root_.Run({"completion_report", "-days", "999999999999"}, "", options),
               (e2e::Result{c.out, "", 0}))
         << c.zone;
-    EXPECT_LT(time(nullptr) - start, 20) << c.zone;
+    // One statement per day: a server's round trips take longer than a file's.
+    EXPECT_LT(time(nullptr) - start, e2e::OnPostgres() ? 45 : 20) << c.zone;
   }
 }
 

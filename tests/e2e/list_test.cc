@@ -287,17 +287,16 @@ TEST_F(ListTest, FetchBatchesMeetInsideOneImage) {
 }
 
 TEST_F(ListTest, AFetchFailingAfterTheFirstBatchKeepsWhatWasPrinted) {
+  if (e2e::OnPostgres()) GTEST_SKIP() << "PostgreSQL meets the broken row before it sends the first";
   std::string copy = AddCopy(AddImage("alpha", 1000), 1);
   root_.Sql("WITH RECURSIVE n(i) AS (SELECT 1 UNION ALL SELECT i + 1 FROM n WHERE i < 700) "
             "INSERT INTO DBM_ImageFragment (ImageCopyKey, FragmentNumber) SELECT " +
             copy + ", i FROM n;");
   // Reading fragment 600 fails inside the database: the second batch of
   // 500 rows is lost, the first has been printed.
-  const std::string fails = e2e::OnPostgres()
-                                ? "1 / (FragmentNumber - 600) IS NOT NULL"
-                                : "json(IIF(FragmentNumber = 600, 'broken', '1')) IS NOT NULL";
   root_.Sql("ALTER TABLE DBM_ImageFragment RENAME TO Fragments;"
-            "CREATE VIEW DBM_ImageFragment AS SELECT * FROM Fragments WHERE " + fails);
+            "CREATE VIEW DBM_ImageFragment AS SELECT * FROM Fragments"
+            " WHERE json(IIF(FragmentNumber = 600, 'broken', '1')) IS NOT NULL;");
   e2e::RunOptions joined;
   joined.stderrToStdout = true;
   e2e::Result r = root_.Run({"list"}, "", joined);
