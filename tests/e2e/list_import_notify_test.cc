@@ -52,7 +52,7 @@ TEST_F(ListImportNotifyTest, ListsIncomingThenOutgoingInEachForm) {
   EXPECT_EQ(Run({"-b", "-input"}), (e2e::Result{"1\n2\n3\n", "", 0}));
 
   // Numbered per list; empty texts in the user form.
-  EXPECT_EQ(Run({"-U"}), (e2e::Result{e2e::Golden("list_import_notify-user.txt"), "", 0}));
+  EXPECT_EQ(Run({"-U"}), (e2e::Result{e2e::Golden("list_import_notify/user.txt"), "", 0}));
 }
 
 TEST_F(ListImportNotifyTest, FiltersApplyToBothLists) {

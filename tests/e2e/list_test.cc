@@ -97,7 +97,7 @@ TEST_F(ListRecordLinesTest, ShortForm) {
 }
 
 TEST_F(ListRecordLinesTest, UserForm) {
-  EXPECT_EQ(Run({"-U", "-rt", "ICFS"}), (e2e::Result{e2e::Golden("list-user.txt"), "", 0}));
+  EXPECT_EQ(Run({"-U", "-rt", "ICFS"}), (e2e::Result{e2e::Golden("list/user.txt"), "", 0}));
 }
 
 TEST_F(ListTest, EachImageCopyAndFragmentOnce) {
