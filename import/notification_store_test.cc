@@ -1,7 +1,8 @@
 // The notification record store on a real catalog: round trips of both
 // records through insert and query (empty texts stay empty, the GUID keeps
-// its bytes), the fetch batch boundaries, the query texts, deletes and retry
-// counts with their row counts, the text forms, and the failures.
+// its bytes), the fetch batch boundaries, deletes and retry counts with their
+// row counts, the text forms, and the failures. The filters' clauses are
+// shown end to end (tests/e2e/list_import_notify_test.cc).
 #include "import/notification_store.h"
 
 #include <gtest/gtest.h>
@@ -102,13 +103,6 @@ TEST_F(NotificationStoreTest, ReadsEveryBatchAndAppendsInDatabaseOrder) {
   ASSERT_EQ(outs.size(), kOutNotificationsPerFetch + 1);
   EXPECT_EQ(outs.front().NotificationKey, 129);
   EXPECT_EQ(outs.back().NotificationKey, 1);
-}
-
-TEST(NotificationQueryTest, AddsOnlyTheClausesGiven) {
-  EXPECT_EQ(NotificationQuery(inNotificationColumns, "SLP_MAIN.SLP_InNotifications", "", "", ""),
-            "SELECT " + inNotificationColumns + " FROM SLP_MAIN.SLP_InNotifications ");
-  EXPECT_EQ(NotificationQuery("a", "T", "a = ?", "a", "a DESC"),
-            "SELECT a FROM T WHERE a = ? GROUP BY a ORDER BY a DESC ");
 }
 
 TEST_F(NotificationStoreTest, DeletesAndCountsRetriesWithRowCounts) {
