@@ -50,21 +50,28 @@ int DecimalLength(uint64_t value) {
 }  // namespace
 
 char* FormatDecimalDigits(char* p, uint64_t value) {
-  // Two digits per step, written from the last one back.
+  // Two digits per step, written from the last one back; the steps below
+  // 2^32 (times, most sizes) divide in 32 bits, which takes fewer
+  // instructions.
   char* const end = p + DecimalLength(value);
   p = end;
-  while (value >= 100) {
-    const size_t pair = static_cast<size_t>(value % 100) * 2;
-    value /= 100;
-    *--p = kDigitPairs[pair + 1];
-    *--p = kDigitPairs[pair];
+  while (value > 0xffffffffu) {
+    const uint64_t rest = value / 100;
+    p -= 2;
+    memcpy(p, kDigitPairs + (value - rest * 100) * 2, 2);
+    value = rest;
   }
-  if (value >= 10) {
-    const size_t pair = static_cast<size_t>(value) * 2;
-    *--p = kDigitPairs[pair + 1];
-    *--p = kDigitPairs[pair];
+  uint32_t v = static_cast<uint32_t>(value);
+  while (v >= 100) {
+    const uint32_t rest = v / 100;
+    p -= 2;
+    memcpy(p, kDigitPairs + (v - rest * 100) * 2, 2);
+    v = rest;
+  }
+  if (v >= 10) {
+    memcpy(p - 2, kDigitPairs + v * 2, 2);
   } else {
-    *--p = static_cast<char>('0' + value);
+    p[-1] = static_cast<char>('0' + v);
   }
   return end;
 }

@@ -36,11 +36,15 @@ std::string Captured(F write) {
 }
 
 TEST(LineWriterTest, Numbers) {
-  EXPECT_EQ("0 7 10 99 100 1005 -1 -9223372036854775808 9223372036854775807 "
-            "18446744073709551615",
+  // Both sides of 2^32, where the conversion changes its arithmetic.
+  EXPECT_EQ("0 7 10 99 100 1005 -1 4294967295 4294967296 -9223372036854775808 "
+            "9223372036854775807 18446744073709551615",
             Captured([](FILE* out) {
               LineWriter w(out);
-              for (int64_t v : {0, 7, 10, 99, 100, 1005, -1}) w.Int(v).Char(' ');
+              for (int64_t v : {0LL, 7LL, 10LL, 99LL, 100LL, 1005LL, -1LL, 4294967295LL,
+                                4294967296LL}) {
+                w.Int(v).Char(' ');
+              }
               w.Int(INT64_MIN).Char(' ').Int(INT64_MAX).Char(' ').UInt(UINT64_MAX);
             }));
   // The digit count at every power of ten and just below it.
