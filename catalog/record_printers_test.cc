@@ -45,10 +45,6 @@ TEST(RecordPrintersTest, EmptyImage) {
                " Storage Lifecycle Is Inactive : true",
                " OriginMasterServer            : (none specified)",
                " Data Classification ID        : (none specified)"});
-  image.SLPState = 10;  // 2 and the inactive bit
-  ExpectLines(Printed(PrintImageUser, image),
-              {" Storage Lifecycle State       : 2 (IN_PROCESS) ",
-               " Storage Lifecycle Is Inactive : true"});
 }
 
 TEST(RecordPrintersTest, CopyNamesAtTheEndsOfTheirTables) {

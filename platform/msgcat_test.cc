@@ -110,11 +110,9 @@ TEST_F(MsgCatTest, ReorderedArgumentsAndTheSecondBuffer) {
 }
 
 TEST_F(MsgCatTest, StatusTexts) {
-  EXPECT_EQ(getECmsgl_ts(0, "C").text, "the requested operation was successfully completed");
   EXPECT_EQ(getECmsgl_ts(0, "de_DE.UTF-8").text,
             "der angeforderte Vorgang wurde erfolgreich abgeschlossen");
   EXPECT_EQ(getECmsgl_ts(133, "de_DE").text, "the request is not valid");  // English fallback
-  EXPECT_EQ(getECmsgl_ts(-77, "C").text, "unknown status code -77");
   std::ostringstream out;
   out << getECmsgl_ts(227, "C");
   EXPECT_EQ(out.str(), "no matching entity was found");
