@@ -27,7 +27,9 @@ TEST(CatalogUri, HostAndPort) {
   for (const auto& c : cases) {
     CatalogServer server;
     EXPECT_EQ(c.ok, ParseCatalogUri(c.uri, &server)) << c.uri;
-    if (c.ok) EXPECT_EQ(c.server, server.host + ":" + std::to_string(server.port)) << c.uri;
+    if (c.ok) {
+      EXPECT_EQ(c.server, server.host + ":" + std::to_string(server.port)) << c.uri;
+    }
   }
 }
 
