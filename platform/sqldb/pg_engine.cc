@@ -167,6 +167,7 @@ class PgDatabase final : public Database {
   const std::string& LastError() const override { return lastError_; }
 
   // For statements and bulk writers.
+  bool inTransaction() const { return inTransaction_; }
   // A link on which a statement prepared on `home` can run now (see the top
   // of this file); null with LastError set when a further link cannot be
   // opened.
@@ -371,8 +372,10 @@ void PgStatement::Park() {
 void PgStatement::Reset() {
   if (link_ != nullptr) {
     // Rows the caller no longer wants: ask the server to stop sending them
-    // rather than reading them all.
-    if (PGcancel* cancel = PQgetCancel(link_->conn.get())) {
+    // rather than reading them all; but not inside a transaction, which a
+    // cancelled statement would abort.
+    PGcancel* cancel = db_->inTransaction() ? nullptr : PQgetCancel(link_->conn.get());
+    if (cancel != nullptr) {
       char ignored[256];
       PQcancel(cancel, ignored, sizeof ignored);
       PQfreeCancel(cancel);
