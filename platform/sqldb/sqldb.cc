@@ -5,6 +5,7 @@
 #include <cctype>
 
 #include "platform/config.h"
+#include "platform/sqldb/libpq_loader.h"
 #include "platform/sqldb/pg_engine.h"
 #include "platform/sqldb/sqlite_engine.h"
 
@@ -47,7 +48,8 @@ Location CatalogAt(const std::string& catalog) {
   if (StartsWith(catalog, "postgresql://") || StartsWith(catalog, "postgres://")) {
     where.engine = Engine::kPostgres;
     where.conninfo = catalog;
-    where.display = PostgresDisplay(catalog);
+    // Without libpq nothing can read the string; Open says what is missing.
+    where.display = LoadLibpq(nullptr) ? PostgresDisplay(catalog) : "a PostgreSQL catalog";
     return where;
   }
   where.path = SW_catalog_path_of(catalog);
@@ -59,7 +61,10 @@ Location ConfiguredLocation() { return CatalogAt(SW_config()->emmCatalog); }
 
 Code Open(const Location& where, OpenMode mode, std::unique_ptr<Database>* db, std::string* why) {
   db->reset();
-  if (where.engine == Engine::kPostgres) return OpenPostgres(where, mode, db, why);
+  if (where.engine == Engine::kPostgres) {
+    if (!LoadLibpq(why)) return Code::kMissing;
+    return OpenPostgres(where, mode, db, why);
+  }
   return OpenSqlite(where, mode, db, why);
 }
 
