@@ -36,7 +36,9 @@ TEST(Initialize, OpensOnlyACatalog) {
                                           nullptr, "t"))
         << c.path;
     EXPECT_EQ(c.status == 0, cid != 0 && cid != *cat.cid()) << c.path;
-    if (cid != 0) EXPECT_EQ(0u, emmlib_terminate(&cid));
+    if (cid != 0) {
+      EXPECT_EQ(0u, emmlib_terminate(&cid));
+    }
     EXPECT_EQ(EMMLIB_NOT_CONNECTED, emmlib_terminate(&cid));
   }
   EXPECT_EQ(-1, access(missing.c_str(), F_OK)) << "a missing catalog must not be created";

@@ -19,7 +19,7 @@
   X(PQgetlength) X(PQgetvalue) X(PQnfields) X(PQntuples) X(PQpipelineSync)               \
   X(PQputCopyData) X(PQputCopyEnd) X(PQresultErrorField) X(PQresultErrorMessage)         \
   X(PQresultStatus) X(PQsendDescribePrepared) X(PQsendPrepare) X(PQsendQueryParams)      \
-  X(PQsendQueryPrepared) X(PQsetSingleRowMode) X(PQstatus)
+  X(PQsendQueryPrepared) X(PQsetNoticeProcessor) X(PQsetSingleRowMode) X(PQstatus)
 
 namespace sqldb {
 
@@ -183,6 +183,9 @@ int PQsendQueryPrepared(PGconn* conn, const char* stmtName, int nParams,
                         const int* paramFormats, int resultFormat) {
   return Api().PQsendQueryPrepared(conn, stmtName, nParams, paramValues, paramLengths,
                                    paramFormats, resultFormat);
+}
+PQnoticeProcessor PQsetNoticeProcessor(PGconn* conn, PQnoticeProcessor proc, void* arg) {
+  return Api().PQsetNoticeProcessor(conn, proc, arg);
 }
 int PQsetSingleRowMode(PGconn* conn) { return Api().PQsetSingleRowMode(conn); }
 ConnStatusType PQstatus(const PGconn* conn) { return Api().PQstatus(conn); }

@@ -20,6 +20,7 @@
 #include <deque>
 #include <utility>
 
+#include "platform/debuglog.h"
 #include "platform/sqldb/lock_wait.h"
 #include "platform/sqldb/pg_text.h"
 
@@ -124,6 +125,15 @@ bool ReadTarget(const std::string& conninfo, Target* target) {
   return true;
 }
 
+// Server notices ("drop cascades to ...", "there is no transaction in
+// progress") would otherwise go to standard error, where the tool's own
+// messages are the only output; they go to the debug log instead.
+void LogNotice(void*, const char* message) {
+  std::string text = message != nullptr ? message : "";
+  while (!text.empty() && text.back() == '\n') text.pop_back();
+  logmsg(2, ("catalog server: " + text).c_str(), program_invocation_short_name);
+}
+
 // A connection made with libpq's keywords and values (null when out of
 // memory; check PQstatus otherwise).
 ConnPtr ConnectWith(const std::vector<std::string>& keywords,
@@ -136,7 +146,9 @@ ConnPtr ConnectWith(const std::vector<std::string>& keywords,
   }
   k.push_back(nullptr);
   v.push_back(nullptr);
-  return ConnPtr(PQconnectdbParams(k.data(), v.data(), 1));
+  ConnPtr conn(PQconnectdbParams(k.data(), v.data(), 1));
+  if (conn) PQsetNoticeProcessor(conn.get(), LogNotice, nullptr);
+  return conn;
 }
 
 class PgStatement;

@@ -219,6 +219,11 @@ TEST_F(PgEngineTest, TransactionsAreAllOrNothing) {
   ASSERT_EQ(Code::kDone, insertSize(5));
   ASSERT_EQ(Code::kOk, db->Commit()) << db->LastError();
   EXPECT_EQ(1, Count(other.get()));
+
+  // The server's notices stay off standard error.
+  testing::internal::CaptureStderr();
+  EXPECT_EQ(Code::kOk, db->Exec("DO $$BEGIN RAISE NOTICE 'from the server'; END$$"));
+  EXPECT_EQ("", testing::internal::GetCapturedStderr());
 }
 
 TEST_F(PgEngineTest, FailedOpensSayWhereAndNeverShowThePassword) {
