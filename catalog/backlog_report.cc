@@ -34,8 +34,7 @@ struct StateHeading {
   const char* heading;
 };
 const StateHeading kStates[] = {
-    {SLP_STATE_NOT_STARTED,
-     "\tNot Started (Storage Lifecycle State: 1):\n\t\tNumber of copies:\t"},
+    {SLP_STATE_NOT_STARTED, "\tNot Started (Storage Lifecycle State: 1):\n\t\tNumber of copies:\t"},
     {SLP_STATE_IN_PROCESS, "\tIn Process (Storage Lifecycle State: 2):\n\t\tNumber of copies:\t"},
     {SLP_STATE_NOT_STARTED_INACTIVE,
      "\tNot Started | Inactive (Storage Lifecycle State: 9):\n\t\tNumber of copies:\t"},
@@ -235,8 +234,8 @@ void LifeCycleReport(outputform_e, const char* lifecycle, long version, const ch
     const int state = kStates[i].state;
     ImageQuery query;
     unsigned status = emmlib_ImageQueryExecute(&EmmCid, 1, MasterServer.c_str(), nullptr, client,
-                                               mediaId, storageServer, mediaServer, 0, 0, 0, 0,
-                                               0, &state, query.address());
+                                               mediaId, storageServer, mediaServer, 0, 0, 0, 0, 0,
+                                               &state, query.address());
     if (status != 0) {
       logmsgv(16, "Error querying image list, status= %u", status);
       return;
@@ -246,11 +245,11 @@ void LifeCycleReport(outputform_e, const char* lifecycle, long version, const ch
     rollup.BeginState();
     status = ForEachRowBatch(query, rows.get(), kRowsPerFetch,
                              [&](const Legacy_ImageView* batch, unsigned count) {
-      anyRows = true;
-      logmsgv(2, " Read <%u> image records", count);
-      for (unsigned r = 0; r < count; ++r) rollup.Row(batch[r]);
-      return true;
-    });
+                               anyRows = true;
+                               logmsgv(2, " Read <%u> image records", count);
+                               for (unsigned r = 0; r < count; ++r) rollup.Row(batch[r]);
+                               return true;
+                             });
     if (status != 0) {
       Orvantic::Stashwell::WritePendingOutput();
       fprintf(stderr, " Error fetching result set <%u>\n", status);

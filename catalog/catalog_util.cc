@@ -28,8 +28,7 @@ long beginOfDay(long t) {
   }
   struct tm check;
   if (localtime_r(&start, &check) == nullptr) {
-    fprintf(stderr, "localtime_r(%ld) failed, %s\n", static_cast<long>(start),
-            strerror(errno));
+    fprintf(stderr, "localtime_r(%ld) failed, %s\n", static_cast<long>(start), strerror(errno));
     return -1;
   }
   // A midnight inside a daylight-saving gap converts to the last hour of the

@@ -50,8 +50,7 @@ void AddCondition(Conditions* c, const std::string& alias, const char* column,
 }
 
 void BuildConditions(const std::string& policy, const std::string& client,
-                     const std::string& lifecycle, long version, Conditions* i,
-                     Conditions* i2) {
+                     const std::string& lifecycle, long version, Conditions* i, Conditions* i2) {
   for (auto [c, alias] : {std::make_pair(i, "I"), std::make_pair(i2, "I2")}) {
     if (!policy.empty()) AddCondition(c, alias, "PolicyName", policy);
     if (!client.empty()) AddCondition(c, alias, "ClientMachineName", client);
@@ -81,9 +80,9 @@ std::string CompleteClientsSql(unsigned key, long start, long end, const Conditi
                                const Conditions& i2) {
   const std::string k = std::to_string(key), s = std::to_string(start), e = std::to_string(end);
   return "SELECT DISTINCT I.ClientMachineName FROM DBM_MAIN.DBM_Image I "
-         "  WHERE (I.MasterServerKey = " + k + "         AND I.BackupTime BETWEEN " + s +
-         " AND " + e + i.text + "         AND I.StorageServiceState = " +
-         std::to_string(kComplete) + ") " +
+         "  WHERE (I.MasterServerKey = " +
+         k + "         AND I.BackupTime BETWEEN " + s + " AND " + e + i.text +
+         "         AND I.StorageServiceState = " + std::to_string(kComplete) + ") " +
          "  EXCEPT (SELECT DISTINCT ClientMachineName FROM DBM_MAIN.DBM_Image I2" +
          "          WHERE (I2.MasterServerKey = " + k +
          "                 AND I2.BackupTime BETWEEN " + s + " AND " + e + i2.text +
@@ -93,9 +92,9 @@ std::string CompleteClientsSql(unsigned key, long start, long end, const Conditi
 
 std::string UnfinishedClientsSql(unsigned key, long start, long end, const Conditions& i2) {
   return "SELECT DISTINCT I2.ClientMachineName FROM DBM_MAIN.DBM_Image I2 "
-         "  WHERE (I2.MasterServerKey = " + std::to_string(key) +
-         "         AND I2.BackupTime BETWEEN " + std::to_string(start) + " AND " +
-         std::to_string(end) + i2.text + "         AND I2.StorageServiceState NOT IN (" +
+         "  WHERE (I2.MasterServerKey = " +
+         std::to_string(key) + "         AND I2.BackupTime BETWEEN " + std::to_string(start) +
+         " AND " + std::to_string(end) + i2.text + "         AND I2.StorageServiceState NOT IN (" +
          std::to_string(kComplete) + "," + std::to_string(kNotManaged) + "))";
 }
 
@@ -107,8 +106,8 @@ class Report {
   // unfinished ones). Returns 0, kStatementFailed or a failed fetch's status.
   int RunDay(const char* label, const std::string& sql, ParameterBinder* binder, long day) {
     if (trace_) printf("%s: %s\n", label, sql.c_str());
-    int status = db_->connection->Execute(db_->view, sql, binder->getBindings(),
-                                          LOG_AT_VERBOSITY_5, "CompletionReport", false, false);
+    int status = db_->connection->Execute(db_->view, sql, binder->getBindings(), LOG_AT_VERBOSITY_5,
+                                          "CompletionReport", false, false);
     if (trace_) printf("execute status = %d\n", status);
     if (status != DAL_SUCCESS) {
       logmsg(16, PrintMsg(stderr, "SmeSlp0670N", "error executing SQL query, status = %d", status),
@@ -117,10 +116,9 @@ class Report {
       return kStatementFailed;
     }
     char name[kNameSize];
-    while ((status = db_->connection->StringReturningFetch(db_->view, name, sizeof name,
-                                                           LOG_AT_VERBOSITY_5,
-                                                           "StringReturningFetch", "String")) ==
-           DAL_SUCCESS) {
+    while ((status = db_->connection->StringReturningFetch(
+                db_->view, name, sizeof name, LOG_AT_VERBOSITY_5, "StringReturningFetch",
+                "String")) == DAL_SUCCESS) {
       auto [entry, inserted] = clients_.emplace(name, day);
       if (!inserted && entry->second == 0) entry->second = day;
       if (trace_) printf("insert comp: cmn= %s, insert= %d\n", name, inserted ? 1 : 0);
@@ -171,9 +169,10 @@ int CompletionReport(const std::string& masterServer, const std::string& policy,
   unsigned key = 0;
   int status = db.GetMasterServerKey(&key, masterServer);
   if (status != 0) {
-    logmsg(16, PrintMsg(stderr, "SmeSlp0680N", "error fetching data from database, status = %d",
-                        status),
-           progname.c_str());
+    logmsg(
+        16,
+        PrintMsg(stderr, "SmeSlp0680N", "error fetching data from database, status = %d", status),
+        progname.c_str());
     return status;
   }
 
@@ -198,9 +197,10 @@ int CompletionReport(const std::string& masterServer, const std::string& policy,
     }
     if (status == kStatementFailed) return status;
     if (status != 0) {
-      logmsg(16, PrintMsg(stderr, "SmeSlp0680N", "error fetching data from database, status = %d",
-                          status),
-             progname.c_str());
+      logmsg(
+          16,
+          PrintMsg(stderr, "SmeSlp0680N", "error fetching data from database, status = %d", status),
+          progname.c_str());
       return status;
     }
     start = start > 0 ? beginOfDay(start - 1) : kNoDay;

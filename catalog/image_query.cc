@@ -27,10 +27,12 @@ const int* CatalogImageState(const int* imageState, int* storage) {
 
 bool ImageQueryStarted(unsigned status) {
   if (status == 0) return true;
-  PrintMsg(stderr, "SmeSlp0080N", "Error querying image list, status= %d", static_cast<int>(status));
+  PrintMsg(stderr, "SmeSlp0080N", "Error querying image list, status= %d",
+           static_cast<int>(status));
   return false;
 }
 
 void PrintImageFetchError(unsigned status) {
-  PrintMsg(stderr, "SmeSlp0090N", "Error fetching image list, status= %d", static_cast<int>(status));
+  PrintMsg(stderr, "SmeSlp0090N", "Error fetching image list, status= %d",
+           static_cast<int>(status));
 }

@@ -11,14 +11,14 @@
 #include "catalog/slp_state.h"
 #include "util/format.h"
 #include "util/line_writer.h"
-#include "util/name_table.h"
 #include "util/message.h"
+#include "util/name_table.h"
 
-using Orvantic::Stashwell::LineWriter;
-using Orvantic::Stashwell::NameTable;
 using Orvantic::Stashwell::dbss_use4_type_str;
 using Orvantic::Stashwell::emmcommon_ss_image_copy_state_str;
 using Orvantic::Stashwell::emmcommon_ss_image_state_str;
+using Orvantic::Stashwell::LineWriter;
+using Orvantic::Stashwell::NameTable;
 
 namespace {
 
@@ -54,8 +54,7 @@ void PrintCopyLine(LineWriter& out, outputform_e form, const EMM_ImageCopy& copy
     out.Text("  Copy to ").Text(copy.Residence).Text(" of type ");
     WriteName(out, copy.CopyType, dbss_use4_type_str, "INVALID_COPY_TYPE");
     out.Text(" is ");
-    WriteName(out, copy.CopyState, emmcommon_ss_image_copy_state_str,
-              "INVALID_IMAGE_COPY_STATE");
+    WriteName(out, copy.CopyState, emmcommon_ss_image_copy_state_str, "INVALID_IMAGE_COPY_STATE");
     out.Char('\n');
   }
 }
@@ -77,33 +76,33 @@ bool Selected(const EMM_Image& image, const char* lifecycle, const long* version
 
 void LifeCycleImageList(outputform_e form, const char* lifecycle, const long* version,
                         const char* destination, const char* backupId, const char* client,
-                        const char* mediaId, const char* storageServer,
-                        const char* mediaServer, const int* imageState, const int* copyType) {
+                        const char* mediaId, const char* storageServer, const char* mediaServer,
+                        const int* imageState, const int* copyType) {
   int catalogState = 0;
   ImageQuery query;
   if (!ImageQueryStarted(emmlib_ImageQueryCopyTypeAndFormatExecute(
-          &EmmCid, 3, MasterServer.c_str(), backupId, client, mediaId, storageServer,
-          mediaServer, 0, 0, nullptr, 0, 0, CatalogImageState(imageState, &catalogState),
-          copyType, 0, -1, lifecycle, query.address()))) {
+          &EmmCid, 3, MasterServer.c_str(), backupId, client, mediaId, storageServer, mediaServer,
+          0, 0, nullptr, 0, 0, CatalogImageState(imageState, &catalogState), copyType, 0, -1,
+          lifecycle, query.address()))) {
     return;
   }
 
   const bool prints = form == OUTPUT_SHORT || form == OUTPUT_USER;
   LineWriter out(stdout);
   unsigned long images = 0;
-  unsigned status = ForEachImage(query, kImagesPerFetch, kNoImageLimit, &images,
-                                 [&](const EMM_Image& image) {
-    if (!prints || !Selected(image, lifecycle, version, imageState)) return;
-    bool imagePrinted = false;
-    for (const EMM_ImageCopy* copy = image.copies; copy != nullptr; copy = copy->next) {
-      if (destination != nullptr && strcmp(copy->Residence, destination) != 0) continue;
-      if (!imagePrinted) {
-        PrintImageLine(out, form, image);
-        imagePrinted = true;
-      }
-      if (!CopyIsComplete(copy->CopyState)) PrintCopyLine(out, form, *copy);
-    }
-  });
+  unsigned status =
+      ForEachImage(query, kImagesPerFetch, kNoImageLimit, &images, [&](const EMM_Image& image) {
+        if (!prints || !Selected(image, lifecycle, version, imageState)) return;
+        bool imagePrinted = false;
+        for (const EMM_ImageCopy* copy = image.copies; copy != nullptr; copy = copy->next) {
+          if (destination != nullptr && strcmp(copy->Residence, destination) != 0) continue;
+          if (!imagePrinted) {
+            PrintImageLine(out, form, image);
+            imagePrinted = true;
+          }
+          if (!CopyIsComplete(copy->CopyState)) PrintCopyLine(out, form, *copy);
+        }
+      });
   out.Flush();
   if (status != 0) {
     PrintImageFetchError(status);

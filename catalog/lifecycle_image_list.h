@@ -10,7 +10,7 @@
 // Prints SmeSlp0290N when the catalog has no matching image at all.
 void LifeCycleImageList(outputform_e form, const char* lifecycle, const long* version,
                         const char* destination, const char* backupId, const char* client,
-                        const char* mediaId, const char* storageServer,
-                        const char* mediaServer, const int* imageState, const int* copyType);
+                        const char* mediaId, const char* storageServer, const char* mediaServer,
+                        const int* imageState, const int* copyType);
 
 #endif  // CATALOG_LIFECYCLE_IMAGE_LIST_H_

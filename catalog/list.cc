@@ -117,12 +117,11 @@ void PrintRowRecords(LineWriter& out, outputform_e form, int recordTypes, bool n
 
 }  // namespace
 
-void List(outputform_e form, const char* lifecycle, const char* destination,
-          const char* backupId, const char* client, const char* mediaId,
-          const char* storageServer, const char* mediaServer, const int* imageState,
-          const short* copyState, const short* fragState, short lifecycleOnly, long version,
-          int recordTypes, const int* copyType, int jobId, const char* policy,
-          TimeRangeType timeRange, long time) {
+void List(outputform_e form, const char* lifecycle, const char* destination, const char* backupId,
+          const char* client, const char* mediaId, const char* storageServer,
+          const char* mediaServer, const int* imageState, const short* copyState,
+          const short* fragState, short lifecycleOnly, long version, int recordTypes,
+          const int* copyType, int jobId, const char* policy, TimeRangeType timeRange, long time) {
   int catalogState = 0;
   const int* catalogStateArg = CatalogImageState(imageState, &catalogState);
 
@@ -137,18 +136,16 @@ void List(outputform_e form, const char* lifecycle, const char* destination,
 
   ImageQuery query;
   if (!ImageQueryStarted(emmlib_ImageQueryCopyTypeAndFormatExecute(
-          &EmmCid, 3, MasterServer.c_str(), backupId, client, mediaId, storageServer,
-          mediaServer, 0, 0, fragState, 0, 0, catalogStateArg, copyType, 0, -1, lifecycle,
-          query.address()))) {
+          &EmmCid, 3, MasterServer.c_str(), backupId, client, mediaId, storageServer, mediaServer,
+          0, 0, fragState, 0, 0, catalogStateArg, copyType, 0, -1, lifecycle, query.address()))) {
     return;
   }
 
   // Default-initialized: the rows' pages are touched only as the catalog
   // fills them.
   std::unique_ptr<Legacy_ImageView[]> rows(new Legacy_ImageView[kRowsPerFetch]);
-  const RowFilters filters = {lifecycle, destination, imageState, copyState, lifecycleOnly,
-                              version,   copyType,    jobId,      policy,    timeRange,
-                              time};
+  const RowFilters filters = {lifecycle, destination, imageState, copyState, lifecycleOnly, version,
+                              copyType,  jobId,       policy,     timeRange, time};
   // Records collect here and reach standard output in large writes; the
   // writer is flushed before anything goes to standard error.
   LineWriter out(stdout);
@@ -156,30 +153,30 @@ void List(outputform_e form, const char* lifecycle, const char* destination,
   int previousCopy = -1;
   bool anyRows = false;
 
-  unsigned status = ForEachRowBatch(query, rows.get(), kRowsPerFetch, [&](
-      const Legacy_ImageView* batch, unsigned count) {
-    anyRows = true;
-    for (unsigned i = 0; i < count; ++i) {
-      const Legacy_ImageView& row = batch[i];
-      if (filters.Skips(row)) continue;
-      const bool sameImage = strcmp(row.image.BackupID, previousBackupId) == 0;
-      const bool sameCopy = sameImage && row.copy.CopyNumber == previousCopy;
-      if (filters.Passes(row)) {
-        if (!sameImage) PrintImageInForm(out, form, row.image);
-        if (form != OUTPUT_BRIEF) {
-          PrintRowRecords(out, form, recordTypes, !sameCopy, row, snapshots);
+  unsigned status = ForEachRowBatch(
+      query, rows.get(), kRowsPerFetch, [&](const Legacy_ImageView* batch, unsigned count) {
+        anyRows = true;
+        for (unsigned i = 0; i < count; ++i) {
+          const Legacy_ImageView& row = batch[i];
+          if (filters.Skips(row)) continue;
+          const bool sameImage = strcmp(row.image.BackupID, previousBackupId) == 0;
+          const bool sameCopy = sameImage && row.copy.CopyNumber == previousCopy;
+          if (filters.Passes(row)) {
+            if (!sameImage) PrintImageInForm(out, form, row.image);
+            if (form != OUTPUT_BRIEF) {
+              PrintRowRecords(out, form, recordTypes, !sameCopy, row, snapshots);
+            }
+          }
+          if (!sameImage) {
+            size_t length = strnlen(row.image.BackupID, EMM_BACKUPID_SIZE - 1);
+            memcpy(previousBackupId, row.image.BackupID, length);
+            previousBackupId[length] = '\0';
+          }
+          previousCopy = row.copy.CopyNumber;
         }
-      }
-      if (!sameImage) {
-        size_t length = strnlen(row.image.BackupID, EMM_BACKUPID_SIZE - 1);
-        memcpy(previousBackupId, row.image.BackupID, length);
-        previousBackupId[length] = '\0';
-      }
-      previousCopy = row.copy.CopyNumber;
-    }
-    // Nobody reads the output any more (a closed pipe): stop.
-    return !ferror(stdout);
-  });
+        // Nobody reads the output any more (a closed pipe): stop.
+        return !ferror(stdout);
+      });
   if (status != 0) {
     out.Flush();
     PrintImageFetchError(status);

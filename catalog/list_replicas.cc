@@ -53,8 +53,8 @@ void PrintReplicaImage(LineWriter& out, outputform_e form, const EMM_Image& imag
 
 void ListReplicas(outputform_e form, int sinceTime) {
   ImageQuery query;
-  unsigned status = emmlib_QueryReplicaImageCopies(&EmmCid, 3, MasterServer.c_str(), sinceTime,
-                                                   query.address());
+  unsigned status =
+      emmlib_QueryReplicaImageCopies(&EmmCid, 3, MasterServer.c_str(), sinceTime, query.address());
   if (status == EMMLIB_END_OF_DATA) {
     PrintMsg(stderr, "SmeSlp0840N", "No replica records found");
     return;

@@ -22,8 +22,9 @@ TEST(QueryReleaseTest, ReportsLeaveNoQueryOpen) {
   emm_test::TestCatalog cat;
   EmmCid = *cat.cid();
   MasterServer = emm_test::kMaster;
-  cat.Exec("INSERT INTO SLP_StorageService (StorageServiceName, VersionNumber) "
-           "VALUES ('slp1', 1)");
+  cat.Exec(
+      "INSERT INTO SLP_StorageService (StorageServiceName, VersionNumber) "
+      "VALUES ('slp1', 1)");
   for (int i = 1; i <= 3; ++i) {
     const int64_t image = cat.AddImage("client" + std::to_string(i), 1000 * i,
                                        "StorageServiceName = 'slp1', StorageServiceState = 1, "
@@ -33,7 +34,8 @@ TEST(QueryReleaseTest, ReportsLeaveNoQueryOpen) {
     const std::string key = std::to_string(copy);
     cat.Exec("INSERT INTO DBM_ImageSnapshot (ImageCopyKey, SnapshotName) VALUES (" + key +
              ", 'snap'); INSERT INTO DBM_ImageReplicationDestination (ImageCopyKey, "
-             "TargetMachineKey) VALUES (" + key + ", 2)");
+             "TargetMachineKey) VALUES (" +
+             key + ", 2)");
   }
   const int everyRecord = 15;
   const long version = 1;
@@ -41,16 +43,18 @@ TEST(QueryReleaseTest, ReportsLeaveNoQueryOpen) {
     const char* name;
     std::function<void()> run;
   } reports[] = {
-      {"list", [&] {
-         List(OUTPUT_SHORT, nullptr, nullptr, nullptr, nullptr, nullptr, nullptr, nullptr,
-              nullptr, nullptr, nullptr, 0, -1, everyRecord, nullptr, 0, nullptr,
-              TIME_RANGE_NONE, 0);
+      {"list",
+       [&] {
+         List(OUTPUT_SHORT, nullptr, nullptr, nullptr, nullptr, nullptr, nullptr, nullptr, nullptr,
+              nullptr, nullptr, 0, -1, everyRecord, nullptr, 0, nullptr, TIME_RANGE_NONE, 0);
        }},
-      {"stlilist", [&] {
+      {"stlilist",
+       [&] {
          LifeCycleImageList(OUTPUT_USER, "slp1", &version, nullptr, nullptr, nullptr, nullptr,
                             nullptr, nullptr, nullptr, nullptr);
        }},
-      {"report", [] {
+      {"report",
+       [] {
          LifeCycleReport(OUTPUT_SHORT, nullptr, -1, nullptr, nullptr, nullptr, nullptr, nullptr);
        }},
       {"showvol", [] { ShowVolume(OUTPUT_SHORT, 0, "vol1", nullptr, nullptr); }},

@@ -36,8 +36,8 @@ struct NamedValues {
 };
 
 const char* const kDataFormatNames[] = {"DF_UNDEFINED", "DF_TAR", "DF_SNAPSHOT", "DF_NDMP"};
-const char* const kMediaTypeNames[] = {"DISK", "UNITREE", "RMEDIA", "NDMP",
-                                       "UNIMPLEMENTED", "CKPT", "DISKSTAGE"};
+const char* const kMediaTypeNames[] = {"DISK",          "UNITREE", "RMEDIA",   "NDMP",
+                                       "UNIMPLEMENTED", "CKPT",    "DISKSTAGE"};
 const char* const kMediaSubTypeNames[] = {"DEFAULT",   "BASIC",      "NEARSTORE", "SNAPVAULT",
                                           "ARRAYDISK", "DEDUPSTORE", "STSDYNAMIC"};
 const char* const kFragmentStateNames[] = {"ACTIVE", "TO_BE_DELETED", "ELIGIBLE_FOR_EXPIRATION",
@@ -55,13 +55,13 @@ const NamedValues kMediaSubTypes = {NameTable(kMediaSubTypeNames), " (UNKNOWN_ST
 const NamedValues kFragmentStates = {NameTable(kFragmentStateNames, 1), " (INVALID_FRAG_STATE)"};
 
 enum FieldKind : uint8_t {
-  kText,           // empty: "(none specified)"
+  kText,  // empty: "(none specified)"
   kUInt8,
   kInt16,
   kInt32,
   kInt64,
-  kTime,           // the seconds and the local date
-  kNamed16,        // the number and its name
+  kTime,     // the seconds and the local date
+  kNamed16,  // the number and its name
   kNamed32,
   kImageState,     // 32 bits: the state without the inactive bit 8, named
   kInactive,       // 32 bits: "true" when the inactive bit 8 is set
@@ -79,16 +79,18 @@ struct Field {
   const NamedValues* names;
 };
 
-#define IMAGE_FIELD(label, kind, member) {label, kind, offsetof(EMM_Image, member), nullptr}
-#define COPY_FIELD(label, kind, member) {label, kind, offsetof(EMM_ImageCopy, member), nullptr}
+#define IMAGE_FIELD(label, kind, member) \
+  { label, kind, offsetof(EMM_Image, member), nullptr }
+#define COPY_FIELD(label, kind, member) \
+  { label, kind, offsetof(EMM_ImageCopy, member), nullptr }
 #define COPY_NAMED(label, kind, member, names) \
-  {label, kind, offsetof(EMM_ImageCopy, member), &names}
+  { label, kind, offsetof(EMM_ImageCopy, member), &names }
 #define FRAG_FIELD(label, kind, member) \
-  {label, kind, offsetof(EMM_ImageFragment, member), nullptr}
+  { label, kind, offsetof(EMM_ImageFragment, member), nullptr }
 #define FRAG_NAMED(label, kind, member, names) \
-  {label, kind, offsetof(EMM_ImageFragment, member), &names}
+  { label, kind, offsetof(EMM_ImageFragment, member), &names }
 #define SNAP_FIELD(label, kind, member) \
-  {label, kind, offsetof(EMM_SnapshotInfo, member), nullptr}
+  { label, kind, offsetof(EMM_SnapshotInfo, member), nullptr }
 
 const Field kImageFields[] = {
     IMAGE_FIELD(" Master Server                 : ", kText, MasterServer),
@@ -182,14 +184,19 @@ const char* TextAt(const char* record, const Field& f) { return record + f.offse
 
 int64_t NumberOf(const char* record, const Field& f) {
   switch (f.kind) {
-    case kUInt8: return Read<uint8_t>(record, f);
+    case kUInt8:
+      return Read<uint8_t>(record, f);
     case kInt16:
     case kNamed16:
-    case kMpx: return Read<int16_t>(record, f);
+    case kMpx:
+      return Read<int16_t>(record, f);
     case kInt64:
-    case kTime: return Read<int64_t>(record, f);
-    case kImageState: return Read<int32_t>(record, f) & ~SLP_STATE_INACTIVE;
-    default: return Read<int32_t>(record, f);
+    case kTime:
+      return Read<int64_t>(record, f);
+    case kImageState:
+      return Read<int32_t>(record, f) & ~SLP_STATE_INACTIVE;
+    default:
+      return Read<int32_t>(record, f);
   }
 }
 
@@ -211,7 +218,9 @@ void WriteNamed(LineWriter& w, int64_t value, const NamedValues& values) {
 void WriteUserValue(LineWriter& w, const char* record, const Field& f) {
   switch (f.kind) {
     case kText:
-    case kDestinationId: w.TextOr(TextAt(record, f), kNullUser); break;
+    case kDestinationId:
+      w.TextOr(TextAt(record, f), kNullUser);
+      break;
     case kResidence: {
       const char* residence = TextAt(record, f);
       w.TextOr(strcmp(residence, kRemoteMaster) == 0 ? "Remote Master" : residence, kNullUser);
@@ -228,20 +237,28 @@ void WriteUserValue(LineWriter& w, const char* record, const Field& f) {
       break;
     }
     case kNamed16:
-    case kNamed32: WriteNamed(w, NumberOf(record, f), *f.names); break;
-    case kImageState: WriteNamed(w, NumberOf(record, f), kImageStates); break;
+    case kNamed32:
+      WriteNamed(w, NumberOf(record, f), *f.names);
+      break;
+    case kImageState:
+      WriteNamed(w, NumberOf(record, f), kImageStates);
+      break;
     case kMpx: {
       int64_t mpx = NumberOf(record, f);
       w.Int(mpx).Text(mpx != 0 ? " (true)" : " (false)");
       break;
     }
-    case kInactive: w.Text((Read<int32_t>(record, f) & SLP_STATE_INACTIVE) ? "true" : "false"); break;
+    case kInactive:
+      w.Text((Read<int32_t>(record, f) & SLP_STATE_INACTIVE) ? "true" : "false");
+      break;
     case kGuid: {
       char text[RGUID_BRACED_TEXT_SIZE];
       w.Text(GuidText(reinterpret_cast<const unsigned char*>(TextAt(record, f)), text));
       break;
     }
-    default: w.Int(NumberOf(record, f)); break;
+    default:
+      w.Int(NumberOf(record, f));
+      break;
   }
 }
 
@@ -375,8 +392,7 @@ void PrintSnapshotShort(LineWriter& w, const EMM_SnapshotInfo& snapshot) {
   w.Text(CmdVersion).Text(" S ").TextOr(snapshot.BackupID, kNullShort).Char(' ');
   w.Int(snapshot.CopyNumber).Char(' ');
   for (const char* text : {snapshot.StorageServerName, snapshot.StorageServerType,
-                           snapshot.DiskVolumeName, snapshot.DiskMediaID,
-                           snapshot.SnapshotName}) {
+                           snapshot.DiskVolumeName, snapshot.DiskMediaID, snapshot.SnapshotName}) {
     w.TextOr(text, kNullShort).Text("  ");
   }
   w.Char('\n');
@@ -387,10 +403,10 @@ void PrintSnapshotUser(LineWriter& w, const EMM_SnapshotInfo& snapshot) {
 }
 
 // The stream forms: one writer per record.
-#define STREAM_PRINTER(name, Record)              \
-  void name(const Record& record, FILE* out) {    \
-    LineWriter w(out);                            \
-    name(w, record);                              \
+#define STREAM_PRINTER(name, Record)           \
+  void name(const Record& record, FILE* out) { \
+    LineWriter w(out);                         \
+    name(w, record);                           \
   }
 STREAM_PRINTER(PrintImageShort, EMM_Image)
 STREAM_PRINTER(PrintImageUser, EMM_Image)
@@ -405,9 +421,15 @@ STREAM_PRINTER(PrintSnapshotUser, EMM_SnapshotInfo)
 
 void PrintImageInForm(LineWriter& w, outputform_e form, const EMM_Image& image) {
   switch (form) {
-    case OUTPUT_SHORT: PrintImageShort(w, image); break;
-    case OUTPUT_USER: PrintImageUser(w, image); break;
-    case OUTPUT_BRIEF: PrintImageBrief(w, image); break;
+    case OUTPUT_SHORT:
+      PrintImageShort(w, image);
+      break;
+    case OUTPUT_USER:
+      PrintImageUser(w, image);
+      break;
+    case OUTPUT_BRIEF:
+      PrintImageBrief(w, image);
+      break;
     default:
       w.Flush();
       PrintUnsupportedForm(form);

@@ -35,16 +35,17 @@ void ExpectLines(const std::string& text, const std::vector<std::string>& lines)
 TEST(RecordPrintersTest, EmptyImage) {
   EMM_Image image = {};
   image.SLPState = 27;  // 19 and the inactive bit: no name
-  EXPECT_EQ("V7.6.0 I *NULL* *NULL* *NULL* 0 *NULL* 0 0 *NULL* 19 true 0 *NULL* 0  "
-            "{00000000-0000-0000-0000-000000000000} 0 0 0\n",
-            Printed(PrintImageShort, image));
+  EXPECT_EQ(
+      "V7.6.0 I *NULL* *NULL* *NULL* 0 *NULL* 0 0 *NULL* 19 true 0 *NULL* 0  "
+      "{00000000-0000-0000-0000-000000000000} 0 0 0\n",
+      Printed(PrintImageShort, image));
   EXPECT_EQ("*NULL*\n", Printed(PrintImageBrief, image));
-  ExpectLines(Printed(PrintImageUser, image),
-              {" Master Server                 : (none specified)",
-               " Storage Lifecycle State       : 19 (INVALID_IMAGE_LIFECYCLE_STATE)",
-               " Storage Lifecycle Is Inactive : true",
-               " OriginMasterServer            : (none specified)",
-               " Data Classification ID        : (none specified)"});
+  ExpectLines(
+      Printed(PrintImageUser, image),
+      {" Master Server                 : (none specified)",
+       " Storage Lifecycle State       : 19 (INVALID_IMAGE_LIFECYCLE_STATE)",
+       " Storage Lifecycle Is Inactive : true", " OriginMasterServer            : (none specified)",
+       " Data Classification ID        : (none specified)"});
 }
 
 TEST(RecordPrintersTest, CopyNamesAtTheEndsOfTheirTables) {
@@ -56,12 +57,12 @@ TEST(RecordPrintersTest, CopyNamesAtTheEndsOfTheirTables) {
   copy.MPXState = 2;
   strcpy(copy.Residence, "*Remote*Master*");
   strcpy(copy.DestinationID, "target-a");
-  ExpectLines(Printed(PrintCopyUser, copy),
-              {"   Copy Type           : 9 (CLOUD_SNAPSHOT_INDEX) ",
-               "   Copy State          : 15 (IMPORT_FAILED) ",
-               "   Retention Type      : 5 (MIRROR) ", "   DataFormat          : 3 (DF_NDMP) ",
-               "   MPX State           : 2 (true)", "   Residence           : Remote Master",
-               "   Target ID           : target-a"});
+  ExpectLines(
+      Printed(PrintCopyUser, copy),
+      {"   Copy Type           : 9 (CLOUD_SNAPSHOT_INDEX) ",
+       "   Copy State          : 15 (IMPORT_FAILED) ", "   Retention Type      : 5 (MIRROR) ",
+       "   DataFormat          : 3 (DF_NDMP) ", "   MPX State           : 2 (true)",
+       "   Residence           : Remote Master", "   Target ID           : target-a"});
   EXPECT_NE(std::string::npos, Printed(PrintCopyShort, copy).find(" *Remote*Master* "));
 
   copy.CopyType = 10;
@@ -71,13 +72,13 @@ TEST(RecordPrintersTest, CopyNamesAtTheEndsOfTheirTables) {
   copy.MPXState = 0;
   strcpy(copy.Residence, "disk_stu");
   copy.DestinationID[0] = '\0';
-  ExpectLines(Printed(PrintCopyUser, copy),
-              {"   Copy Type           : 10 (INVALID_COPY_TYPE)",
-               "   Copy State          : 16 (INVALID_IMAGE_COPY_STATE)",
-               "   Retention Type      : -1 (INVALID_RETENTION_TYPE)",
-               "   DataFormat          : 4 (INVALID_DATA_FORMAT)",
-               "   MPX State           : 0 (false)", "   Residence           : disk_stu",
-               "   Destination ID      : (none specified)"});
+  ExpectLines(
+      Printed(PrintCopyUser, copy),
+      {"   Copy Type           : 10 (INVALID_COPY_TYPE)",
+       "   Copy State          : 16 (INVALID_IMAGE_COPY_STATE)",
+       "   Retention Type      : -1 (INVALID_RETENTION_TYPE)",
+       "   DataFormat          : 4 (INVALID_DATA_FORMAT)", "   MPX State           : 0 (false)",
+       "   Residence           : disk_stu", "   Destination ID      : (none specified)"});
 }
 
 TEST(RecordPrintersTest, FragmentNamesAtTheEndsOfTheirTables) {
@@ -87,17 +88,25 @@ TEST(RecordPrintersTest, FragmentNamesAtTheEndsOfTheirTables) {
     short state;
     std::vector<std::string> lines;
   } cases[] = {
-      {6, 6, 5,
+      {6,
+       6,
+       5,
        {"     Media Type        : 6 (DISKSTAGE) ", "     Media Sub-Type    : 6 (STSDYNAMIC) ",
         "     Fragment State    : 5 (UNDEFINED) "}},
-      {0, 0, 1,
+      {0,
+       0,
+       1,
        {"     Media Type        : 0 (DISK) ", "     Media Sub-Type    : 0 (DEFAULT) ",
         "     Fragment State    : 1 (ACTIVE) "}},
-      {7, 7, 0,
+      {7,
+       7,
+       0,
        {"     Media Type        : 7 (UNKNOWN_STU_TYPE)",
         "     Media Sub-Type    : 7 (UNKNOWN_STU_SUBTYPE)",
         "     Fragment State    : 0 (INVALID_FRAG_STATE)"}},
-      {-1, -1, 6,
+      {-1,
+       -1,
+       6,
        {"     Media Type        : -1 (UNKNOWN_STU_TYPE)",
         "     Media Sub-Type    : -1 (UNKNOWN_STU_SUBTYPE)",
         "     Fragment State    : 6 (INVALID_FRAG_STATE)"}},

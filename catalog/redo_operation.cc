@@ -86,8 +86,7 @@ Outcome Redo(const EMM_Image* image, const EMM_ImageCopy& copy, const char* back
              int slpIndex) {
   if (copy.CopyType != COPY_TYPE_REPLICATE_TO_REMOTE_MASTER) {
     PrintMsg(stderr, "SmeSlp0390N",
-             "The redo operation is not currently supported for image copy type %d",
-             copy.CopyType);
+             "The redo operation is not currently supported for image copy type %d", copy.CopyType);
     return Outcome::kStopped;
   }
   const int source = copy.SLPSourceIndex;
@@ -100,8 +99,8 @@ Outcome Redo(const EMM_Image* image, const EMM_ImageCopy& copy, const char* back
       !SetCopyState(backupId, source, COPY_STATE_JOBCOMPLETE)) {
     return Outcome::kStopped;
   }
-  const unsigned status = emmlib_UpdateImageStorageServiceState(
-      &EmmCid, 1, MasterServer.c_str(), backupId, SLP_STATE_IN_PROCESS);
+  const unsigned status = emmlib_UpdateImageStorageServiceState(&EmmCid, 1, MasterServer.c_str(),
+                                                                backupId, SLP_STATE_IN_PROCESS);
   if (status != 0) {
     PrintMsg(stderr, "SmeSlp0360N", "cannot update image state, status = %ld",
              static_cast<long>(status));
@@ -115,8 +114,8 @@ Outcome Redo(const EMM_Image* image, const EMM_ImageCopy& copy, const char* back
 void RedoOperation(const char* backupId, int slpIndex) {
   ImageQuery query;
   if (!ImageQueryStarted(emmlib_ImageQueryExecute(&EmmCid, 3, MasterServer.c_str(), backupId,
-                                                  nullptr, nullptr, nullptr, nullptr, 0, 0, 0, 0,
-                                                  0, nullptr, query.address()))) {
+                                                  nullptr, nullptr, nullptr, nullptr, 0, 0, 0, 0, 0,
+                                                  nullptr, query.address()))) {
     return;
   }
   ImageList images;

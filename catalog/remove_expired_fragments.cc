@@ -10,8 +10,8 @@
 
 void RemoveExpiredFragments(const char* backupId) {
   // Every copy (0), fragment, media type and media sub-type (-1).
-  const unsigned status = emmlib_DeleteDeletedImageFragments(&EmmCid, 3, MasterServer.c_str(),
-                                                             backupId, 0, -1, -1, -1);
+  const unsigned status =
+      emmlib_DeleteDeletedImageFragments(&EmmCid, 3, MasterServer.c_str(), backupId, 0, -1, -1, -1);
   if (status != 0) {
     PrintMsg(stderr, "SmeSlp0200N",
              "error removing all entries in deleted fragment list, status= %d",

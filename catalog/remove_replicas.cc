@@ -41,13 +41,14 @@ int RemoveReplicas(const std::string& targetMachine, const std::string& targetIn
 
   const std::string lookup =
       "SELECT MachineKey FROM EMM_MAIN.EMM_Machine WHERE MachinePrimaryName = ?"
-      " AND MachineSwuType = " + std::to_string(kReplicationTargetType);
+      " AND MachineSwuType = " +
+      std::to_string(kReplicationTargetType);
   ParameterBinder machine;
   machine.bindInputString(targetMachine.c_str(), DAL_NTS, false);
   uint32_t key = 0;
-  int status = db.connection->ULongReturningQuery(db.view, lookup, machine.getBindings(), &key,
-                                                  LOG_AT_VERBOSITY_3, "ULongReturningQuery",
-                                                  "ULong");
+  int status =
+      db.connection->ULongReturningQuery(db.view, lookup, machine.getBindings(), &key,
+                                         LOG_AT_VERBOSITY_3, "ULongReturningQuery", "ULong");
   if (status == DAL_NO_DATA) {
     PrintMsg(stderr, "SmeSlp0750N", "No target machine with name '%s' located.",
              targetMachine.c_str());
@@ -75,8 +76,9 @@ int RemoveReplicas(const std::string& targetMachine, const std::string& targetIn
                             "No replication records for target machine '%s' with target info "
                             "'%s' found",
                             targetMachine.c_str(), targetInfo.c_str())
-                 : PrintMsg(stdout, "SmeSlp0730N", "No replication records for target machine "
-                                                   "'%s' found",
+                 : PrintMsg(stdout, "SmeSlp0730N",
+                            "No replication records for target machine "
+                            "'%s' found",
                             targetMachine.c_str());
     logmsg(4, text, progname.c_str());
     return 0;

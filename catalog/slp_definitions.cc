@@ -11,10 +11,10 @@ bool SlpDefinitions::Read() {
   int status = 0;
   head_ = db_getAllStorageServicesWithAllVersions(&status);
   if (status != 0) {
-    logmsg(16,
-           PrintMsg(stderr, "SmeSlp0850N", "Can't obtain SLP definitions, error status = %d",
-                    status),
-           progname.c_str());
+    logmsg(
+        16,
+        PrintMsg(stderr, "SmeSlp0850N", "Can't obtain SLP definitions, error status = %d", status),
+        progname.c_str());
     return false;
   }
   // The first of two equal definitions wins, as a walk of the list would.

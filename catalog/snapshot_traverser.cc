@@ -20,8 +20,8 @@ SnapshotTraverser::~SnapshotTraverser() {
 }
 
 unsigned SnapshotTraverser::initQuery(const char* backupId) {
-  unsigned status = emmlib_QueryActiveSnapshotInfo(&cid_, 1, masterServer_.c_str(), 0, backupId,
-                                                   -1, 0, &handle_);
+  unsigned status =
+      emmlib_QueryActiveSnapshotInfo(&cid_, 1, masterServer_.c_str(), 0, backupId, -1, 0, &handle_);
   if (status == 0) fetchPending_ = true;
   return status;
 }
@@ -77,6 +77,7 @@ int SnapshotTraverser::compareToCurrentImage(const EMM_SnapshotInfo& snap,
   }
   int byId = strcmp(snap.BackupID, row->image.BackupID);
   if (byId != 0) return byId > 0 ? 2 : 0;
-  if (snap.CopyNumber != row->copy.CopyNumber) return snap.CopyNumber > row->copy.CopyNumber ? 2 : 0;
+  if (snap.CopyNumber != row->copy.CopyNumber)
+    return snap.CopyNumber > row->copy.CopyNumber ? 2 : 0;
   return 1;
 }

@@ -30,9 +30,9 @@ TEST(SnapshotTraverserTest, ComparesByBackupTimeBackupIdAndCopyNumber) {
     int copyNumber;
     int expected;
   } cases[] = {
-      {200, "host_200", 2, 1},  {199, "host_200", 9, 0},  {201, "host_200", 1, 2},
-      {200, "host_199", 9, 0},  {200, "host_201", 1, 2},  {200, "host_200", 1, 0},
-      {200, "host_200", 3, 2},  {-5, "host_200", 2, 0},   {200, "host_2000", 2, 2},
+      {200, "host_200", 2, 1}, {199, "host_200", 9, 0}, {201, "host_200", 1, 2},
+      {200, "host_199", 9, 0}, {200, "host_201", 1, 2}, {200, "host_200", 1, 0},
+      {200, "host_200", 3, 2}, {-5, "host_200", 2, 0},  {200, "host_2000", 2, 2},
       {200, "host\xff", 2, 2},  // bytes compare unsigned
   };
   for (const Case& c : cases) {
@@ -64,9 +64,10 @@ class SnapshotMergeTest : public ::testing::TestWithParam<unsigned> {
   void AddSnapshotCopy(int64_t image, int copyNumber, const std::vector<std::string>& names) {
     int64_t copy = catalog_.AddCopy(image, copyNumber, "DataFormat = 2");
     for (const std::string& name : names) {
-      catalog_.Exec("INSERT INTO DBM_ImageSnapshot (ImageCopyKey, StorageServerName, "
-                    "SnapshotName) VALUES (" + std::to_string(copy) + ", 'array1', '" + name +
-                    "')");
+      catalog_.Exec(
+          "INSERT INTO DBM_ImageSnapshot (ImageCopyKey, StorageServerName, "
+          "SnapshotName) VALUES (" +
+          std::to_string(copy) + ", 'array1', '" + name + "')");
     }
   }
 

@@ -71,25 +71,25 @@ void ShowVolume(outputform_e, int, const char* mediaId, const char* mediaServer,
 
   ImageQuery query;
   if (!ImageQueryStarted(emmlib_ImageQueryExecute(&EmmCid, 3, MasterServer.c_str(), nullptr,
-                                                  nullptr, mediaId, storageServer, mediaServer,
-                                                  0, 0, 0, 0, 0, nullptr, query.address()))) {
+                                                  nullptr, mediaId, storageServer, mediaServer, 0,
+                                                  0, 0, 0, 0, nullptr, query.address()))) {
     return;
   }
   const int64_t now = Orvantic::Stashwell::CurrentTime();
   unsigned long images = 0;
-  unsigned status = ForEachImage(query, kImagesPerFetch, kMaxImages, &images,
-                                 [&](const EMM_Image& image) {
-    volume_map_s& entry = EntryOf(entries, image);
-    for (const EMM_ImageCopy* copy = image.copies; copy != nullptr; copy = copy->next) {
-      for (const EMM_ImageFragment* f = copy->fragments; f != nullptr; f = f->next) {
-        if (f->FragmentState == kActive) {
-          entry.active += f->FragmentSize;
-        } else if (f->FragmentState == kEligibleForExpiration) {
-          (now <= copy->TryToKeepTime ? entry.beforeTtk : entry.afterTtk) += f->FragmentSize;
+  unsigned status =
+      ForEachImage(query, kImagesPerFetch, kMaxImages, &images, [&](const EMM_Image& image) {
+        volume_map_s& entry = EntryOf(entries, image);
+        for (const EMM_ImageCopy* copy = image.copies; copy != nullptr; copy = copy->next) {
+          for (const EMM_ImageFragment* f = copy->fragments; f != nullptr; f = f->next) {
+            if (f->FragmentState == kActive) {
+              entry.active += f->FragmentSize;
+            } else if (f->FragmentState == kEligibleForExpiration) {
+              (now <= copy->TryToKeepTime ? entry.beforeTtk : entry.afterTtk) += f->FragmentSize;
+            }
+          }
         }
-      }
-    }
-  });
+      });
   query.Release();
   if (status != 0) {
     PrintImageFetchError(status);
@@ -101,8 +101,8 @@ void ShowVolume(outputform_e, int, const char* mediaId, const char* mediaServer,
   if (mediaServer != nullptr) printf(", MediaServer %s", mediaServer);
   if (storageServer != nullptr) printf(", StorageServer %s", storageServer);
   printf("\n");
-  printf("%-18s  %12s  %12s  %12s  %12s\n", "Protection Level", "Active", "Before TTK",
-         "After TTK", "Total");
+  printf("%-18s  %12s  %12s  %12s  %12s\n", "Protection Level", "Active", "Before TTK", "After TTK",
+         "Total");
   PrintRule();
   volume_map_s total = {nullptr, 0, 0, 0};
   for (const volume_map_s& entry : entries) {

@@ -36,8 +36,8 @@ void ReadConfiguration(const char* name) {
     CmdExit(1);
   }
   if (reader->getEmmServer().empty()) {
-    PrintMsg(stderr, "SmeSlp0440N", "%s: invalid Stashwell configuration: EMM Server is not defined",
-             name);
+    PrintMsg(stderr, "SmeSlp0440N",
+             "%s: invalid Stashwell configuration: EMM Server is not defined", name);
     CmdExit(1);
   }
   EmmServer = reader->getEmmServer();
@@ -48,8 +48,8 @@ void ReadConfiguration(const char* name) {
     CmdExit(1);
   }
   const SW_MASTER_CONFIG* master = get_master_config_ptr();
-  ImportConfThreshold =
-      computeConfigUnitsBaseValue(master->importConfThresholdValue, master->importConfThresholdUnits);
+  ImportConfThreshold = computeConfigUnitsBaseValue(master->importConfThresholdValue,
+                                                    master->importConfThresholdUnits);
 }
 
 // Step 8: the debug log, when its directory exists. Only an administrator is
@@ -59,7 +59,8 @@ void OpenDebugLog() {
   struct stat st;
   if (stat(dir.c_str(), &st) != 0) return;
   int err = 0;
-  if (open_debug_log(swdlog_root(), "admin", progname.c_str(), 0666, &err) < 0 && is_user_admin(2)) {
+  if (open_debug_log(swdlog_root(), "admin", progname.c_str(), 0666, &err) < 0 &&
+      is_user_admin(2)) {
     PrintMsg(stderr, "SmeCom0020N", "%s: terminating - cannot open debug file: %s (%d)\n",
              progname.c_str(), strerror(err), err);
     CmdExit(12);
@@ -97,9 +98,8 @@ int main(int argc, char** argv) {
   const char* name = *base != '\0' ? base : kOwnName;
   ReadConfiguration(name);
 
-  zkgetlocaleEx(lc_messages, sizeof lc_messages, lc_ctype, sizeof lc_ctype, lc_time,
-                sizeof lc_time, lc_collate, sizeof lc_collate, lc_numeric, sizeof lc_numeric,
-                lc_status);
+  zkgetlocaleEx(lc_messages, sizeof lc_messages, lc_ctype, sizeof lc_ctype, lc_time, sizeof lc_time,
+                lc_collate, sizeof lc_collate, lc_numeric, sizeof lc_numeric, lc_status);
 
   // Keeping the name is the only thing that can fail here.
   try {

@@ -82,9 +82,7 @@ int cmd_remove_exp(const CommandLine& l) {
   return 0;
 }
 
-int cmd_remove_repl(const CommandLine& l) {
-  return RemoveReplicas(l.targetMachine, l.targetInfo);
-}
+int cmd_remove_repl(const CommandLine& l) { return RemoveReplicas(l.targetMachine, l.targetInfo); }
 
 int cmd_pendimplist(const CommandLine& l) {
   ListPendingImportImages(l.outputForm, l.sinceTime);
@@ -115,8 +113,7 @@ int cmd_report(const CommandLine& l) {
 }
 
 int cmd_showvol(const CommandLine& l) {
-  ShowVolume(l.outputForm, l.diskType, l.mediaId.get(), l.mediaServer.get(),
-             l.storageServer.get());
+  ShowVolume(l.outputForm, l.diskType, l.mediaId.get(), l.mediaServer.get(), l.storageServer.get());
   return 0;
 }
 
@@ -137,9 +134,7 @@ int RunCopyProcessing(CopyProcessingOp op, const CommandLine& l) {
 
 int cmd_active(const CommandLine& l) { return RunCopyProcessing(CopyProcessingOp::kActive, l); }
 int cmd_cancel(const CommandLine& l) { return RunCopyProcessing(CopyProcessingOp::kCancel, l); }
-int cmd_inactive(const CommandLine& l) {
-  return RunCopyProcessing(CopyProcessingOp::kInactive, l);
-}
+int cmd_inactive(const CommandLine& l) { return RunCopyProcessing(CopyProcessingOp::kInactive, l); }
 int cmd_new_session(const CommandLine& l) {
   return RunCopyProcessing(CopyProcessingOp::kNewSession, l);
 }

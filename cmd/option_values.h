@@ -49,8 +49,7 @@ template <typename T>
 bool ParseInteger(const char* text, T* value) {
   errno = 0;
   const long long n = strtoll(text, nullptr, 10);
-  if (errno == ERANGE || n < std::numeric_limits<T>::min() ||
-      n > std::numeric_limits<T>::max()) {
+  if (errno == ERANGE || n < std::numeric_limits<T>::min() || n > std::numeric_limits<T>::max()) {
     return false;
   }
   *value = static_cast<T>(n);

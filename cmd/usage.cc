@@ -57,11 +57,7 @@ const char* const kInternalOperations[] = {
 };
 
 const char* const kGeneralClosing[] = {
-    "",
-    "To get detailed usage of each operation use:",
-    "   cyclectl operation -help",
-    "",
-    nullptr,
+    "", "To get detailed usage of each operation use:", "   cyclectl operation -help", "", nullptr,
 };
 
 const char* const kActive[] = {

@@ -52,11 +52,10 @@ TEST_F(WalkTest, TextsAreKeptAsTextAndAsOptionalValues) {
 }
 
 TEST_F(WalkTest, NumbersFollowStrtolIntoTheirFieldWidths) {
-  const CommandLine l =
-      Walk({"list", "-copy_state", "70000", "-frag_state", "12abc", "-jobid", "x9", "-key",
-            "9000000000", "-days", "4294967296", "-version", "3", "-schedtype", "7",
-            "-slpindex", "2147483647"})
-          .line;
+  const CommandLine l = Walk({"list", "-copy_state", "70000", "-frag_state", "12abc", "-jobid",
+                              "x9", "-key", "9000000000", "-days", "4294967296", "-version", "3",
+                              "-schedtype", "7", "-slpindex", "2147483647"})
+                            .line;
   EXPECT_EQ(*l.copyState.get(), static_cast<short>(70000));
   EXPECT_EQ(*l.fragState.get(), 12);
   EXPECT_EQ(l.jobId, 0);

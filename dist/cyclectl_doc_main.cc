@@ -177,8 +177,8 @@ bool WriteOption(std::ostream& out, const OptionRule& rule) {
   }
   out << Roff(help->meaning) << '\n';
   if (const Vocabulary* v = FindVocabulary(rule.option)) {
-    out << ".br\nOne of: " << Join(RoffWords(VocabularyNames(*v)), ", ") << " (" << Roff(v->comparison)
-        << ").\n";
+    out << ".br\nOne of: " << Join(RoffWords(VocabularyNames(*v)), ", ") << " ("
+        << Roff(v->comparison) << ").\n";
   }
   if (rule.selects != OP_NONE) {
     out << "Selects the operation\n.B " << Roff(OperationName(rule.selects))
@@ -260,8 +260,7 @@ void WriteCompletion(std::ostream& out) {
   for (const Vocabulary& v : kVocabularies) {
     std::string name = optNames[v.option];
     for (char& c : name) c = static_cast<char>(tolower(static_cast<unsigned char>(c)));
-    out << "    " << name << ") printf '%s' '" << CompletionWords(VocabularyNames(v))
-        << "' ;;\n";
+    out << "    " << name << ") printf '%s' '" << CompletionWords(VocabularyNames(v)) << "' ;;\n";
   }
   out << "    *) return 1 ;;\n  esac\n}\n\n";
 
@@ -274,7 +273,9 @@ void WriteCompletion(std::ostream& out) {
          "  for ((i = 1; i < COMP_CWORD; i++)); do\n"
          "    word=${COMP_WORDS[i]}\n"
          "    case \"${word,,}\" in\n"
-         "      " << Join(valueOptions, "|") << ")\n"
+         "      "
+      << Join(valueOptions, "|")
+      << ")\n"
          "        [[ ${COMP_WORDS[i+1]} != -* ]] && ((i++)) ;;\n"
          "      -*) ;;\n"
          "      *) operation=${word,,}; break ;;\n"
@@ -295,14 +296,21 @@ void WriteCompletion(std::ostream& out) {
          "  fi\n"
          "  # Any other value is the user's to type.\n"
          "  case \"${prev,,}\" in\n"
-         "    " << Join(valueOptions, "|") << ") return ;;\n"
+         "    "
+      << Join(valueOptions, "|")
+      << ") return ;;\n"
          "  esac\n"
          "  if [[ -n $operation ]]; then\n"
-         "    COMPREPLY=($(compgen -W \"$(_cyclectl_operation_options \"$operation\")\" -- \"$cur\"))\n"
+         "    COMPREPLY=($(compgen -W \"$(_cyclectl_operation_options \"$operation\")\" -- "
+         "\"$cur\"))\n"
          "  elif [[ $cur == -* ]]; then\n"
-         "    COMPREPLY=($(compgen -W '" << Join(selecting, " ") << "' -- \"$cur\"))\n"
+         "    COMPREPLY=($(compgen -W '"
+      << Join(selecting, " ")
+      << "' -- \"$cur\"))\n"
          "  else\n"
-         "    COMPREPLY=($(compgen -W '" << Join(words, " ") << "' -- \"$cur\"))\n"
+         "    COMPREPLY=($(compgen -W '"
+      << Join(words, " ")
+      << "' -- \"$cur\"))\n"
          "  fi\n"
          "}\n"
          "complete -F _cyclectl cyclectl\n";
@@ -325,13 +333,16 @@ int main(int argc, char** argv) {
 
   bool done = false;
   if (argc == 4 && strcmp(argv[1], "man") == 0) {
-    done = WriteFile(argv[3], [](std::ostream& out, const char* t) { return WriteManPage(t, out); },
-                     argv[2]);
+    done = WriteFile(
+        argv[3], [](std::ostream& out, const char* t) { return WriteManPage(t, out); }, argv[2]);
   } else if (argc == 3 && strcmp(argv[1], "completion") == 0) {
-    done = WriteFile(argv[2], [](std::ostream& out, const char*) {
-      WriteCompletion(out);
-      return true;
-    }, nullptr);
+    done = WriteFile(
+        argv[2],
+        [](std::ostream& out, const char*) {
+          WriteCompletion(out);
+          return true;
+        },
+        nullptr);
   } else {
     fprintf(stderr, "usage: cyclectl-doc man TEMPLATE OUT | completion OUT\n");
     return 2;

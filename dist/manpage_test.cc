@@ -78,8 +78,7 @@ TEST(ManPageTest, ShowsTheVocabulariesAndSynopses) {
   EXPECT_NE(std::string::npos, page.find("One of: I, IC, C, ICF, F, ICFS, S (case ignored)."));
   EXPECT_NE(std::string::npos, page.find("One of: null, alm, cem,"));
   EXPECT_NE(std::string::npos, page.find(", cloudsnapindex (case ignored;"));
-  EXPECT_NE(std::string::npos,
-            page.find("add_import_frags -test_import_frags <import_frag_file>"));
+  EXPECT_NE(std::string::npos, page.find("add_import_frags -test_import_frags <import_frag_file>"));
   EXPECT_NE(std::string::npos, page.find("Another spelling of -frag_state."));
   EXPECT_EQ(std::string::npos, ReadFile(CYCLECTL_MAN_PAGE).find("generated:"));
 }

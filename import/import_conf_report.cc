@@ -59,14 +59,15 @@ void PrintImportConfShort(const image_copy_record& row) {
 
 void PrintImportConfUser(const image_copy_record& row) {
   const int64_t t = row.copy.LastRetryTime;
-  printf("Backup ID           %s\n"
-         "Copy number         %d\n"
-         "Replication time    %lld(%s)\n"
-         "SLP name            %s\n"
-         "SLP version         %d\n\n",
-         row.image.BackupID, row.copy.CopyNumber, static_cast<long long>(t),
-         FormatTime(t, false).c_str(), row.image.StorageServiceName,
-         row.image.StorageServiceVersionNumber);
+  printf(
+      "Backup ID           %s\n"
+      "Copy number         %d\n"
+      "Replication time    %lld(%s)\n"
+      "SLP name            %s\n"
+      "SLP version         %d\n\n",
+      row.image.BackupID, row.copy.CopyNumber, static_cast<long long>(t),
+      FormatTime(t, false).c_str(), row.image.StorageServiceName,
+      row.image.StorageServiceVersionNumber);
 }
 
 void JsonFormatImportConf(const image_copy_record& row, json_t* array) {
@@ -120,9 +121,15 @@ int ListImportConfReport(outputform_e form, const char* lifecycle, const char* d
       }
       ++reported;
       switch (form) {
-        case OUTPUT_SHORT: PrintImportConfShort(row); break;
-        case OUTPUT_USER: PrintImportConfUser(row); break;
-        case OUTPUT_BRIEF: printf("%s\n", row.image.BackupID); break;
+        case OUTPUT_SHORT:
+          PrintImportConfShort(row);
+          break;
+        case OUTPUT_USER:
+          PrintImportConfUser(row);
+          break;
+        case OUTPUT_BRIEF:
+          printf("%s\n", row.image.BackupID);
+          break;
         case OUTPUT_JSON:
         case OUTPUT_JSON_COMPACT:
           if (array.get() != nullptr) JsonFormatImportConf(row, array.get());

@@ -139,8 +139,8 @@ struct OutputSide {
   static constexpr const char* kJson = "PrintOutputImportNotificationsJson unimplemented\n";
 
   static int Get(DatabaseConnection& db, RecordList<Record>& records, NotificationFilter& filter) {
-    return DBData::GetSlpOutNotificationRecords(db.connection, db.view, records,
-                                                filter.bindings(), filter.where(), "", "");
+    return DBData::GetSlpOutNotificationRecords(db.connection, db.view, records, filter.bindings(),
+                                                filter.where(), "", "");
   }
 
   static void PrintShort(LineWriter& w, const Record& r) {
@@ -204,9 +204,15 @@ void ListNotifications(outputform_e form, ImportNotificationType_e type, TimeRan
   uint64_t number = 0;
   for (const typename Side::Record& r : records) {
     switch (form) {
-      case OUTPUT_SHORT: Side::PrintShort(w, r); break;
-      case OUTPUT_USER: Side::PrintUser(w, r, ++number); break;
-      default: w.Int(r.NotificationKey).Char('\n'); break;
+      case OUTPUT_SHORT:
+        Side::PrintShort(w, r);
+        break;
+      case OUTPUT_USER:
+        Side::PrintUser(w, r, ++number);
+        break;
+      default:
+        w.Int(r.NotificationKey).Char('\n');
+        break;
     }
   }
 }

@@ -28,24 +28,19 @@ const std::string outNotificationColumns =
     "DATEDIFF(SECOND, '1970-01-01 00:00:00', LastRetryTime), "
     "DATEDIFF(SECOND, '1970-01-01 00:00:00', CreatedDateTime)";
 
-#define IN_COLUMN(n, type, field) \
+#define IN_COLUMN(n, type, field)                                         \
   DalResultColumn(n, nullptr, type, offsetof(SLP_InNotifications, field), \
                   sizeof(SLP_InNotifications::field))
-#define OUT_COLUMN(n, type, field) \
+#define OUT_COLUMN(n, type, field)                                         \
   DalResultColumn(n, nullptr, type, offsetof(SLP_OutNotifications, field), \
                   sizeof(SLP_OutNotifications::field))
 
 const BindingStruct InNotification_Binding[kNotificationColumns] = {
-    IN_COLUMN(1, DAL_VT_SBIGINT, NotificationKey),
-    IN_COLUMN(2, DAL_VT_CHAR, ClientMachineName),
-    IN_COLUMN(3, DAL_VT_SBIGINT, BackupTime),
-    IN_COLUMN(4, DAL_VT_UBIGINT, SourceImageKey),
-    IN_COLUMN(5, DAL_VT_ULONG, NotificationType),
-    IN_COLUMN(6, DAL_VT_CHAR, FromHostName),
-    IN_COLUMN(7, DAL_VT_GUID, FromHostMachineId),
-    IN_COLUMN(8, DAL_VT_ULONG, FromHostSWVersion),
-    IN_COLUMN(9, DAL_VT_SLONG, ErrorCode),
-    IN_COLUMN(10, DAL_VT_CHAR, ErrorString),
+    IN_COLUMN(1, DAL_VT_SBIGINT, NotificationKey),  IN_COLUMN(2, DAL_VT_CHAR, ClientMachineName),
+    IN_COLUMN(3, DAL_VT_SBIGINT, BackupTime),       IN_COLUMN(4, DAL_VT_UBIGINT, SourceImageKey),
+    IN_COLUMN(5, DAL_VT_ULONG, NotificationType),   IN_COLUMN(6, DAL_VT_CHAR, FromHostName),
+    IN_COLUMN(7, DAL_VT_GUID, FromHostMachineId),   IN_COLUMN(8, DAL_VT_ULONG, FromHostSWVersion),
+    IN_COLUMN(9, DAL_VT_SLONG, ErrorCode),          IN_COLUMN(10, DAL_VT_CHAR, ErrorString),
     IN_COLUMN(11, DAL_VT_SBIGINT, CreatedDateTime),
 };
 
@@ -148,8 +143,7 @@ int RunDelete(DbConnection* connection, DalOdbcView* view, int* rowsAffected,
 
 // A text parameter of an insert, read from the record's field.
 BindingStruct TextParameter(const char* name, const char* text) {
-  BindingStruct b =
-      DalInputParameter(DAL_VT_CHAR, DAL_PT_VARCHAR, DAL_NTS, text, DAL_NTS);
+  BindingStruct b = DalInputParameter(DAL_VT_CHAR, DAL_PT_VARCHAR, DAL_NTS, text, DAL_NTS);
   b.name = name;
   return b;
 }
@@ -165,7 +159,8 @@ int RunQuery(DbConnection* connection, DalOdbcView* view, RecordList<Record>& re
   if (status != 0) return status;
   status = call.Execute(sql, bindings, caller);
   if (status != 0) {
-    LogMessage(0, caller, "failed to execute SQL statement to get %s notification records, status = %d",
+    LogMessage(0, caller,
+               "failed to execute SQL statement to get %s notification records, status = %d",
                direction, status);
     return status;
   }
@@ -238,16 +233,14 @@ void LogSlpOutNotificationRecord(const char* function, const char* label,
 
 int InsertSlpInNotificationRecord(DbConnection* connection, DalOdbcView* view,
                                   const SLP_InNotifications& note) {
-  std::string sql = std::string("INSERT INTO ") + kInTable + " " +
-                    "(ClientMachineName, BackupTime, SourceImageKey, NotificationType, " +
-                    "FromHostName, FromHostMachineId, FromHostSWVersion, ErrorCode, " +
-                    "ErrorString) VALUES (" + "?, " + std::to_string(note.BackupTime) + ", " +
-                    std::to_string(note.SourceImageKey) + ", " +
-                    std::to_string(note.NotificationType) + ", " + "?, " + "?, " +
-                    std::to_string(note.FromHostSWVersion) + ", " +
-                    std::to_string(note.ErrorCode) + ", " + "?)";
-  BindingStruct guid =
-      DalInputParameter(DAL_VT_GUID, DAL_PT_GUID, 16, note.FromHostMachineId, 16);
+  std::string sql =
+      std::string("INSERT INTO ") + kInTable + " " +
+      "(ClientMachineName, BackupTime, SourceImageKey, NotificationType, " +
+      "FromHostName, FromHostMachineId, FromHostSWVersion, ErrorCode, " + "ErrorString) VALUES (" +
+      "?, " + std::to_string(note.BackupTime) + ", " + std::to_string(note.SourceImageKey) + ", " +
+      std::to_string(note.NotificationType) + ", " + "?, " + "?, " +
+      std::to_string(note.FromHostSWVersion) + ", " + std::to_string(note.ErrorCode) + ", " + "?)";
+  BindingStruct guid = DalInputParameter(DAL_VT_GUID, DAL_PT_GUID, 16, note.FromHostMachineId, 16);
   guid.name = "&(inNote.FromHostMachineId)";
   const BindingStruct bindings[] = {
       TextParameter("inNote.ClientMachineName", note.ClientMachineName),
@@ -275,9 +268,9 @@ int InsertSlpOutNotificationRecord(DbConnection* connection, DalOdbcView* view,
       TextParameter("outNote.ErrorString", note.ErrorString),
       DalTerminator(),
   };
-  return RunChange(connection, view, sql, bindings, nullptr,
-                   "DBData::InsertSlpOutNotificationRecord",
-                   "failed to execute SQL statement to insert OUT notification record, status = %d");
+  return RunChange(
+      connection, view, sql, bindings, nullptr, "DBData::InsertSlpOutNotificationRecord",
+      "failed to execute SQL statement to insert OUT notification record, status = %d");
 }
 
 int DeleteSlpInNotificationRecord(DbConnection* connection, DalOdbcView* view, int* rowsAffected,
@@ -289,9 +282,10 @@ int DeleteSlpInNotificationRecord(DbConnection* connection, DalOdbcView* view, i
 
 int DeleteSlpOutNotificationRecord(DbConnection* connection, DalOdbcView* view, int* rowsAffected,
                                    const BindingStruct* bindings, const std::string& where) {
-  return RunDelete(connection, view, rowsAffected, bindings, where, kOutTable,
-                   "DBData::DeleteSlpOutNotificationRecord",
-                   "failed to execute SQL statement to delete OUT notification record, status = %d");
+  return RunDelete(
+      connection, view, rowsAffected, bindings, where, kOutTable,
+      "DBData::DeleteSlpOutNotificationRecord",
+      "failed to execute SQL statement to delete OUT notification record, status = %d");
 }
 
 int IncrementRetryCountInSlpOutNotificationRecord(DbConnection* connection, DalOdbcView* view,
@@ -303,9 +297,10 @@ int IncrementRetryCountInSlpOutNotificationRecord(DbConnection* connection, DalO
                     "RetryCount = (RetryCount + 1), LastRetryTime = DATEADD(SECOND, " +
                     std::to_string(static_cast<int64_t>(now)) + ", '1970-01-01 00:00:00') " +
                     WhereClause(where);
-  return RunChange(connection, view, sql, bindings, rowsAffected,
-                   "DBData::IncrementRetryCountInSlpOutNotificationRecord",
-                   "failed to execute SQL statement to update OUT notification record, status = %d");
+  return RunChange(
+      connection, view, sql, bindings, rowsAffected,
+      "DBData::IncrementRetryCountInSlpOutNotificationRecord",
+      "failed to execute SQL statement to update OUT notification record, status = %d");
 }
 
 int GetSlpInNotificationRecords(DbConnection* connection, DalOdbcView* view,

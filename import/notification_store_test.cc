@@ -113,15 +113,14 @@ TEST_F(NotificationStoreTest, DeletesAndCountsRetriesWithRowCounts) {
   Corvela::Dal::ParameterBinder binder;
   binder.bindInputInt64(&key);
   int rows = -1;
-  ASSERT_EQ(IncrementRetryCountInSlpOutNotificationRecord(connection_, view_, &rows,
-                                                          binder.getBindings(),
-                                                          "NotificationKey >= ?"),
+  ASSERT_EQ(IncrementRetryCountInSlpOutNotificationRecord(
+                connection_, view_, &rows, binder.getBindings(), "NotificationKey >= ?"),
             0);
   EXPECT_EQ(rows, 2);
   RecordList<SLP_OutNotifications> outs;
-  ASSERT_EQ(GetSlpOutNotificationRecords(connection_, view_, outs, nullptr, "", "",
-                                         "NotificationKey"),
-            0);
+  ASSERT_EQ(
+      GetSlpOutNotificationRecords(connection_, view_, outs, nullptr, "", "", "NotificationKey"),
+      0);
   ASSERT_EQ(outs.size(), 3u);
   EXPECT_EQ(outs.front().RetryCount, 0);
   EXPECT_EQ(outs.front().LastRetryTime, 0);
@@ -144,8 +143,7 @@ TEST_F(NotificationStoreTest, ReportsFailuresByStatus) {
   RecordList<SLP_InNotifications> ins;
   SLP_InNotifications in = InRecord();
   int rows = 5;
-  EXPECT_EQ(GetSlpInNotificationRecords(nullptr, nullptr, ins, nullptr, "", "", ""),
-            kNoConnection);
+  EXPECT_EQ(GetSlpInNotificationRecords(nullptr, nullptr, ins, nullptr, "", "", ""), kNoConnection);
   EXPECT_EQ(DeleteSlpInNotificationRecord(nullptr, nullptr, &rows, nullptr, ""), kNoConnection);
   EXPECT_EQ(rows, 0);
 

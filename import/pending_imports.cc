@@ -102,8 +102,7 @@ const struct {
 bool ImportComplete(int64_t status) { return status == IMPORT_DONE || status == IMPORT_DUPLICATE; }
 
 // Writes one fragment's block with the localized labels.
-void PrintFragmentBlock(LineWriter& w, const std::string* labels,
-                        const PendingImportFragment& f) {
+void PrintFragmentBlock(LineWriter& w, const std::string* labels, const PendingImportFragment& f) {
   w.Text("****************************************\n");
   const std::string copyNumber = std::to_string(f.copyNumber);
   const struct {
@@ -120,7 +119,8 @@ void PrintFragmentBlock(LineWriter& w, const std::string* labels,
       {kDescription, f.fragmentDescription},
       {kOriginMaster, f.originMasterServer},
       {kSlpName, f.slpName},
-      {kImportStatus, labels[ImportComplete(f.importStatus) ? kImportComplete : kImportPending].c_str()},
+      {kImportStatus,
+       labels[ImportComplete(f.importStatus) ? kImportComplete : kImportPending].c_str()},
   };
   for (const auto& line : lines) {
     w.Text(labels[line.label].data(), labels[line.label].size());
@@ -129,9 +129,9 @@ void PrintFragmentBlock(LineWriter& w, const std::string* labels,
 }
 
 void FreeFragment(PendingImportFragment* f) {
-  for (char* text : {f->backupId, f->mediaServer, f->lsuName, f->storageServerName,
-                     f->storageServerType, f->mediaId, f->fragmentDescription,
-                     f->originMasterServer, f->slpName}) {
+  for (char* text :
+       {f->backupId, f->mediaServer, f->lsuName, f->storageServerName, f->storageServerType,
+        f->mediaId, f->fragmentDescription, f->originMasterServer, f->slpName}) {
     free(text);
   }
   free(f);
@@ -141,8 +141,8 @@ void FreeFragment(PendingImportFragment* f) {
 
 void ListPendingImportImages(outputform_e form, int sinceTime) {
   ImageQuery query;
-  unsigned status = emmlib_QueryPendingImportImages(&EmmCid, 3, MasterServer.c_str(), sinceTime,
-                                                    query.address());
+  unsigned status =
+      emmlib_QueryPendingImportImages(&EmmCid, 3, MasterServer.c_str(), sinceTime, query.address());
   if (status == EMMLIB_END_OF_DATA) {
     PrintMsg(stderr, "SmeSlp0810N", "No pending import records found");
     return;

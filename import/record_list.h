@@ -58,9 +58,8 @@ class RecordList {
       void* block = aligned_alloc(kBlockBytes, kBlockBytes);
       if (block == nullptr) throw std::bad_alloc();
       madvise(block, kBlockBytes, MADV_HUGEPAGE);  // a hint; refused on some systems
-      blocks_.push_back(Block{std::unique_ptr<unsigned char, Free>(
-                                  static_cast<unsigned char*>(block)),
-                              0});
+      blocks_.push_back(
+          Block{std::unique_ptr<unsigned char, Free>(static_cast<unsigned char*>(block)), 0});
     }
     Block& last = blocks_.back();
     unsigned char* start = last.bytes.get() + last.used;

@@ -18,8 +18,8 @@ std::vector<Row> Shapes() {
   std::vector<Row> rows(6);
   for (Row& r : rows) memset(r.bytes, 0, sizeof r.bytes);
   rows[1].bytes[0] = 1;
-  rows[1].bytes[602] = 2;  // in the bytes after the last word
-  for (size_t i = 0; i < 603; i += 8) rows[2].bytes[i] = 3;  // no zero word
+  rows[1].bytes[602] = 2;                                     // in the bytes after the last word
+  for (size_t i = 0; i < 603; i += 8) rows[2].bytes[i] = 3;   // no zero word
   for (size_t i = 0; i < 603; i += 17) rows[3].bytes[i] = 4;  // some zero words
   memset(rows[4].bytes, 0xff, sizeof rows[4].bytes);
   memset(rows[5].bytes + 300, 5, 303);

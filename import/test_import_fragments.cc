@@ -36,8 +36,7 @@ const struct ContextKey {
   std::string TestImportContext::*field;
   const char* warning;
 } kContextKeys[] = {
-    {"MEDIA_SERVER", &TestImportContext::mediaServer,
-     "WARNING: multiple Media Servers specified:"},
+    {"MEDIA_SERVER", &TestImportContext::mediaServer, "WARNING: multiple Media Servers specified:"},
     {"STORAGE_SERVER", &TestImportContext::storageServer,
      "WARNING: multiple Storage Servers specified:"},
     {"SERVER_TYPE", &TestImportContext::serverType,
@@ -156,8 +155,7 @@ void TestAddImportFragments(const std::string& fileName) {
   std::string text;
   const int failure = ReadWholeFile(fileName, kTestFileLimit, &text);
   if (failure != 0) {
-    PrintMsg(stderr, "SmeSlp0420N",
-             "failed to open test file for import fragments, error = %d(%s)",
+    PrintMsg(stderr, "SmeSlp0420N", "failed to open test file for import fragments, error = %d(%s)",
              ReadFailureNumber(failure), ReadFailureText(failure, kTestFileLimit).c_str());
     return;
   }
@@ -165,24 +163,24 @@ void TestAddImportFragments(const std::string& fileName) {
   const int pauseMs = SW_config()->testImportPauseMs;
   int found = 0;
   int accepted = 0;
-  ReadTestImportFragments(text, stderr, [&](const TestImportContext& context,
-                                                  const char* imageName) {
-    ImageEntry image = NewImageEntry(context, imageName);
-    TestImportImage* head = image.get();
-    const int status =
-        image ? ImpMgrComm_AddEXTImageToImportQueue(
-                    0, MasterServer.c_str(), logmsg, context.mediaServer.c_str(),
-                    context.slpName.c_str(), context.originMasterServer.c_str(), &head)
-              : IMPMGR_NO_MEMORY;
-    ++found;
-    if (status == 0) ++accepted;
-    fprintf(stderr, "Import Manager returned: %d for fragment name %s. Total images = %d\n",
-            status, imageName, found);
-    if (found % kImagesPerPause == 0) {
-      logmsgv(2, "pausing %d ms after image %d", pauseMs, found);
-      Pause(pauseMs);
-    }
-  });
+  ReadTestImportFragments(
+      text, stderr, [&](const TestImportContext& context, const char* imageName) {
+        ImageEntry image = NewImageEntry(context, imageName);
+        TestImportImage* head = image.get();
+        const int status =
+            image ? ImpMgrComm_AddEXTImageToImportQueue(
+                        0, MasterServer.c_str(), logmsg, context.mediaServer.c_str(),
+                        context.slpName.c_str(), context.originMasterServer.c_str(), &head)
+                  : IMPMGR_NO_MEMORY;
+        ++found;
+        if (status == 0) ++accepted;
+        fprintf(stderr, "Import Manager returned: %d for fragment name %s. Total images = %d\n",
+                status, imageName, found);
+        if (found % kImagesPerPause == 0) {
+          logmsgv(2, "pausing %d ms after image %d", pauseMs, found);
+          Pause(pauseMs);
+        }
+      });
   fprintf(stderr, "Successfully notified import manager of %d out of a total of %d images found\n",
           accepted, found);
   fprintf(stderr, "Operation took %ld seconds, total\n", static_cast<long>(time(nullptr) - start));

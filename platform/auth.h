@@ -12,7 +12,12 @@
 
 // How a local administrator was recognized (second output of
 // qbrd_get_my_local_roles).
-enum { LOCAL_ROLE_NONE = 0, LOCAL_ROLE_SUPERUSER = 1, LOCAL_ROLE_ADMIN_USER = 2, LOCAL_ROLE_ADMIN_GROUP = 3 };
+enum {
+  LOCAL_ROLE_NONE = 0,
+  LOCAL_ROLE_SUPERUSER = 1,
+  LOCAL_ROLE_ADMIN_USER = 2,
+  LOCAL_ROLE_ADMIN_GROUP = 3
+};
 
 // Authentication kinds of vnet_get_authentication.
 enum { VNET_AUTH_NONE = 0, VNET_AUTH_CERTIFICATE = 1 };

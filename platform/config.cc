@@ -266,8 +266,8 @@ const ConfigRead& RunConfig() { return g_read.done ? g_read : ReadConfigFile(); 
 
 }  // namespace
 
-bool ParseStashwellConfig(const std::string& text, const std::string& name,
-                          StashwellConfig* config, std::vector<std::string>* errors) {
+bool ParseStashwellConfig(const std::string& text, const std::string& name, StashwellConfig* config,
+                          std::vector<std::string>* errors) {
   StashwellConfig c;
   std::map<std::string, int> seenOnLine;
   std::istringstream in(text);
@@ -356,9 +356,7 @@ std::string SW_catalog_path_of(const std::string& c) {
   return StashwellPath(c);
 }
 
-int SW_catalog_busy_timeout_ms() {
-  return RunConfig().config.catalogBusyTimeoutMs;
-}
+int SW_catalog_busy_timeout_ms() { return RunConfig().config.catalogBusyTimeoutMs; }
 
 int SW_daemon_port(const char* daemonName) {
   if (!daemonName) return 0;
@@ -367,6 +365,4 @@ int SW_daemon_port(const char* daemonName) {
   return it == ports.end() ? 0 : it->second;
 }
 
-const StashwellConfig* SW_config() {
-  return &RunConfig().config;
-}
+const StashwellConfig* SW_config() { return &RunConfig().config; }

@@ -16,7 +16,12 @@
 enum { USE_QZSS_AUTOMATIC = 0, USE_QZSS_REQUIRED = 1, USE_QZSS_PROHIBITED = 2 };
 
 // Units of the import-confirmation threshold.
-enum ConfigUnits { CONFIG_UNITS_SECONDS = 0, CONFIG_UNITS_MINUTES, CONFIG_UNITS_HOURS, CONFIG_UNITS_DAYS };
+enum ConfigUnits {
+  CONFIG_UNITS_SECONDS = 0,
+  CONFIG_UNITS_MINUTES,
+  CONFIG_UNITS_HOURS,
+  CONFIG_UNITS_DAYS
+};
 
 // Everything the configuration file holds, with the defaults of
 // docs/configuration.md for keys that are absent.
@@ -44,8 +49,8 @@ struct StashwellConfig {
 // Parses configuration text. Returns true when every line is well formed;
 // otherwise false, with one "<name>:<line>: <what is wrong>" entry per bad
 // line appended to *errors (`name` is the file name used in those entries).
-bool ParseStashwellConfig(const std::string& text, const std::string& name,
-                          StashwellConfig* config, std::vector<std::string>* errors);
+bool ParseStashwellConfig(const std::string& text, const std::string& name, StashwellConfig* config,
+                          std::vector<std::string>* errors);
 
 // Absolute path of the configuration file, <root>/etc/stashwell.conf.
 std::string SW_config_path();

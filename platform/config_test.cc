@@ -59,7 +59,8 @@ TEST(ParseStashwellConfig, ReadsEveryKey) {
 TEST(ParseStashwellConfig, DefaultsAndEmptyMasterName) {
   StashwellConfig c;
   std::vector<std::string> errors;
-  ASSERT_TRUE(ParseStashwellConfig("MASTER_SERVER =\nIMPORT_CONF_THRESHOLD = 7\n", "f", &c, &errors));
+  ASSERT_TRUE(
+      ParseStashwellConfig("MASTER_SERVER =\nIMPORT_CONF_THRESHOLD = 7\n", "f", &c, &errors));
   EXPECT_EQ(c.emmServer, "");
   EXPECT_EQ(c.emmPort, 1556);
   EXPECT_EQ(c.useQzss, USE_QZSS_AUTOMATIC);
@@ -109,8 +110,8 @@ TEST(ParseStashwellConfig, ReportsEveryBadLineWithItsNumber) {
     StashwellConfig config;
     config.emmServer = "untouched";
     std::vector<std::string> errors;
-    EXPECT_FALSE(ParseStashwellConfig(std::string("EMM_SERVER = e\n") + c.line + "\n", "f",
-                                      &config, &errors))
+    EXPECT_FALSE(ParseStashwellConfig(std::string("EMM_SERVER = e\n") + c.line + "\n", "f", &config,
+                                      &errors))
         << c.line;
     ASSERT_EQ(errors.size(), 1u) << c.line;
     EXPECT_EQ(errors[0], c.error);

@@ -23,7 +23,11 @@ char* Duplicate(const char* s) { return strdup(s ? s : ""); }
 
 // Length of the UTF-8 sequence at p (at most `left` bytes), 0 when invalid.
 size_t Utf8Length(const unsigned char* p, size_t left) {
-  size_t n = *p < 0x80 ? 1 : (*p >> 5) == 0x6 ? 2 : (*p >> 4) == 0xE ? 3 : (*p >> 3) == 0x1E ? 4 : 0;
+  size_t n = *p < 0x80           ? 1
+             : (*p >> 5) == 0x6  ? 2
+             : (*p >> 4) == 0xE  ? 3
+             : (*p >> 3) == 0x1E ? 4
+                                 : 0;
   if (n == 0 || n > left) return 0;
   for (size_t i = 1; i < n; ++i)
     if ((p[i] & 0xC0) != 0x80) return 0;
@@ -66,9 +70,9 @@ int Convert(crvlLisAny_t* any, const char* text, bool utf8) {
       p += n;
       left -= n;
     }
-    status = replaced  ? CRVL_LIS_NON_ASCII_REPLACED
-             : control ? CRVL_LIS_CONTROL_REPLACED
-             : bom     ? CRVL_LIS_BOM_DROPPED
+    status = replaced    ? CRVL_LIS_NON_ASCII_REPLACED
+             : control   ? CRVL_LIS_CONTROL_REPLACED
+             : bom       ? CRVL_LIS_BOM_DROPPED
              : truncated ? CRVL_LIS_TRUNCATED
                          : CRVL_LIS_OK;
   }
@@ -163,7 +167,8 @@ char* crvlLisFormat(const crvlLis_t* text) {
       out += '%';
       continue;
     }
-    if (index >= 0 && index < text->argCount && text->args[index]->text) out += text->args[index]->text;
+    if (index >= 0 && index < text->argCount && text->args[index]->text)
+      out += text->args[index]->text;
     p = q;
   }
   return strdup(out.c_str());
@@ -191,7 +196,8 @@ int crvlLisCopy(crvlLogMsg_t* msg, const crvlLis_t* text, int utf8) {
   if (crvlLisInit(&msg->text, text->id, text->format, utf8) != 0) return CRVL_LIS_NO_MEMORY;
   for (int i = 0; i < text->argCount; ++i) {
     crvlLisAny_t* any = static_cast<crvlLisAny_t*>(calloc(1, sizeof(crvlLisAny_t)));
-    if (!any || !(any->text = Duplicate(text->args[i]->text)) || crvlLisAddArg(&msg->text, any) != 0) {
+    if (!any || !(any->text = Duplicate(text->args[i]->text)) ||
+        crvlLisAddArg(&msg->text, any) != 0) {
       if (any) free(any->text);
       free(any);
       crvlLisFree(&msg->text);

@@ -23,8 +23,8 @@ const char* swdlog_root() {
   return root.c_str();
 }
 
-int open_debug_log(const char* logsRoot, const char* logName, const char* progname,
-                   int mode, int* errnum) {
+int open_debug_log(const char* logsRoot, const char* logName, const char* progname, int mode,
+                   int* errnum) {
   if (errnum) *errnum = 0;
   g_log.Close();
   if (!logsRoot || !logName || !progname || !*progname) {

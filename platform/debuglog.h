@@ -19,8 +19,8 @@ const char* swdlog_root();
 // and is the source of logmsgv lines. The log directory itself must exist.
 // Returns the descriptor (0 or more) on success, a negative value on failure
 // with the error number in *errnum.
-int open_debug_log(const char* logsRoot, const char* logName, const char* progname,
-                   int mode, int* errnum);
+int open_debug_log(const char* logsRoot, const char* logName, const char* progname, int mode,
+                   int* errnum);
 
 // Appends one line: local time to the millisecond, process id, severity,
 // source and text. Severity 2 is progress and trace, 16 an error. Trailing

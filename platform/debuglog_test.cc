@@ -56,7 +56,8 @@ TEST(DebugLog, WritesOneLinePerCallInTodaysFile) {
   EXPECT_EQ(st.st_mode & 0777, 0640u) << "created with the mode passed, less the umask";
 
   std::string text = Slurp(file);
-  std::regex line(R"(\d\d:\d\d:\d\d\.\d\d\d \[)" + std::to_string(getpid()) + R"(\] <(\d+)> ([^:]+): (.*))");
+  std::regex line(R"(\d\d:\d\d:\d\d\.\d\d\d \[)" + std::to_string(getpid()) +
+                  R"(\] <(\d+)> ([^:]+): (.*))");
   std::vector<std::string> bodies;
   std::istringstream in(text);
   for (std::string l; std::getline(in, l);) {
@@ -64,10 +65,9 @@ TEST(DebugLog, WritesOneLinePerCallInTodaysFile) {
     ASSERT_TRUE(std::regex_match(l, m, line)) << l;
     bodies.push_back("<" + m[1].str() + "> " + m[2].str() + ": " + m[3].str());
   }
-  EXPECT_EQ(bodies, (std::vector<std::string>{"<2> prog: INITIATING: x",
-                                              "<16> check_routine: two lines",
-                                              "<2> prog: trailing blank ",
-                                              "<2> prog: level 5: text (src)"}));
+  EXPECT_EQ(bodies, (std::vector<std::string>{
+                        "<2> prog: INITIATING: x", "<16> check_routine: two lines",
+                        "<2> prog: trailing blank ", "<2> prog: level 5: text (src)"}));
 
   // Appends on the next open.
   ASSERT_GE(open_debug_log(logs.c_str(), "admin", "prog", 0666, &err), 0);

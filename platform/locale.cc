@@ -145,9 +145,9 @@ bool ParseWithFormat(const char* text, const char* format, long* result) {
 
 }  // namespace
 
-int zkgetlocaleEx(char* messages, size_t messagesSize, char* ctype, size_t ctypeSize,
-                  char* time, size_t timeSize, char* collate, size_t collateSize,
-                  char* numeric, size_t numericSize, char* status) {
+int zkgetlocaleEx(char* messages, size_t messagesSize, char* ctype, size_t ctypeSize, char* time,
+                  size_t timeSize, char* collate, size_t collateSize, char* numeric,
+                  size_t numericSize, char* status) {
   const char* source = "default";
   const char* ignored = nullptr;
   Copy(messages, messagesSize, CategoryLocale("LC_MESSAGES", messagesSize, &source));

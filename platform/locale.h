@@ -23,9 +23,9 @@
 // is too long or holds characters other than letters, digits, '_', '.', '-'
 // and '@' counts as unset. `status` (256 bytes or null) receives the name of
 // the variable that decided the messages locale, or "default". Returns 0.
-int zkgetlocaleEx(char* messages, size_t messagesSize, char* ctype, size_t ctypeSize,
-                  char* time, size_t timeSize, char* collate, size_t collateSize,
-                  char* numeric, size_t numericSize, char* status);
+int zkgetlocaleEx(char* messages, size_t messagesSize, char* ctype, size_t ctypeSize, char* time,
+                  size_t timeSize, char* collate, size_t collateSize, char* numeric,
+                  size_t numericSize, char* status);
 
 // The names under which the files of `locale` are looked for, most specific
 // first, ending with "C": de_DE.UTF-8@euro gives de_DE.UTF-8@euro, de_DE.UTF-8,

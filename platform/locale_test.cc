@@ -8,8 +8,8 @@
 
 namespace {
 
-const char* const kLocaleVariables[] = {"LC_ALL", "LC_MESSAGES", "LC_TIME", "LC_CTYPE",
-                                        "LC_COLLATE", "LC_NUMERIC", "LANG"};
+const char* const kLocaleVariables[] = {"LC_ALL",     "LC_MESSAGES", "LC_TIME", "LC_CTYPE",
+                                        "LC_COLLATE", "LC_NUMERIC",  "LANG"};
 
 TEST(ZkGetLocaleEx, FollowsThePosixPrecedence) {
   struct {
@@ -22,7 +22,9 @@ TEST(ZkGetLocaleEx, FollowsThePosixPrecedence) {
       {{{"LANG", "de_DE.UTF-8"}}, "de_DE.UTF-8", "de_DE.UTF-8", "LANG"},
       {{{"LANG", "de_DE"}, {"LC_TIME", "en_GB"}}, "de_DE", "en_GB", "LANG"},
       {{{"LANG", "de_DE"}, {"LC_MESSAGES", "fr_FR"}}, "fr_FR", "de_DE", "LC_MESSAGES"},
-      {{{"LC_ALL", "en_US"}, {"LC_MESSAGES", "fr_FR"}, {"LC_TIME", "de_DE"}}, "en_US", "en_US",
+      {{{"LC_ALL", "en_US"}, {"LC_MESSAGES", "fr_FR"}, {"LC_TIME", "de_DE"}},
+       "en_US",
+       "en_US",
        "LC_ALL"},
       // Empty variables count as unset; unsafe names fall back to C.
       {{{"LC_ALL", ""}, {"LANG", "../../etc"}}, "C", "C", "LANG"},
@@ -32,7 +34,8 @@ TEST(ZkGetLocaleEx, FollowsThePosixPrecedence) {
     for (const char* v : kLocaleVariables) unsetenv(v);
     for (const auto& e : c.env) setenv(e.first, e.second, 1);
     char messages[256], ctype[256], time[256], collate[256], numeric[256], status[256];
-    EXPECT_EQ(zkgetlocaleEx(messages, 256, ctype, 256, time, 256, collate, 256, numeric, 256, status), 0);
+    EXPECT_EQ(
+        zkgetlocaleEx(messages, 256, ctype, 256, time, 256, collate, 256, numeric, 256, status), 0);
     EXPECT_STREQ(messages, c.messages);
     EXPECT_STREQ(time, c.time);
     EXPECT_STREQ(status, c.status);

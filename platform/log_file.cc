@@ -12,7 +12,9 @@
 
 namespace {
 
-int DayOf(const struct tm& t) { return (t.tm_year + 1900) * 10000 + (t.tm_mon + 1) * 100 + t.tm_mday; }
+int DayOf(const struct tm& t) {
+  return (t.tm_year + 1900) * 10000 + (t.tm_mon + 1) * 100 + t.tm_mday;
+}
 
 }  // namespace
 
@@ -45,8 +47,8 @@ int DailyLogFile::Write(int severity, const char* source, const char* text) {
   if (DayOf(t) != day_) OpenDay(DayOf(t));  // on failure the old day's file goes on
 
   char prefix[96];
-  snprintf(prefix, sizeof prefix, "%02d:%02d:%02d.%03d [%ld] <%d> ", t.tm_hour, t.tm_min,
-           t.tm_sec, static_cast<int>(tv.tv_usec / 1000), static_cast<long>(getpid()), severity);
+  snprintf(prefix, sizeof prefix, "%02d:%02d:%02d.%03d [%ld] <%d> ", t.tm_hour, t.tm_min, t.tm_sec,
+           static_cast<int>(tv.tv_usec / 1000), static_cast<long>(getpid()), severity);
   std::string line = prefix;
   line += source ? source : "";
   line += ": ";

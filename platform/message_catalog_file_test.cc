@@ -44,8 +44,8 @@ TEST(MessageCatalogFile, RefusesHeadersThatDoNotFitTheFile) {
     uint32_t value;
   } damage[] = {
       {0, 0xde080496},  // the other byte order
-      {4, 0},           {8, 0},           {8, 0x7fffffff}, {4, 0xffffffff},
-      {4, 0x55555556},  // size * depth * 24 wraps around 32 bits
+      {4, 0},          {8, 0},          {8, 0x7fffffff},
+      {4, 0xffffffff}, {4, 0x55555556},  // size * depth * 24 wraps around 32 bits
   };
   for (const auto& d : damage) {
     std::string bytes = good;

@@ -21,7 +21,8 @@ namespace {
 const struct {
   const char* area;
   int set;
-} kAreaSets[] = {{"Slp", 1}, {"Com", 2}, {"Dup", 3}, {"Imp", 4}, {"Ret", 5}, {"Cln", 6}, {"Err", 7}};
+} kAreaSets[] = {{"Slp", 1}, {"Com", 2}, {"Dup", 3}, {"Imp", 4},
+                 {"Ret", 5}, {"Cln", 6}, {"Err", 7}};
 
 // Set and message number of an id; false for an id of another shape.
 bool SplitId(const char* id, int* set, int* number) {
@@ -73,7 +74,12 @@ const char* ChooseFormat(const char* id, const char* locale, const char* default
 
 char LengthType(const std::string& length, char conversion) {
   switch (conversion) {
-    case 'd': case 'i': case 'o': case 'u': case 'x': case 'X':
+    case 'd':
+    case 'i':
+    case 'o':
+    case 'u':
+    case 'x':
+    case 'X':
       if (length.empty() || length == "h" || length == "hh") return 'i';
       if (length == "l") return 'l';
       if (length == "ll" || length == "q" || length == "L") return 'q';
@@ -91,7 +97,14 @@ char LengthType(const std::string& length, char conversion) {
       return length.empty() ? 'S' : 0;
     case 'p':
       return length.empty() ? 'p' : 0;
-    case 'e': case 'E': case 'f': case 'F': case 'g': case 'G': case 'a': case 'A':
+    case 'e':
+    case 'E':
+    case 'f':
+    case 'F':
+    case 'g':
+    case 'G':
+    case 'a':
+    case 'A':
       if (length.empty() || length == "l") return 'd';
       return length == "L" ? 'D' : 0;
     default:
@@ -231,7 +244,8 @@ int vzkgetmsg(const char* id, const char* locale, size_t size, char* buffer, con
   std::string defaultTypes;
   bool defaultValid = PrintfArgumentTypes(defaultFormat, &defaultTypes);
   std::string storage;
-  const char* format = ChooseFormat(id, locale, defaultFormat, defaultTypes, defaultValid, &storage);
+  const char* format =
+      ChooseFormat(id, locale, defaultFormat, defaultTypes, defaultValid, &storage);
   int used = format == defaultFormat ? 1 : 0;
   if (buffer && size > 0) {
     va_list copy;

@@ -3,11 +3,11 @@
 // Messages: one message catalog per locale,
 // <root>/share/msg/<locale>/cyclectl.cat, built with gencat(1) and read by a
 // reader of our own that checks the file (message_catalog_file.h): a damaged,
-// truncated or foreign catalog counts as missing. A message id "Sme" + area + four digits + "N" is found in the
-// set of its area (Slp 1, Com 2, Dup 3, Imp 4, Ret 5, Cln 6, Err 7) under the
-// number its digits give: SmeCom0030N is set 2, message 30. A locale's files
-// are looked for under the names of LocaleCandidates (locale.h), so that
-// de_DE.UTF-8 finds de_DE and every locale ends at the C catalog.
+// truncated or foreign catalog counts as missing. A message id "Sme" + area + four digits + "N" is
+// found in the set of its area (Slp 1, Com 2, Dup 3, Imp 4, Ret 5, Cln 6, Err 7) under the number
+// its digits give: SmeCom0030N is set 2, message 30. A locale's files are looked for under the
+// names of LocaleCandidates (locale.h), so that de_DE.UTF-8 finds de_DE and every locale ends at
+// the C catalog.
 //
 // A catalog text is used only when its printf conversions take the same
 // argument types in the same order as the default text's (positional

@@ -87,10 +87,12 @@ TEST_F(MsgCatTest, LooksUpTheLocaleThenFallsBack) {
       {nullptr, "de_DE", "default %s", "default prog", 1},
   };
   char buf[256];
-  EXPECT_EQ(zkgetmsg("SmeSlp0430N", "C", sizeof buf, buf, nullptr, 0, nullptr, "other %d %s", 0, "p"), 1);
+  EXPECT_EQ(
+      zkgetmsg("SmeSlp0430N", "C", sizeof buf, buf, nullptr, 0, nullptr, "other %d %s", 0, "p"), 1);
   EXPECT_STREQ(buf, "other 0 p");
   for (const auto& c : cases) {
-    int used = zkgetmsg(c.id, c.locale, sizeof buf, buf, nullptr, 0, nullptr, c.defaultFormat, "prog");
+    int used =
+        zkgetmsg(c.id, c.locale, sizeof buf, buf, nullptr, 0, nullptr, c.defaultFormat, "prog");
     EXPECT_EQ(used, c.used) << (c.id ? c.id : "null") << " " << c.locale;
     EXPECT_STREQ(buf, c.expected) << (c.id ? c.id : "null") << " " << c.locale;
   }
@@ -105,7 +107,9 @@ TEST_F(MsgCatTest, ReorderedArgumentsAndTheSecondBuffer) {
   EXPECT_STRNE(log, "xx second '-b' first '-a'");
 
   char small[8];
-  EXPECT_EQ(zkgetmsg("SmeSlp9999N", "C", sizeof small, small, nullptr, 0, nullptr, "%s", "0123456789"), 1);
+  EXPECT_EQ(
+      zkgetmsg("SmeSlp9999N", "C", sizeof small, small, nullptr, 0, nullptr, "%s", "0123456789"),
+      1);
   EXPECT_STREQ(small, "0123456");
 }
 

@@ -13,6 +13,4 @@ const std::string& StashwellRoot() {
   return root;
 }
 
-std::string StashwellPath(const std::string& relative) {
-  return StashwellRoot() + "/" + relative;
-}
+std::string StashwellPath(const std::string& relative) { return StashwellRoot() + "/" + relative; }

@@ -23,9 +23,10 @@ TEST(SWLogger, WritesLinesAndTracesAtItsVerbosity) {
     Traced(&loud);
     Traced(nullptr);
   }
-  EXPECT_EQ(testing_root::LogLines("logs/ul"), (std::vector<std::string>{"<1> ParseBackupId: bad id",
-                                                        "<5> Traced: Entering Traced [(nil)] (x.cc:12)",
-                                                        "<5> Traced: Leaving Traced [(nil)]"}));
+  EXPECT_EQ(testing_root::LogLines("logs/ul"),
+            (std::vector<std::string>{"<1> ParseBackupId: bad id",
+                                      "<5> Traced: Entering Traced [(nil)] (x.cc:12)",
+                                      "<5> Traced: Leaving Traced [(nil)]"}));
 
   testing_root::Remove("logs");
   SWLogger nowhere("ul", 5);  // no logs root: writes nothing, does not fail

@@ -25,7 +25,9 @@ class ACE_Time_Value {
   friend constexpr bool operator<(const ACE_Time_Value& a, const ACE_Time_Value& b) {
     return a.sec_ < b.sec_ || (a.sec_ == b.sec_ && a.usec_ < b.usec_);
   }
-  friend constexpr bool operator>(const ACE_Time_Value& a, const ACE_Time_Value& b) { return b < a; }
+  friend constexpr bool operator>(const ACE_Time_Value& a, const ACE_Time_Value& b) {
+    return b < a;
+  }
   friend constexpr bool operator<=(const ACE_Time_Value& a, const ACE_Time_Value& b) {
     return !(b < a);
   }

@@ -89,9 +89,8 @@ std::string LegacyToMediaId(short mediaSubType, const std::string& mediaId,
     if (info.in() == nullptr) return "";
     std::string diskMediaId;
     if (const DiskService::DiskVolume* volume = info->volume()) {
-      CORBA::String_var value =
-          DiskService::DiskServiceHelper::getPropertyByName(volume->properties(),
-                                                            kDiskMediaIdProperty);
+      CORBA::String_var value = DiskService::DiskServiceHelper::getPropertyByName(
+          volume->properties(), kDiskMediaIdProperty);
       diskMediaId = TextOrEmpty(value.in());
     }
     LegacyToMediaIdMap[key] = diskMediaId;

@@ -47,9 +47,8 @@ const char* const kKnownServerTypes[] = {"BasicDisk", "LegacyDisk", "NearStore",
                                          "SnapVault"};
 // Types served through the external storage interface.
 const char* const kExtServerTypes[] = {"ExtDisk", "ExtDedup", "ExtCloud"};
-const char* const kDeprecatedServerTypes[] = {"LegacyDisk", "NearStore", "SnapVault",
-                                              "SANDisk",    "TapeStage", "OpticalDisk",
-                                              "RemoteDisk"};
+const char* const kDeprecatedServerTypes[] = {"LegacyDisk", "NearStore",   "SnapVault", "SANDisk",
+                                              "TapeStage",  "OpticalDisk", "RemoteDisk"};
 
 // Message numbers of the DSM codes 2050001 to 2050029.
 constexpr int kFirstDsmCode = 2050001;
@@ -117,8 +116,8 @@ void AppendOrigin(std::string& text, const Framework::ServiceExceptionDetails& d
 
 // The members every raised exception's details share.
 void FillDetails(Framework::ServiceExceptionDetails& details, const char* exceptionClass,
-                 int domain, int code, const char* text, const char* className,
-                 const char* method, int line) {
+                 int domain, int code, const char* text, const char* className, const char* method,
+                 int line) {
   char host[256] = "";
   if (gethostname(host, sizeof host - 1) != 0) host[0] = '\0';
   CORBA::LongLong now = static_cast<CORBA::LongLong>(time(nullptr));
@@ -148,7 +147,7 @@ void FillDetails(Framework::ServiceExceptionDetails& details, const char* except
   details.originatingService("DiskService");
   details.exceptionClassName(exceptionClass);
   details.message(message);
-  message->_remove_ref();  // the setter took its own reference
+  message->_remove_ref();                                   // the setter took its own reference
   details.originatingHost(static_cast<const char*>(host));  // the char* setter would adopt it
   details.originatingClass(className != nullptr ? className : "");
   details.originatingMethod(method != nullptr ? method : "");
@@ -158,10 +157,10 @@ void FillDetails(Framework::ServiceExceptionDetails& details, const char* except
   std::string domainText = std::to_string(domain);
   std::string codeText = std::to_string(code);
   std::string lineText = std::to_string(line);
-  LogAppError(messageNumber.c_str(), "%s %s::%s: %s (domain %s, code %s, line %s)",
-              {exceptionClass, details.originatingClass(), details.originatingMethod(),
-               text != nullptr ? text : "", domainText.c_str(), codeText.c_str(),
-               lineText.c_str()});
+  LogAppError(
+      messageNumber.c_str(), "%s %s::%s: %s (domain %s, code %s, line %s)",
+      {exceptionClass, details.originatingClass(), details.originatingMethod(),
+       text != nullptr ? text : "", domainText.c_str(), codeText.c_str(), lineText.c_str()});
 }
 
 }  // namespace
@@ -174,8 +173,8 @@ char* DiskServiceHelper::getPropertyByName(const PropertySeq& properties, const 
   return i < 0 ? nullptr : CORBA::string_dup(properties[i]->value());
 }
 
-void DiskServiceHelper::updateProperty(PropertySeq& properties, const char* name,
-                                       const char* value, bool add) {
+void DiskServiceHelper::updateProperty(PropertySeq& properties, const char* name, const char* value,
+                                       bool add) {
   Tracer trace(SWLogger::s_default, nullptr, "DiskServiceHelper::updateProperty", __FILE__,
                __LINE__);
   RequireArgument(name, "name", "updateProperty", __LINE__);
@@ -188,8 +187,7 @@ void DiskServiceHelper::updateProperty(PropertySeq& properties, const char* name
   }
 }
 
-void DiskServiceHelper::addProperty(PropertySeq& properties, const char* name,
-                                    const char* value) {
+void DiskServiceHelper::addProperty(PropertySeq& properties, const char* name, const char* value) {
   Tracer trace(SWLogger::s_default, nullptr, "DiskServiceHelper::addProperty", __FILE__, __LINE__);
   RequireArgument(name, "name", "addProperty", __LINE__);
   RequireArgument(value, "value", "addProperty", __LINE__);
@@ -352,8 +350,8 @@ void DiskServiceHelper::throwSvcException(int domain, int code, const char* text
 }
 
 void DiskServiceHelper::throwIllArgException(int domain, int code, const char* text,
-                                             const char* className, const char* method,
-                                             int line, const char* argumentName) {
+                                             const char* className, const char* method, int line,
+                                             const char* argumentName) {
   OBV_Orvantic::Stashwell::TL::Framework::IllegalArgumentExceptionDetails* details =
       new OBV_Orvantic::Stashwell::TL::Framework::IllegalArgumentExceptionDetails();
   FillDetails(*details, "IllegalArgumentException", domain, code, text, className, method, line);

@@ -97,11 +97,10 @@ class DiskServiceHelper {
   // is mapError2Message(domain, code) with the text and the source line as
   // inserts) and raise the exception.
   [[noreturn]] static void throwSvcException(int domain, int code, const char* text,
-                                             const char* className, const char* method,
-                                             int line);
+                                             const char* className, const char* method, int line);
   [[noreturn]] static void throwIllArgException(int domain, int code, const char* text,
-                                                const char* className, const char* method,
-                                                int line, const char* argumentName);
+                                                const char* className, const char* method, int line,
+                                                const char* argumentName);
 
   // --- Trace ring: 128 entries of at most 80 characters, the oldest
   // overwritten first. Adds

@@ -40,8 +40,8 @@ std::string ServerType(const EMM_ImageFragment& fragment) {
 int DiskSpaceInfo(const char* serverType) {
   ImageQuery query;
   if (!ImageQueryStarted(emmlib_ImageQueryExecute(&EmmCid, 3, MasterServer.c_str(), nullptr,
-                                                  nullptr, nullptr, nullptr, nullptr, 0, 0, 0,
-                                                  0, 0, nullptr, query.address()))) {
+                                                  nullptr, nullptr, nullptr, nullptr, 0, 0, 0, 0, 0,
+                                                  nullptr, query.address()))) {
     return 0;
   }
 

@@ -17,7 +17,8 @@ const int kUnreachable = 25;
 // each call carries its id and default text for the message catalog.
 void ReportDropStatus(int status) {
   switch (status) {
-    case 0: break;
+    case 0:
+      break;
     case 133:
       PrintMsg(stderr, "SmeSlp0770N",
                "Work groups cannot be removed.  There are still in-process SLP managed images");

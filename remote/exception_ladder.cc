@@ -6,8 +6,8 @@
 #include <string>
 
 #include "remote/exception_text.h"
-#include "remote/service_target.h"
 #include "remote/idl/IllegalArgumentException.hh"
+#include "remote/service_target.h"
 #include "util/cmd_exit.h"
 #include "util/line_writer.h"
 
@@ -15,8 +15,7 @@ namespace {
 
 bool IsConnectionFailure(const CORBA::Exception& e) {
   return CORBA::COMM_FAILURE::_downcast(&e) != nullptr ||
-         CORBA::TRANSIENT::_downcast(&e) != nullptr ||
-         CORBA::TIMEOUT::_downcast(&e) != nullptr;
+         CORBA::TRANSIENT::_downcast(&e) != nullptr || CORBA::TIMEOUT::_downcast(&e) != nullptr;
 }
 
 }  // namespace

@@ -60,8 +60,7 @@ void UpdateHwm(const std::string& mediaServer, const std::string& storageServer,
       }))
     return;
   if (r != 0) {
-    PrintMsg(stderr, "SmeSlp0160N", "high watermark update return value = %d",
-             static_cast<int>(r));
+    PrintMsg(stderr, "SmeSlp0160N", "high watermark update return value = %d", static_cast<int>(r));
   }
 }
 
@@ -85,8 +84,7 @@ void DiskfullExpiration(const VolumeFacts& v, int64_t totalCapacity, int64_t use
   if (!WithExpirationManager([&](ExpMgrSVC::ExpMgr_ptr m) {
         r = m->DiskfullExpiration(ExpMgrSVC::EXP_TYPE_NORMAL, v.mediaServer.c_str(),
                                   v.storageServer.c_str(), v.volumeId.c_str(), v.mediaId.c_str(),
-                                  v.diskType, totalCapacity, usedSpace, expiredSpace,
-                                  expirationId);
+                                  v.diskType, totalCapacity, usedSpace, expiredSpace, expirationId);
       }))
     return;
   PrintStatusLine("DiskfullExpiration return value = ", r);

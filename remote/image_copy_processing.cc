@@ -57,16 +57,14 @@ std::string StatePart(CORBA::Long value, NameTable names, const char* invalid) {
 
 // Logs one cancelled copy (debug log only, not the terminal).
 void LogCancelledCopy(const DssSVC::SLP_CancellableImage& image) {
-  std::string line = std::string(image.backupid.in()) +
-                     ", cn = " + std::to_string(image.copyNumber) +
-                     ", slp = " + image.slpName.in() +
-                     ", slp version = " + std::to_string(image.slpVersion) + ", image state = " +
-                     StatePart(image.imageState, emmcommon_ss_image_state_str,
-                               "INVALID_IMAGE_LIFECYCLE_STATE") +
-                     ", copy state = " +
-                     StatePart(image.copyState, emmcommon_ss_image_copy_state_str,
-                               "INVALID_IMAGE_COPY_STATE") +
-                     ", expire time = " + FormatTime(image.expireTime, false);
+  std::string line =
+      std::string(image.backupid.in()) + ", cn = " + std::to_string(image.copyNumber) +
+      ", slp = " + image.slpName.in() + ", slp version = " + std::to_string(image.slpVersion) +
+      ", image state = " +
+      StatePart(image.imageState, emmcommon_ss_image_state_str, "INVALID_IMAGE_LIFECYCLE_STATE") +
+      ", copy state = " +
+      StatePart(image.copyState, emmcommon_ss_image_copy_state_str, "INVALID_IMAGE_COPY_STATE") +
+      ", expire time = " + FormatTime(image.expireTime, false);
   logmsg(2, line.c_str(), progname.c_str());
 }
 

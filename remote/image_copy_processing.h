@@ -21,7 +21,7 @@ struct CopyProcessingRequest {
   std::string backupId;
   long slpVersion = -1;
   TimeRangeType rangeType = TIME_RANGE_NONE;
-  long rangeTime = 0;  // seconds since 1970, with rangeType
+  long rangeTime = 0;            // seconds since 1970, with rangeType
   std::string duration;          // hours from now
   std::string reactivationDate;  // a date-time of the time locale
   bool force = false;            // cancel without listing or asking

@@ -20,8 +20,7 @@ TEST(ReactivationTime, HoursUpToTheLargestThatFits) {
   EXPECT_EQ(t, now + fits * 3600);
   t = 7;
   for (const std::string& bad : {std::to_string(fits + 1), std::string("18446744073709551616"),
-                                 std::string(" "), std::string("-1"),
-                                 std::string("x1")}) {
+                                 std::string(" "), std::string("-1"), std::string("x1")}) {
     EXPECT_EQ(ReactivationTime(bad, "", now, &t), 20) << bad;
   }
   EXPECT_EQ(t, 7u) << "a refused duration leaves the result alone";

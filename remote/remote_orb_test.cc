@@ -181,9 +181,8 @@ TEST_F(RemoteOrbTest, ResolveVerifiesOnlyWhenAsked) {
   ACE_Time_Value connect(10), call(3600);
   bool apply = true;
   bool verify = true;
-  CORBA::Object_var present = SWOrb->resolve("127.0.0.1", "cyclesvc",
-                                             "StorageService.StorageServiceMgr", connect, call,
-                                             apply, verify);
+  CORBA::Object_var present = SWOrb->resolve(
+      "127.0.0.1", "cyclesvc", "StorageService.StorageServiceMgr", connect, call, apply, verify);
   EXPECT_FALSE(CORBA::is_nil(present));
   CORBA::Object_var absent =
       SWOrb->resolve("127.0.0.1", "cyclesvc", "No.Such.Object", connect, call, apply, verify);

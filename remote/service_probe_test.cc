@@ -106,8 +106,7 @@ TEST_F(ServiceProbeTest, DiskServiceNotThereNotConfiguredOrOfAnotherInterface) {
   options.mismatchedObjects = true;
   TestService service(root_.path(), "{}", options);
   ASSERT_TRUE(service.ok()) << service.error();
-  EXPECT_EQ(Probe({"ping"}),
-            (e2e::Result{"", "cannot narrow Disk Service Manager object\n", 255}));
+  EXPECT_EQ(Probe({"ping"}), (e2e::Result{"", "cannot narrow Disk Service Manager object\n", 255}));
   EXPECT_EQ(service.Calls(), std::vector<std::string>());
 }
 
@@ -122,14 +121,13 @@ TEST_F(ServiceProbeTest, LegacyLookupsCallOncePerVolumeAndFillTheServerTypeCache
           "volume": {"properties": []}}},
       {"result": null}]})");
   ASSERT_TRUE(service.ok()) << service.error();
-  e2e::Result r = Probe({"legacy",
-                         "2", "MID1", "ms1", "ss1",   // found
-                         "1", "MID1", "ms1", "ss1",   // the same volume: no call
-                         "2", "MID1", "ms1", "ss2",   // another storage server
-                         "4", "MID2", "ms1", "ss1",   // unknown sub-type
-                         "6", "MID3", "ms1", "ss1",   // no disk media id property
-                         "6", "MID4", "ms1", "ss1",   // not found ...
-                         "6", "MID4", "ms1", "ss1"});  // ... asked again
+  e2e::Result r = Probe({"legacy", "2",    "MID1", "ms1", "ss1",  // found
+                         "1",      "MID1", "ms1",  "ss1",         // the same volume: no call
+                         "2",      "MID1", "ms1",  "ss2",         // another storage server
+                         "4",      "MID2", "ms1",  "ss1",         // unknown sub-type
+                         "6",      "MID3", "ms1",  "ss1",         // no disk media id property
+                         "6",      "MID4", "ms1",  "ss1",         // not found ...
+                         "6",      "MID4", "ms1",  "ss1"});       // ... asked again
   EXPECT_EQ(r, (e2e::Result{"MID1 -> D1 (NearStore)\nMID1 -> D1 (NearStore)\n"
                             "MID1 -> D1 (NearStore)\nMID2 -> D2 (ExtDisk)\nMID3 -> \n"
                             "MID4 -> \nMID4 -> \n",

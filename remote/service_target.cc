@@ -51,7 +51,8 @@ std::string Reason(const CORBA::Exception* failure) {
     snprintf(text, sizeof text, "time-out: no reply within %d ms", lastTarget.callTimeoutMs);
     return text;
   }
-  if (CORBA::TRANSIENT::_downcast(failure) != nullptr && minor != omni::TRANSIENT_ConnectionClosed) {
+  if (CORBA::TRANSIENT::_downcast(failure) != nullptr &&
+      minor != omni::TRANSIENT_ConnectionClosed) {
     const std::string unresolved = ResolverFailure(lastTarget.host);
     if (!unresolved.empty()) return "unresolvable host name: " + unresolved;
     const auto took = std::chrono::duration_cast<std::chrono::milliseconds>(

@@ -17,7 +17,7 @@ struct RemoteService {
   ServiceHost host;
   const char* daemonName;
   const char* objectName;
-  const char* ladderName;  // the name the exception ladder reports
+  const char* ladderName;        // the name the exception ladder reports
   void (*printCannotConnect)();  // the service's message on standard error
   void (*printCannotNarrow)();
 };

@@ -18,17 +18,13 @@ namespace {
 // log line gives it.
 const struct ActionRow {
   const char* callName;
-  CORBA::Long (*call)(DssSVC::Dssvc_ptr manager, DssSVC::SubSystemID subsystem,
-                      const char* arg1, const char* arg2, int arg3);
+  CORBA::Long (*call)(DssSVC::Dssvc_ptr manager, DssSVC::SubSystemID subsystem, const char* arg1,
+                      const char* arg2, int arg3);
 } kActions[] = {
-    {"SubSystemSuspend",
-     [](DssSVC::Dssvc_ptr m, DssSVC::SubSystemID s, const char*, const char*, int) {
-       return m->SubSystemSuspend(s);
-     }},
-    {"SubSystemResume",
-     [](DssSVC::Dssvc_ptr m, DssSVC::SubSystemID s, const char*, const char*, int) {
-       return m->SubSystemResume(s);
-     }},
+    {"SubSystemSuspend", [](DssSVC::Dssvc_ptr m, DssSVC::SubSystemID s, const char*, const char*,
+                            int) { return m->SubSystemSuspend(s); }},
+    {"SubSystemResume", [](DssSVC::Dssvc_ptr m, DssSVC::SubSystemID s, const char*, const char*,
+                           int) { return m->SubSystemResume(s); }},
     {"SubSystemOneSession",
      [](DssSVC::Dssvc_ptr m, DssSVC::SubSystemID s, const char* a1, const char* a2, int a3) {
        return m->SubSystemOneSession(s, a1, a2, a3);
@@ -45,8 +41,8 @@ void SuspendResumeSubSystem(SubsystemAction action, SubSystemID subsystem, const
   if (CORBA::is_nil(manager)) return;
   const ActionRow* row = &kActions[static_cast<int>(action)];
   CORBA::Long status = RunRemote(kSlpManager.ladderName, [&] {
-    return row->call(manager.in(), static_cast<DssSVC::SubSystemID>(subsystem),
-                     TextOrEmpty(arg1), TextOrEmpty(arg2), arg3);
+    return row->call(manager.in(), static_cast<DssSVC::SubSystemID>(subsystem), TextOrEmpty(arg1),
+                     TextOrEmpty(arg2), arg3);
   });
   logmsgv(2, "%s executed with subsys ID %d, status= %d", row->callName,
           static_cast<int>(subsystem), static_cast<int>(status));

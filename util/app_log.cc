@@ -13,7 +13,13 @@ namespace {
 // Conversion statuses that still give a usable argument.
 bool Usable(int status) {
   switch (status) {
-    case -6: case -5: case -4: case -2: case -1: case 0: case 1:
+    case -6:
+    case -5:
+    case -4:
+    case -2:
+    case -1:
+    case 0:
+    case 1:
       return true;
     default:
       return false;
@@ -29,10 +35,12 @@ struct AnyDeleter {
 
 }  // namespace
 
-LisX::LisX(int status) : status_(status), what_("localizable text error " + std::to_string(status)) {}
+LisX::LisX(int status)
+    : status_(status), what_("localizable text error " + std::to_string(status)) {}
 
 Lis& Lis::operator<<(const char* arg) {
-  std::unique_ptr<crvlLisAny_t, AnyDeleter> any(static_cast<crvlLisAny_t*>(calloc(1, sizeof(crvlLisAny_t))));
+  std::unique_ptr<crvlLisAny_t, AnyDeleter> any(
+      static_cast<crvlLisAny_t*>(calloc(1, sizeof(crvlLisAny_t))));
   if (!any) throw LisX(CRVL_LIS_NO_MEMORY);
   int status = utf8() ? crvlLisAny_utf8string(any.get(), arg) : crvlLisAny_string(any.get(), arg);
   if (!Usable(status)) throw LisX(status);
@@ -42,7 +50,8 @@ Lis& Lis::operator<<(const char* arg) {
 }
 
 LisMgr::LisMgr(const char* id, const char* format) : Lis(&storage_) {
-  if (crvlLisInit(&storage_, id, format, GetCrvlLisGlobalUtf8Setting()) != 0) throw LisX(CRVL_LIS_NO_MEMORY);
+  if (crvlLisInit(&storage_, id, format, GetCrvlLisGlobalUtf8Setting()) != 0)
+    throw LisX(CRVL_LIS_NO_MEMORY);
 }
 
 LisMgr::~LisMgr() { crvlLisFree(&storage_); }

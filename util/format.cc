@@ -4,7 +4,6 @@
 // so a negative value keeps its sign in front of the padding digits.
 #include "util/format.h"
 
-
 #include <cstdlib>
 #include <cstring>
 #include <ctime>
@@ -16,17 +15,35 @@ namespace Orvantic {
 namespace Stashwell {
 
 const char* const emmcommon_ss_image_state_str[11] = {
-    "NOT_MANAGED", "NOT_STARTED", "IN_PROCESS", "COMPLETE",
-    "DELETED",     "UNKNOWN",     "UNKNOWN",    "UNKNOWN",
-    "UNKNOWN",     "NOT_STARTED|INACTIVE",      "IN_PROCESS|INACTIVE",
+    "NOT_MANAGED",
+    "NOT_STARTED",
+    "IN_PROCESS",
+    "COMPLETE",
+    "DELETED",
+    "UNKNOWN",
+    "UNKNOWN",
+    "UNKNOWN",
+    "UNKNOWN",
+    "NOT_STARTED|INACTIVE",
+    "IN_PROCESS|INACTIVE",
 };
 
 const char* const emmcommon_ss_image_copy_state_str[16] = {
-    "NOT_MANAGED",          "NOT_STARTED",         "IN_PROCESS",
-    "JOBCOMPLETE",          "SIBLING_IN_PROCESS",  "COPYCOMPLETE",
-    "CANCELLED",            "CANT_PROCESS",        "DEFERRED",
-    "NOT_STARTED|INACTIVE", "IN_PROCESS|INACTIVE", "DEPENDEES_IN_PROCESS",
-    "IMPORTS_DONE",         "REPLICATION_INCOMPLETE", "IMPORT_PENDING",
+    "NOT_MANAGED",
+    "NOT_STARTED",
+    "IN_PROCESS",
+    "JOBCOMPLETE",
+    "SIBLING_IN_PROCESS",
+    "COPYCOMPLETE",
+    "CANCELLED",
+    "CANT_PROCESS",
+    "DEFERRED",
+    "NOT_STARTED|INACTIVE",
+    "IN_PROCESS|INACTIVE",
+    "DEPENDEES_IN_PROCESS",
+    "IMPORTS_DONE",
+    "REPLICATION_INCOMPLETE",
+    "IMPORT_PENDING",
     "IMPORT_FAILED",
 };
 
@@ -75,8 +92,8 @@ void LogParse(int level, const std::string& text, int line) {
   SWLogger* logger = SWLogger::s_default;
   if (logger == nullptr || logger->verbose < level) return;
   const char* file = strrchr(__FILE__, '/');
-  std::string full = text + "(" + (file != nullptr ? file + 1 : __FILE__) + ":" +
-                     std::to_string(line) + ")";
+  std::string full =
+      text + "(" + (file != nullptr ? file + 1 : __FILE__) + ":" + std::to_string(line) + ")";
   logger->logDebug("ParseBackupId", level, full.c_str());
 }
 

@@ -48,10 +48,11 @@ TEST(FormatTest, SlpOperationsMask) {
   EXPECT_EQ("[0] = " + allClear, FormatSlpOperationsMask(0));
   // Bits above 9 show only in the number.
   EXPECT_EQ("[1024] = " + allClear, FormatSlpOperationsMask(1024));
-  EXPECT_EQ("[1541] = [CLOUD_SNAPSHOT_INDEX(1)] [CLOUD_SNAPSHOT_REPLICATION(0)] "
-            "[REPLICATION(0)] [INDEX_FROM_SNAPSHOT(0)] [BACKUP_FROM_SNAPSHOT(0)] [IMPORT(0)] "
-            "[REPLICATE_TO_REMOTE_MASTER(0)] [SNAPSHOT(1)] [DUPLICATE(0)] [BACKUP(1)] ",
-            FormatSlpOperationsMask(1024 + 512 + 4 + 1));
+  EXPECT_EQ(
+      "[1541] = [CLOUD_SNAPSHOT_INDEX(1)] [CLOUD_SNAPSHOT_REPLICATION(0)] "
+      "[REPLICATION(0)] [INDEX_FROM_SNAPSHOT(0)] [BACKUP_FROM_SNAPSHOT(0)] [IMPORT(0)] "
+      "[REPLICATE_TO_REMOTE_MASTER(0)] [SNAPSHOT(1)] [DUPLICATE(0)] [BACKUP(1)] ",
+      FormatSlpOperationsMask(1024 + 512 + 4 + 1));
 }
 
 // Dates in UTC; the time zone of the process is put back afterwards.
@@ -113,8 +114,8 @@ TEST(ParseBackupIdTest, SplitsAtTheLastUnderscore) {
   } cases[] = {
       {"client1_1700000000", 0, 1700000000, "client1"},
       {"my_host_name_42", 0, 42, "my_host_name"},
-      {"host_abc", 0, 0, "host"},          // non-numeric time still succeeds
-      {"host_ 17x", 0, 17, "host"},        // strtoll rules
+      {"host_abc", 0, 0, "host"},    // non-numeric time still succeeds
+      {"host_ 17x", 0, 17, "host"},  // strtoll rules
       {"host_-3", 0, -3, "host"},
       {"nounderscore", 20, -1, "untouched"},
       {"host_", 20, -1, "untouched"},

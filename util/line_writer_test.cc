@@ -37,16 +37,16 @@ std::string Captured(F write) {
 
 TEST(LineWriterTest, Numbers) {
   // Both sides of 2^32, where the conversion changes its arithmetic.
-  EXPECT_EQ("0 7 10 99 100 1005 -1 4294967295 4294967296 -9223372036854775808 "
-            "9223372036854775807 18446744073709551615",
-            Captured([](FILE* out) {
-              LineWriter w(out);
-              for (int64_t v : {0LL, 7LL, 10LL, 99LL, 100LL, 1005LL, -1LL, 4294967295LL,
-                                4294967296LL}) {
-                w.Int(v).Char(' ');
-              }
-              w.Int(INT64_MIN).Char(' ').Int(INT64_MAX).Char(' ').UInt(UINT64_MAX);
-            }));
+  EXPECT_EQ(
+      "0 7 10 99 100 1005 -1 4294967295 4294967296 -9223372036854775808 "
+      "9223372036854775807 18446744073709551615",
+      Captured([](FILE* out) {
+        LineWriter w(out);
+        for (int64_t v : {0LL, 7LL, 10LL, 99LL, 100LL, 1005LL, -1LL, 4294967295LL, 4294967296LL}) {
+          w.Int(v).Char(' ');
+        }
+        w.Int(INT64_MIN).Char(' ').Int(INT64_MAX).Char(' ').UInt(UINT64_MAX);
+      }));
   // The digit count at every power of ten and just below it.
   std::string expected;
   for (int digits = 1; digits <= 20; ++digits) {
@@ -112,8 +112,8 @@ void WriteHostileName(FILE* out) {
 }
 
 TEST(LineWriterTest, CatalogTextsShowControlsOnlyOnATerminal) {
-  EXPECT_EQ(Captured(WriteHostileName), std::string(kHostileName) + "|" + kHostileName + "|" +
-                                            kHostileName + "\n");
+  EXPECT_EQ(Captured(WriteHostileName),
+            std::string(kHostileName) + "|" + kHostileName + "|" + kHostileName + "\n");
 
   const int master = posix_openpt(O_RDWR | O_NOCTTY);
   ASSERT_GE(master, 0);

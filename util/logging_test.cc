@@ -22,7 +22,8 @@ TEST(RecordLog, EachMethod) {
   testing_root::Remove("logs");
   std::filesystem::create_directories(testing_root::Path() + "/logs/admin");
   int err = 0;
-  ASSERT_GE(open_debug_log((testing_root::Path() + "/logs").c_str(), "admin", "prog", 0644, &err), 0);
+  ASSERT_GE(open_debug_log((testing_root::Path() + "/logs").c_str(), "admin", "prog", 0644, &err),
+            0);
 
   EXPECT_EQ(DBData::GetLoggingMethod(), DBData::LOG_METHOD_NONE);
   DBData::LogMessage(5, "DBData::Insert", "nothing %d", 1);
@@ -32,9 +33,9 @@ TEST(RecordLog, EachMethod) {
   EXPECT_EQ(DBData::GetLoggingMethod(), DBData::LOG_METHOD_LEGACY);
   DBData::LogMessage(5, "DBData::Insert", "record %s", "r1");
   DBData::LogMessage(0, "DBData::Delete", "failed %d", 7);
-  EXPECT_EQ(testing_root::LogLines("logs/admin"), (std::vector<std::string>{
-                                     "<2> prog: level 5: record r1 (DBData::Insert)",
-                                     "<16> prog: level 0: failed 7 (DBData::Delete)"}));
+  EXPECT_EQ(testing_root::LogLines("logs/admin"),
+            (std::vector<std::string>{"<2> prog: level 5: record r1 (DBData::Insert)",
+                                      "<16> prog: level 0: failed 7 (DBData::Delete)"}));
   close_debug_log();
 
   DBData::UseQzULLogs();
@@ -70,12 +71,15 @@ TEST(AppLog, WriteAppMsgStatusesAndTheSecondarySink) {
   log.set_secondary(sink);
 
   Corvela::L10N::LisMgr text("SmeSlp0010N", "volume %s on %s, 100%%");
-  text << "v1" << "srv";
+  text << "v1"
+       << "srv";
   EXPECT_EQ(log.WriteAppMsg(0, CRVL_SEV_ERROR, text), 0);
   EXPECT_EQ(log.WriteAppMsg(CRVL_LOG_FLAG_SECONDARY, CRVL_SEV_WARNING, text), 0);
-  EXPECT_EQ(testing_root::LogLines("logs/dsm"), (std::vector<std::string>{"<3> SmeSlp0010N: volume v1 on srv, 100%",
-                                                         "<2> SmeSlp0010N: volume v1 on srv, 100%"}));
-  EXPECT_EQ(testing_root::LogLines("logs/sink"), std::vector<std::string>{"<2> SmeSlp0010N: volume v1 on srv, 100%"});
+  EXPECT_EQ(testing_root::LogLines("logs/dsm"),
+            (std::vector<std::string>{"<3> SmeSlp0010N: volume v1 on srv, 100%",
+                                      "<2> SmeSlp0010N: volume v1 on srv, 100%"}));
+  EXPECT_EQ(testing_root::LogLines("logs/sink"),
+            std::vector<std::string>{"<2> SmeSlp0010N: volume v1 on srv, 100%"});
 
   log.set_disabled(true);
   EXPECT_EQ(log.WriteAppMsg(0, CRVL_SEV_ERROR, text), 1);
@@ -97,7 +101,8 @@ TEST(AppLog, LisArguments) {
   setenv("LC_ALL", "de_DE.UTF-8", 1);
   Corvela::L10N::LisMgr utf8("SmeSlp0020N", "%s %s");
   EXPECT_TRUE(utf8.utf8());
-  utf8 << "caf\xc3\xa9" << "\xef\xbb\xbfmark";
+  utf8 << "caf\xc3\xa9"
+       << "\xef\xbb\xbfmark";
   formatted = crvlLisFormat(utf8.get());
   EXPECT_STREQ(formatted, "caf\xc3\xa9 mark");
   free(formatted);

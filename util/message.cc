@@ -15,8 +15,8 @@ char msgBuffer[8192];
 const char* LocalizeMsg(const char* id, const char* defaultFormat, ...) {
   va_list ap;
   va_start(ap, defaultFormat);
-  vzkgetmsg(id, lc_messages, sizeof localizedMsg, localizedMsg, nullptr, 0, nullptr,
-            defaultFormat, ap);
+  vzkgetmsg(id, lc_messages, sizeof localizedMsg, localizedMsg, nullptr, 0, nullptr, defaultFormat,
+            ap);
   va_end(ap);
   return localizedMsg;
 }
@@ -24,8 +24,8 @@ const char* LocalizeMsg(const char* id, const char* defaultFormat, ...) {
 const char* PrintMsg(FILE* stream, const char* id, const char* defaultFormat, ...) {
   va_list ap;
   va_start(ap, defaultFormat);
-  vzkgetmsg(id, lc_messages, sizeof localizedMsg, localizedMsg, nullptr, 0, nullptr,
-            defaultFormat, ap);
+  vzkgetmsg(id, lc_messages, sizeof localizedMsg, localizedMsg, nullptr, 0, nullptr, defaultFormat,
+            ap);
   va_end(ap);
   Orvantic::Stashwell::WritePendingOutput();
   fputs(localizedMsg, stream);

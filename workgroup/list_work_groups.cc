@@ -57,8 +57,12 @@ class JsonWorkGroup {
 
 void PrintRow(outputform_e form, const wg_tci_db& row, bool newGroup, JsonWorkGroup& json) {
   switch (form) {
-    case OUTPUT_SHORT: PrintWgShort(row, newGroup); break;
-    case OUTPUT_USER: PrintWgUser(row, newGroup); break;
+    case OUTPUT_SHORT:
+      PrintWgShort(row, newGroup);
+      break;
+    case OUTPUT_USER:
+      PrintWgUser(row, newGroup);
+      break;
     case OUTPUT_BRIEF:
       if (newGroup) printf("%u\n", row.wg_values.WorkGroupKey);
       break;
@@ -99,8 +103,8 @@ int ListWorkGroups(outputform_e form, long key) {
   for (;;) {
     memset(&row, 0, sizeof row);
     unsigned int rows = 1;
-    status = db.connection->Fetch(db.view, &row, sizeof row, wgBind, kWgColumns, &rows, false,
-                                  false);
+    status =
+        db.connection->Fetch(db.view, &row, sizeof row, wgBind, kWgColumns, &rows, false, false);
     if (status != 0) break;
     const bool newGroup = !anyRow || row.wg_values.WorkGroupKey != previousKey;
     PrintRow(form, row, newGroup, json);
@@ -110,10 +114,10 @@ int ListWorkGroups(outputform_e form, long key) {
 
   if (status != DAL_NO_DATA) {
     fflush(stdout);
-    logmsg(16,
-           PrintMsg(stderr, "SmeSlp0680N", "error fetching data from database, status = %d",
-                    status),
-           progname.c_str());
+    logmsg(
+        16,
+        PrintMsg(stderr, "SmeSlp0680N", "error fetching data from database, status = %d", status),
+        progname.c_str());
     return kDatabaseFailure;
   }
   if (!anyRow) {

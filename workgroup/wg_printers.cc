@@ -28,15 +28,17 @@ struct Field {
   const char* label;  // user form, with its blanks
   const char* json;   // member name; null: not in JSON
   Kind kind;
-  size_t offset;      // in wg_tci_db
+  size_t offset;  // in wg_tci_db
 };
 
 #define WG_NUM(label, json, kind, field) \
-  {label, json, kind, offsetof(wg_tci_db, wg_values.field)}
-#define WG_TEXT(label, json, field) {label, json, kText, offsetof(wg_tci_db, wg_chars.field)}
+  { label, json, kind, offsetof(wg_tci_db, wg_values.field) }
+#define WG_TEXT(label, json, field) \
+  { label, json, kText, offsetof(wg_tci_db, wg_chars.field) }
 #define TCI_NUM(label, json, kind, field) \
-  {label, json, kind, offsetof(wg_tci_db, tci_values.field)}
-#define TCI_TEXT(label, json, field) {label, json, kText, offsetof(wg_tci_db, tci_chars.field)}
+  { label, json, kind, offsetof(wg_tci_db, tci_values.field) }
+#define TCI_TEXT(label, json, field) \
+  { label, json, kText, offsetof(wg_tci_db, tci_chars.field) }
 
 const Field kGroupFields[] = {
     WG_NUM(" WorkGroup Key                 : ", "WorkGroupKey", kU32, WorkGroupKey),
@@ -92,12 +94,32 @@ const char* Text(const wg_tci_db& row, const Field& f) { return At(row, f); }
 int64_t Number(const wg_tci_db& row, const Field& f) {
   const char* p = At(row, f);
   switch (f.kind) {
-    case kU16: { uint16_t v; memcpy(&v, p, sizeof v); return v; }
-    case kI16: { int16_t v; memcpy(&v, p, sizeof v); return v; }
-    case kU32: { uint32_t v; memcpy(&v, p, sizeof v); return v; }
+    case kU16: {
+      uint16_t v;
+      memcpy(&v, p, sizeof v);
+      return v;
+    }
+    case kI16: {
+      int16_t v;
+      memcpy(&v, p, sizeof v);
+      return v;
+    }
+    case kU32: {
+      uint32_t v;
+      memcpy(&v, p, sizeof v);
+      return v;
+    }
     case kI32:
-    case kGroupId: { int32_t v; memcpy(&v, p, sizeof v); return v; }
-    default: { int64_t v; memcpy(&v, p, sizeof v); return v; }
+    case kGroupId: {
+      int32_t v;
+      memcpy(&v, p, sizeof v);
+      return v;
+    }
+    default: {
+      int64_t v;
+      memcpy(&v, p, sizeof v);
+      return v;
+    }
   }
 }
 
@@ -138,8 +160,7 @@ void Json(json_t* object, const wg_tci_db& row, const Field& f) {
   const int64_t value = Number(row, f);
   AddMember(object, f.json, json_integer(value));
   if (f.kind == kGroupId) {
-    AddMember(object, "WorkGroupIDName",
-              json_string(WorkGroupIDName(static_cast<int32_t>(value))));
+    AddMember(object, "WorkGroupIDName", json_string(WorkGroupIDName(static_cast<int32_t>(value))));
   }
 }
 

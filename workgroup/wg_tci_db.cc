@@ -12,7 +12,7 @@ using Corvela::Dal::DAL_VT_ULONG;
 using Corvela::Dal::DAL_VT_USHORT;
 using Corvela::Dal::DalResultColumn;
 
-#define WG_COLUMN(n, block, field, type)                                       \
+#define WG_COLUMN(n, block, field, type)                                        \
   DalResultColumn(n, #block "." #field, type, offsetof(wg_tci_db, block.field), \
                   sizeof(wg_tci_db::block##_t::field))
 
@@ -76,12 +76,21 @@ std::string WorkGroupStatement(long key) {
 
 const char* WorkGroupIDName(int32_t id) {
   static const char* const kNames[] = {
-      "NULL",        "DISK",       "TAPE",
-      "SNAPDUPE",    "OXR_IMPORT", "OXR_REPLICATION",
-      "TARGETED_OXR_REPLICATION",  "SNAPREP",
-      "SNAPINDEX",   "VM_SNAPDUPE", "VM_SNAPINDEX",
-      "CLOUD_SNAPSHOT_REPLICATION", "CLOUD_SNAPSHOT_INDEX",
-      "DYNAMIC_STREAMING",         "CLOUD_SNAPSHOT_BACKUP",
+      "NULL",
+      "DISK",
+      "TAPE",
+      "SNAPDUPE",
+      "OXR_IMPORT",
+      "OXR_REPLICATION",
+      "TARGETED_OXR_REPLICATION",
+      "SNAPREP",
+      "SNAPINDEX",
+      "VM_SNAPDUPE",
+      "VM_SNAPINDEX",
+      "CLOUD_SNAPSHOT_REPLICATION",
+      "CLOUD_SNAPSHOT_INDEX",
+      "DYNAMIC_STREAMING",
+      "CLOUD_SNAPSHOT_BACKUP",
   };
   const int32_t count = static_cast<int32_t>(sizeof(kNames) / sizeof(kNames[0]));
   return id > 0 && id < count ? kNames[id] : kNames[0];

@@ -41,8 +41,7 @@ std::string EngineFailure(const char* what, sqldb::Code code, const sqldb::Datab
 
 }  // namespace
 
-DbConnection::DbConnection(std::unique_ptr<sqldb::Database> db,
-                           SqlTranslationCache* translations)
+DbConnection::DbConnection(std::unique_ptr<sqldb::Database> db, SqlTranslationCache* translations)
     : db_(std::move(db)), translations_(translations) {}
 
 DbConnection::~DbConnection() {
@@ -92,8 +91,7 @@ int DbConnection::Prepare(DalOdbcView* view, const std::string& sql, const char*
   sqldb::Code code;
   view->stmt_ = db_->Prepare(translation.text, &code);
   if (!view->stmt_) {
-    return Fail(view, DalStatusFromCode(code), EngineFailure("prepare failed", code, *db_),
-                sql);
+    return Fail(view, DalStatusFromCode(code), EngineFailure("prepare failed", code, *db_), sql);
   }
   view->isQuery_ = view->stmt_->ColumnCount() > 0;
   return DAL_SUCCESS;
@@ -143,8 +141,7 @@ int DbConnection::Execute(DalOdbcView* view, const std::string& sql, const DalBi
     view->exhausted_ = true;
     view->stmt_->Reset();
   } else {
-    return Fail(view, DalStatusFromCode(code), EngineFailure("execute failed", code, *db_),
-                sql);
+    return Fail(view, DalStatusFromCode(code), EngineFailure("execute failed", code, *db_), sql);
   }
   if (!view->isQuery_) {
     view->rowCount_ = view->stmt_->Changes();
@@ -205,8 +202,8 @@ int DbConnection::Fetch(DalOdbcView* view, void* rowBuffer, size_t rowSize,
     ++view->rowCount_;
     const sqldb::Row& current = view->stmt_->CurrentRow();
     for (unsigned int i = 0; i < bindingCount; ++i) {
-      const int status = StoreColumn(current, bindingTable[i], row + *rows * rowSize,
-                                     nullsAsZero, failOnTruncation);
+      const int status = StoreColumn(current, bindingTable[i], row + *rows * rowSize, nullsAsZero,
+                                     failOnTruncation);
       if (status != DAL_SUCCESS) {
         DalError(view->caller_.c_str(), "fetch: column " +
                                             std::to_string(bindingTable[i].columnNumber) + ": " +

@@ -39,10 +39,10 @@ class DalOdbcStatement {
   friend class DbConnection;
 
   std::unique_ptr<sqldb::Statement> stmt_;  // null when nothing runs
-  bool executed_ = false;         // a statement has run since the view was made
-  bool isQuery_ = false;          // the statement returns rows
-  bool rowPending_ = false;       // a stepped row not yet handed out
-  bool exhausted_ = false;        // the query has no further rows
+  bool executed_ = false;                   // a statement has run since the view was made
+  bool isQuery_ = false;                    // the statement returns rows
+  bool rowPending_ = false;                 // a stepped row not yet handed out
+  bool exhausted_ = false;                  // the query has no further rows
   int64_t rowCount_ = 0;
   std::string caller_;  // log source of the statement's calls
 };

@@ -196,8 +196,7 @@ class Translator {
 
 }  // namespace
 
-bool TranslateSql(std::string_view sql, std::string* out, std::string* why,
-                  sqldb::Engine target) {
+bool TranslateSql(std::string_view sql, std::string* out, std::string* why, sqldb::Engine target) {
   return Translator(sql, target).Run(out, why);
 }
 

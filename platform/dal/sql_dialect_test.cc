@@ -8,8 +8,8 @@
 #include <string>
 
 #include "platform/dal/dal_test_support.h"
-#include "platform/sqldb/sqlite_functions.h"
 #include "platform/dal/sql_tokenizer.h"
+#include "platform/sqldb/sqlite_functions.h"
 
 namespace Corvela {
 namespace Dal {

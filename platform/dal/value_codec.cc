@@ -166,12 +166,10 @@ int64_t ReadInteger(const void* p, ValueKind kind, int width) {
   }
 }
 
-int StoreText(const sqldb::Row& row, int col, char* field, size_t width,
-              bool failOnTruncation) {
+int StoreText(const sqldb::Row& row, int col, char* field, size_t width, bool failOnTruncation) {
   // A number in a text field reads as its decimal digits.
-  const std::string number = row.type(col) == sqldb::Type::kInteger
-                                 ? std::to_string(row.Int64(col))
-                                 : std::string();
+  const std::string number =
+      row.type(col) == sqldb::Type::kInteger ? std::to_string(row.Int64(col)) : std::string();
   const std::string_view data = number.empty() ? row.Bytes(col) : std::string_view(number);
   const size_t n = data.size() < width - 1 ? data.size() : width - 1;
   if (n > 0) memcpy(field, data.data(), n);

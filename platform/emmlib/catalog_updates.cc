@@ -13,8 +13,8 @@ namespace emm {
 namespace {
 
 // Runs a data-changing statement; *changed receives the rows it touched.
-unsigned Run(Connection* connection, const char* call, const std::string& sql,
-             const Params& params, int* changed) {
+unsigned Run(Connection* connection, const char* call, const std::string& sql, const Params& params,
+             int* changed) {
   std::unique_ptr<sqldb::Statement> stmt;
   const unsigned status = connection->Prepare(call, sql, params, &stmt);
   if (status != EMMLIB_OK) return status;
@@ -89,8 +89,8 @@ unsigned emmlib_UpdateImageStorageServiceState(int* cid, int mode, const char* m
 }
 
 unsigned emmlib_DeleteDeletedImageFragments(int* cid, int level, const char* masterServer,
-                                            const char* backupId, int arg5, int arg6,
-                                            int arg7, int arg8) {
+                                            const char* backupId, int arg5, int arg6, int arg7,
+                                            int arg8) {
   unsigned status;
   emm::Connection* connection = emm::FindConnection(cid, &status);
   if (connection == nullptr) return status;

@@ -11,11 +11,11 @@
 #include <cstdint>
 
 enum {
-  EMM_HOSTNAME_SIZE = 257,    // master, client, media and storage server names
-  EMM_BACKUPID_SIZE = 1025,   // backup ids: at most 1024 characters
-  EMM_NAME_SIZE = 257,        // policy, SLP, destination, media id, ...
-  EMM_CLASSID_SIZE = 65,      // data classification id
-  EMM_LONGTEXT_SIZE = 1025,   // residence, fragment id, descriptions
+  EMM_HOSTNAME_SIZE = 257,   // master, client, media and storage server names
+  EMM_BACKUPID_SIZE = 1025,  // backup ids: at most 1024 characters
+  EMM_NAME_SIZE = 257,       // policy, SLP, destination, media id, ...
+  EMM_CLASSID_SIZE = 65,     // data classification id
+  EMM_LONGTEXT_SIZE = 1025,  // residence, fragment id, descriptions
   EMM_GUID_SIZE = 16,
 };
 
@@ -34,7 +34,7 @@ struct EMM_Image {
   int64_t CreatedDateTime;
   int32_t ClientType;
   int32_t ScheduleType;
-  int32_t SLPState;             // state in the low bits, 8 = inactive bit
+  int32_t SLPState;  // state in the low bits, 8 = inactive bit
   int32_t SLPVersion;
   unsigned char OriginMasterServerID[EMM_GUID_SIZE];
   char MasterServer[EMM_HOSTNAME_SIZE];
@@ -50,7 +50,7 @@ struct EMM_Image {
 };
 
 struct EMM_ImageCopy {
-  uint64_t CopyKey;             // 0 in a flat row: the row has no copy
+  uint64_t CopyKey;  // 0 in a flat row: the row has no copy
   int64_t ExpireTime;
   int64_t ExpireLCTime;
   int64_t TryToKeepTime;
@@ -66,7 +66,7 @@ struct EMM_ImageCopy {
   int16_t RetentionType;
   int16_t MPXState;
   int16_t Replica;
-  int16_t DataFormat;           // 2 = DF_SNAPSHOT
+  int16_t DataFormat;  // 2 = DF_SNAPSHOT
   char MasterServer[EMM_HOSTNAME_SIZE];
   char BackupID[EMM_BACKUPID_SIZE];
   char Residence[EMM_LONGTEXT_SIZE];  // "*Remote*Master*": held by a remote master
@@ -78,13 +78,13 @@ struct EMM_ImageCopy {
 };
 
 struct EMM_ImageFragment {
-  uint64_t FragmentKey;         // 0 in a flat row: the row has no fragment
+  uint64_t FragmentKey;  // 0 in a flat row: the row has no fragment
   int64_t FragmentSize;
   int32_t CopyNumber;
   int32_t FragmentNumber;
   int32_t ResumeCount;
-  int32_t MediaType;            // 0 = DISK
-  int16_t MediaSubType;         // 6 = STSDYNAMIC
+  int32_t MediaType;     // 0 = DISK
+  int16_t MediaSubType;  // 6 = STSDYNAMIC
   int16_t FragmentState;
   uint8_t DeleteHeader;
   char MasterServer[EMM_HOSTNAME_SIZE];
@@ -132,7 +132,7 @@ struct EMM_ReplicationTarget {
 
 // One operation of an SLP definition.
 struct SS_OPERATION {
-  int32_t index;                // the operation's SLP index
+  int32_t index;  // the operation's SLP index
   int32_t copyType;
   char destination[EMM_NAME_SIZE];
   char targetDomain[EMM_NAME_SIZE];
@@ -145,7 +145,7 @@ enum { SS_FLAG_INACTIVE = 8 };
 struct SS_LIST {
   char name[EMM_NAME_SIZE];
   int32_t version;
-  int32_t flags;                // SS_FLAG_INACTIVE
+  int32_t flags;  // SS_FLAG_INACTIVE
   SS_OPERATION* operations;
   SS_LIST* next;
 };

@@ -43,17 +43,16 @@ unsigned emmlib_terminate(int* cid);
 
 // Image query over images, copies and fragments. Null filters select all.
 unsigned emmlib_ImageQueryExecute(int* cid, int level, const char* masterServer,
-                                  const char* backupId, const char* client,
-                                  const char* mediaId, const char* storageServer,
-                                  const char* mediaServer, int arg9, int arg10, int arg11,
-                                  int arg12, int arg13, const int* imageState,
+                                  const char* backupId, const char* client, const char* mediaId,
+                                  const char* storageServer, const char* mediaServer, int arg9,
+                                  int arg10, int arg11, int arg12, int arg13, const int* imageState,
                                   uint64_t* handle);
 
 unsigned emmlib_ImageQueryCopyTypeAndFormatExecute(
     int* cid, int level, const char* masterServer, const char* backupId, const char* client,
-    const char* mediaId, const char* storageServer, const char* mediaServer, int arg9,
-    int arg10, const short* fragState, int arg12, int arg13, const int* imageState,
-    const int* copyType, int arg16, int arg17, const char* slpName, uint64_t* handle);
+    const char* mediaId, const char* storageServer, const char* mediaServer, int arg9, int arg10,
+    const short* fragState, int arg12, int arg13, const int* imageState, const int* copyType,
+    int arg16, int arg17, const char* slpName, uint64_t* handle);
 
 // Next images as a linked list (with their copies and fragments; `level` 1
 // images only, 2 with copies). `count`: in, how many images are wanted; out,
@@ -71,9 +70,8 @@ unsigned emmlib_ReleaseImageResultHandle(int* cid, uint64_t handle);
 // Active snapshots of one image (backupId) or of all images (null), in the
 // order of the image query's rows: backup time, backup id, copy number. The
 // fetch returns EMMLIB_END_OF_DATA with the last records.
-unsigned emmlib_QueryActiveSnapshotInfo(int* cid, int level, const char* masterServer,
-                                        int arg4, const char* backupId, int arg6, int arg7,
-                                        uint64_t* handle);
+unsigned emmlib_QueryActiveSnapshotInfo(int* cid, int level, const char* masterServer, int arg4,
+                                        const char* backupId, int arg6, int arg7, uint64_t* handle);
 unsigned emmlib_FetchSnapshotInfo(int* cid, int level, uint64_t handle, unsigned* count,
                                   EMM_SnapshotInfo** list);
 void emmlib_FreeSnapshotInfo_List(EMM_SnapshotInfo** list);
@@ -82,14 +80,14 @@ void emmlib_FreeSnapshotInfo_List(EMM_SnapshotInfo** list);
 // EMMLIB_END_OF_DATA when nothing matches, the fetch with the last batch.
 unsigned emmlib_QueryReplicaImageCopies(int* cid, int level, const char* masterServer,
                                         int64_t sinceTime, uint64_t* handle);
-unsigned emmlib_FetchReplicaImageCopies(int* cid, int level, uint64_t handle,
-                                        unsigned* count, EMM_Image** list);
+unsigned emmlib_FetchReplicaImageCopies(int* cid, int level, uint64_t handle, unsigned* count,
+                                        EMM_Image** list);
 
 // Images pending import (same end-of-data rule as the replica query).
 unsigned emmlib_QueryPendingImportImages(int* cid, int level, const char* masterServer,
                                          int64_t sinceTime, uint64_t* handle);
-unsigned emmlib_FetchPendingImportImages(int* cid, int level, uint64_t handle,
-                                         unsigned* count, EMM_Image** list);
+unsigned emmlib_FetchPendingImportImages(int* cid, int level, uint64_t handle, unsigned* count,
+                                         EMM_Image** list);
 
 // Copy update: the copy is found by master server, backup id and SLP index;
 // EMMLIB_NO_SUCH_RECORD when there is none.
@@ -101,8 +99,8 @@ unsigned emmlib_UpdateImageStorageServiceState(int* cid, int mode, const char* m
 
 // Empties the deleted-fragment list.
 unsigned emmlib_DeleteDeletedImageFragments(int* cid, int level, const char* masterServer,
-                                            const char* backupId, int arg5, int arg6,
-                                            int arg7, int arg8);
+                                            const char* backupId, int arg5, int arg6, int arg7,
+                                            int arg8);
 
 // All SLP definitions, every version; free with db_freeSS_LISTs.
 SS_LIST* db_getAllStorageServicesWithAllVersions(int* status);

@@ -63,8 +63,9 @@ std::string BuildImageQuerySql(const ImageFilter& f, int64_t masterKey, Params* 
   // Volume and fragment-state filters select images that have such a
   // fragment; the image is then returned whole.
   if (Given(f.mediaId) || Given(f.storageServer) || Given(f.mediaServer) || f.fragState != 0) {
-    sql.append(" AND EXISTS (SELECT 1 FROM DBM_ImageCopy c2 JOIN DBM_ImageFragment f2"
-               " ON f2.ImageCopyKey = c2.ImageCopyKey WHERE c2.ImageKey = i.ImageKey");
+    sql.append(
+        " AND EXISTS (SELECT 1 FROM DBM_ImageCopy c2 JOIN DBM_ImageFragment f2"
+        " ON f2.ImageCopyKey = c2.ImageCopyKey WHERE c2.ImageKey = i.ImageKey");
     if (Given(f.mediaId)) params->AddText(&sql, " AND f2.MediaID = ?", f.mediaId);
     if (Given(f.storageServer)) {
       params->AddText(&sql, " AND f2.StorageServer = ?", f.storageServer);
@@ -73,8 +74,9 @@ std::string BuildImageQuerySql(const ImageFilter& f, int64_t masterKey, Params* 
     if (f.fragState != 0) params->AddNumber(&sql, " AND f2.FragmentState = ?", f.fragState);
     sql.append(")");
   }
-  sql.append(" ORDER BY i.BackupTime, i.BackupID, i.ImageKey, c.CopyNumber, c.ImageCopyKey,"
-             " f.FragmentNumber, f.FragmentKey");
+  sql.append(
+      " ORDER BY i.BackupTime, i.BackupID, i.ImageKey, c.CopyNumber, c.ImageCopyKey,"
+      " f.FragmentNumber, f.FragmentKey");
   return sql;
 }
 
@@ -115,9 +117,9 @@ unsigned Execute(int* cid, const ImageFilter& filter, uint64_t* handle) {
   }
   Params params;
   const std::string sql = BuildImageQuerySql(filter, masterKey, &params);
-  auto query = std::make_unique<RecordQuery>(
-      connection, filter.level == 1 ? RecordQuery::Detail::kSummary
-                                    : RecordQuery::Detail::kFragments);
+  auto query = std::make_unique<RecordQuery>(connection, filter.level == 1
+                                                             ? RecordQuery::Detail::kSummary
+                                                             : RecordQuery::Detail::kFragments);
   status = query->Start(sql, params);
   if (status != EMMLIB_OK) return status;
   *handle = AddQuery(std::move(query));
@@ -140,26 +142,25 @@ RecordQuery* FindImageQuery(int* cid, uint64_t handle, unsigned* status) {
 }  // namespace emm
 
 unsigned emmlib_ImageQueryExecute(int* cid, int level, const char* masterServer,
-                                  const char* backupId, const char* client,
-                                  const char* mediaId, const char* storageServer,
-                                  const char* mediaServer, int arg9, int arg10, int arg11,
-                                  int arg12, int arg13, const int* imageState,
+                                  const char* backupId, const char* client, const char* mediaId,
+                                  const char* storageServer, const char* mediaServer, int arg9,
+                                  int arg10, int arg11, int arg12, int arg13, const int* imageState,
                                   uint64_t* handle) {
-  emm::ImageFilter f = emm::CommonFilter(level, masterServer, backupId, client, mediaId,
-                                         storageServer, mediaServer, arg9, arg10, arg12, arg13,
-                                         imageState);
+  emm::ImageFilter f =
+      emm::CommonFilter(level, masterServer, backupId, client, mediaId, storageServer, mediaServer,
+                        arg9, arg10, arg12, arg13, imageState);
   f.fragState = arg11;
   return emm::Execute(cid, f, handle);
 }
 
 unsigned emmlib_ImageQueryCopyTypeAndFormatExecute(
     int* cid, int level, const char* masterServer, const char* backupId, const char* client,
-    const char* mediaId, const char* storageServer, const char* mediaServer, int arg9,
-    int arg10, const short* fragState, int arg12, int arg13, const int* imageState,
-    const int* copyType, int arg16, int arg17, const char* slpName, uint64_t* handle) {
-  emm::ImageFilter f = emm::CommonFilter(level, masterServer, backupId, client, mediaId,
-                                         storageServer, mediaServer, arg9, arg10, arg12, arg13,
-                                         imageState);
+    const char* mediaId, const char* storageServer, const char* mediaServer, int arg9, int arg10,
+    const short* fragState, int arg12, int arg13, const int* imageState, const int* copyType,
+    int arg16, int arg17, const char* slpName, uint64_t* handle) {
+  emm::ImageFilter f =
+      emm::CommonFilter(level, masterServer, backupId, client, mediaId, storageServer, mediaServer,
+                        arg9, arg10, arg12, arg13, imageState);
   f.fragState = fragState != nullptr ? *fragState : 0;
   f.copyType = copyType;
   f.slpIndex = arg16;

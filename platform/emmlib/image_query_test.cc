@@ -163,9 +163,8 @@ TEST(ImageQuery, FiltersSelectImagesOrCopies) {
     if (r.image.SLPName[0] != '\0') want.push_back(summary(r));
   }
   uint64_t handle = 0;
-  ASSERT_EQ(0u, emmlib_ImageQueryExecute(cat.cid(), 1, emm_test::kMaster, nullptr, nullptr,
-                                         nullptr, nullptr, nullptr, 0, 0, 0, 0, 0, nullptr,
-                                         &handle));
+  ASSERT_EQ(0u, emmlib_ImageQueryExecute(cat.cid(), 1, emm_test::kMaster, nullptr, nullptr, nullptr,
+                                         nullptr, nullptr, 0, 0, 0, 0, 0, nullptr, &handle));
   for (const Legacy_ImageView& r : cat.RawRows(handle)) got.push_back(summary(r));
   EXPECT_EQ(0u, emmlib_ReleaseImageResultHandle(cat.cid(), handle));
   EXPECT_EQ(want, got);

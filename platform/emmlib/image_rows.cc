@@ -72,8 +72,7 @@ void ReadImage(const ResultRow& row, Connection* connection, EMM_Image* image,
   lengths->classificationId =
       row.Text(12, image->DataClassificationID, sizeof image->DataClassificationID);
   image->SLPVersion = row.Int(13);
-  lengths->originMaster =
-      row.Text(14, image->OriginMasterServer, sizeof image->OriginMasterServer);
+  lengths->originMaster = row.Text(14, image->OriginMasterServer, sizeof image->OriginMasterServer);
   row.Blob(15, image->OriginMasterServerID, sizeof image->OriginMasterServerID);
   image->ImportFromReplicaTime = row.Int64(16);
   image->RequiredExpirationDate = row.Int64(17);
@@ -116,8 +115,8 @@ uint64_t ReadCopy(const ResultRow& row, uint64_t key, const EMM_Image& image,
   copy->replicationTargets = nullptr;
   copy->next = nullptr;
   if (key == 0) {
-    memset(&copy->ExpireTime, 0, offsetof(EMM_ImageCopy, MasterServer) -
-                                     offsetof(EMM_ImageCopy, ExpireTime));
+    memset(&copy->ExpireTime, 0,
+           offsetof(EMM_ImageCopy, MasterServer) - offsetof(EMM_ImageCopy, ExpireTime));
     copy->Residence[0] = copy->DestinationID[0] = '\0';
     lengths->residence = lengths->destinationId = 0;
     return 0;
@@ -143,17 +142,16 @@ uint64_t ReadCopy(const ResultRow& row, uint64_t key, const EMM_Image& image,
   return key;
 }
 
-uint64_t ReadFragment(const ResultRow& row, const EMM_Image& image,
-                      const RowTextLengths& lengths, int32_t copyNumber,
-                      EMM_ImageFragment* fragment) {
+uint64_t ReadFragment(const ResultRow& row, const EMM_Image& image, const RowTextLengths& lengths,
+                      int32_t copyNumber, EMM_ImageFragment* fragment) {
   const int b = kLastGroupFirstColumn;
   const uint64_t key = static_cast<uint64_t>(row.Int64(b));
   fragment->FragmentKey = key;
   CopyImageIds(image, lengths, fragment);
   fragment->next = nullptr;
   if (key == 0) {
-    memset(&fragment->FragmentSize, 0, offsetof(EMM_ImageFragment, MasterServer) -
-                                           offsetof(EMM_ImageFragment, FragmentSize));
+    memset(&fragment->FragmentSize, 0,
+           offsetof(EMM_ImageFragment, MasterServer) - offsetof(EMM_ImageFragment, FragmentSize));
     fragment->MediaID[0] = fragment->MediaServer[0] = fragment->StorageServer[0] = '\0';
     fragment->FragmentID[0] = fragment->SnapMountHost[0] = fragment->MediaDescription[0] = '\0';
     fragment->CopyNumber = copyNumber;

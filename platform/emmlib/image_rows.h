@@ -80,9 +80,8 @@ void CopyCopy(const EMM_ImageCopy& from, const RowTextLengths& lengths, EMM_Imag
 
 // Reads the fragment columns that follow the copy columns; returns the
 // fragment key (0: no fragment, zeros and empty texts).
-uint64_t ReadFragment(const ResultRow& row, const EMM_Image& image,
-                      const RowTextLengths& lengths, int32_t copyNumber,
-                      EMM_ImageFragment* fragment);
+uint64_t ReadFragment(const ResultRow& row, const EMM_Image& image, const RowTextLengths& lengths,
+                      int32_t copyNumber, EMM_ImageFragment* fragment);
 
 // Reads the target columns that follow the copy columns; returns the target's
 // key (0: none).

@@ -16,8 +16,8 @@ namespace {
 // Opens a list-shape query: `from` is the statement after the column list
 // up to its conditions, which get the master server and since-time filters.
 unsigned OpenListQuery(int* cid, int level, const char* master, int64_t since,
-                       RecordQuery::Detail detail, const std::string& from,
-                       const char* order, uint64_t* handle) {
+                       RecordQuery::Detail detail, const std::string& from, const char* order,
+                       uint64_t* handle) {
   unsigned status;
   Connection* connection = FindConnection(cid, &status);
   if (connection == nullptr) return status;
@@ -86,15 +86,13 @@ const char kPendingImportFrom[] =
 
 unsigned emmlib_QueryReplicaImageCopies(int* cid, int level, const char* masterServer,
                                         int64_t sinceTime, uint64_t* handle) {
-  return emm::OpenListQuery(cid, level, masterServer, sinceTime,
-                            emm::RecordQuery::Detail::kTargets, emm::kReplicaFrom,
-                            "rd.ReplicationDestinationKey", handle);
+  return emm::OpenListQuery(cid, level, masterServer, sinceTime, emm::RecordQuery::Detail::kTargets,
+                            emm::kReplicaFrom, "rd.ReplicationDestinationKey", handle);
 }
 
-unsigned emmlib_FetchReplicaImageCopies(int* cid, int level, uint64_t handle,
-                                        unsigned* count, EMM_Image** list) {
-  return emm::FetchListQuery(cid, level, handle, emm::RecordQuery::Detail::kTargets, count,
-                             list);
+unsigned emmlib_FetchReplicaImageCopies(int* cid, int level, uint64_t handle, unsigned* count,
+                                        EMM_Image** list) {
+  return emm::FetchListQuery(cid, level, handle, emm::RecordQuery::Detail::kTargets, count, list);
 }
 
 unsigned emmlib_QueryPendingImportImages(int* cid, int level, const char* masterServer,
@@ -104,8 +102,7 @@ unsigned emmlib_QueryPendingImportImages(int* cid, int level, const char* master
                             "f.FragmentNumber, f.FragmentKey", handle);
 }
 
-unsigned emmlib_FetchPendingImportImages(int* cid, int level, uint64_t handle,
-                                         unsigned* count, EMM_Image** list) {
-  return emm::FetchListQuery(cid, level, handle, emm::RecordQuery::Detail::kFragments, count,
-                             list);
+unsigned emmlib_FetchPendingImportImages(int* cid, int level, uint64_t handle, unsigned* count,
+                                         EMM_Image** list) {
+  return emm::FetchListQuery(cid, level, handle, emm::RecordQuery::Detail::kFragments, count, list);
 }

@@ -37,9 +37,7 @@ class ResultRow {
 
   // Copies a text column into `dst` of capacity `size` (see CopyCellText);
   // returns the length copied.
-  size_t Text(int col, char* dst, size_t size) const {
-    return CopyCellText(*row_, col, dst, size);
-  }
+  size_t Text(int col, char* dst, size_t size) const { return CopyCellText(*row_, col, dst, size); }
 
   // Copies a blob column into `dst` of `size` bytes, cut to fit, and fills
   // the rest of `dst` with zeros (NULL gives only zeros).

@@ -17,9 +17,9 @@ TEST(ResultRow, CopiesIntoFixedFields) {
   std::unique_ptr<sqldb::Database> db;
   std::string why;
   ASSERT_EQ(sqldb::Code::kOk, sqldb::Open(memory, sqldb::OpenMode::kCreate, &db, &why)) << why;
-  const std::unique_ptr<sqldb::Statement> stmt =
-      db->Prepare("SELECT 'short', X'0102' UNION ALL SELECT 'longer text', X'0102030405'"
-                  " UNION ALL SELECT 1234567890, NULL UNION ALL SELECT NULL, 'ab'");
+  const std::unique_ptr<sqldb::Statement> stmt = db->Prepare(
+      "SELECT 'short', X'0102' UNION ALL SELECT 'longer text', X'0102030405'"
+      " UNION ALL SELECT 1234567890, NULL UNION ALL SELECT NULL, 'ab'");
   ASSERT_TRUE(stmt);
   static const struct {
     const char* text;

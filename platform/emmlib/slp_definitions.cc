@@ -98,10 +98,10 @@ DATA_CLASS_LIST* db_getDATA_CLASS_LIST(int* status) {
   int ignored;
   if (status == nullptr) status = &ignored;
   std::unique_ptr<sqldb::Statement> stmt;
-  emm::Connection* connection = emm::Prepare(
-      "db_getDATA_CLASS_LIST",
-      "SELECT Name, ClassificationID FROM EMM_DataClassification ORDER BY Rank, Name", &stmt,
-      status);
+  emm::Connection* connection =
+      emm::Prepare("db_getDATA_CLASS_LIST",
+                   "SELECT Name, ClassificationID FROM EMM_DataClassification ORDER BY Rank, Name",
+                   &stmt, status);
   if (connection == nullptr) return nullptr;
   DATA_CLASS_LIST* head = nullptr;
   DATA_CLASS_LIST* tail = nullptr;

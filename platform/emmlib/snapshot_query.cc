@@ -73,8 +73,8 @@ class SnapshotQuery : public OpenQuery {
 }  // namespace
 }  // namespace emm
 
-unsigned emmlib_QueryActiveSnapshotInfo(int* cid, int level, const char* masterServer,
-                                        int arg4, const char* backupId, int arg6, int arg7,
+unsigned emmlib_QueryActiveSnapshotInfo(int* cid, int level, const char* masterServer, int arg4,
+                                        const char* backupId, int arg6, int arg7,
                                         uint64_t* handle) {
   unsigned status;
   emm::Connection* connection = emm::FindConnection(cid, &status);
@@ -99,8 +99,9 @@ unsigned emmlib_QueryActiveSnapshotInfo(int* cid, int level, const char* masterS
   }
   if (arg4 != 0) params.AddNumber(&sql, " AND c.CopyNumber = ?", arg4);
   if (arg6 != -1) params.AddNumber(&sql, " AND c.CopyType = ?", arg6);
-  sql.append(" ORDER BY i.BackupTime, i.BackupID, i.ImageKey, c.CopyNumber, c.ImageCopyKey,"
-             " s.SnapshotKey");
+  sql.append(
+      " ORDER BY i.BackupTime, i.BackupID, i.ImageKey, c.CopyNumber, c.ImageCopyKey,"
+      " s.SnapshotKey");
   if (arg7 > 0) params.AddNumber(&sql, " LIMIT ?", arg7);
   auto query = std::make_unique<emm::SnapshotQuery>(connection);
   status = query->Start(sql, params);

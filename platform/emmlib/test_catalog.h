@@ -33,11 +33,12 @@ class TestCatalog {
     EXPECT_EQ(sqldb::Code::kOk, sqldb::Open(where, sqldb::OpenMode::kCreate, &db_, &why)) << why;
     Exec("PRAGMA synchronous = OFF");
     Exec(std::string("BEGIN;") + kCatalogSchemaSql + "COMMIT;");
-    Exec("INSERT INTO EMM_Machine VALUES (1, 1, 'master1.example.com', 3, '');"
-         "INSERT INTO EMM_MachineAlias VALUES (1, 1, 'master1.example.com', 3);"
-         "INSERT INTO EMM_MachineAlias VALUES (2, 1, 'master1', 5);"
-         "INSERT INTO EMM_Machine VALUES (2, 2, 'other.example.com', 3, '');"
-         "INSERT INTO EMM_MachineAlias VALUES (3, 2, 'other.example.com', 3);");
+    Exec(
+        "INSERT INTO EMM_Machine VALUES (1, 1, 'master1.example.com', 3, '');"
+        "INSERT INTO EMM_MachineAlias VALUES (1, 1, 'master1.example.com', 3);"
+        "INSERT INTO EMM_MachineAlias VALUES (2, 1, 'master1', 5);"
+        "INSERT INTO EMM_Machine VALUES (2, 2, 'other.example.com', 3, '');"
+        "INSERT INTO EMM_MachineAlias VALUES (3, 2, 'other.example.com', 3);");
     EXPECT_EQ(0u, emmlib_initialize(&cid_, 0, kMaster, 1556, path_.c_str(), nullptr, "test"));
   }
   ~TestCatalog() {
@@ -105,8 +106,8 @@ class TestCatalog {
           text += " f" + std::to_string(f->FragmentNumber) + ":" + f->MediaID;
         }
         for (const EMM_ReplicationTarget* t = c->replicationTargets; t != nullptr; t = t->next) {
-          text += std::string(" t") + t->TargetMachine + "/" + t->TargetInfo + "/" +
-                  t->RemoteMaster;
+          text +=
+              std::string(" t") + t->TargetMachine + "/" + t->TargetInfo + "/" + t->RemoteMaster;
         }
       }
       text += "\n";

@@ -181,9 +181,15 @@ void FreeFragments(PendingImportFragment* list) {
 PendingImportFragment* FragmentFromRow(const sqldb::Row& row) {
   auto* entry = static_cast<PendingImportFragment*>(calloc(1, sizeof(PendingImportFragment)));
   if (entry == nullptr) return nullptr;
-  char** texts[] = {&entry->backupId,          &entry->mediaServer,       &entry->lsuName,
-                    &entry->storageServerName, &entry->storageServerType, &entry->mediaId,
-                    &entry->fragmentDescription, &entry->originMasterServer, &entry->slpName};
+  char** texts[] = {&entry->backupId,
+                    &entry->mediaServer,
+                    &entry->lsuName,
+                    &entry->storageServerName,
+                    &entry->storageServerType,
+                    &entry->mediaId,
+                    &entry->fragmentDescription,
+                    &entry->originMasterServer,
+                    &entry->slpName};
   const int columns[] = {0, 2, 3, 4, 5, 6, 7, 8, 9};
   bool complete = true;
   for (size_t i = 0; i < sizeof(columns) / sizeof(columns[0]); ++i) {
@@ -203,20 +209,20 @@ const char* OrEmpty(const char* text) { return text != nullptr ? text : ""; }
 
 // Binds the texts of one image and inserts it.
 int InsertImage(ImportQueue& queue, const CallLog& log, const char* mediaServer,
-                const char* slpName, const char* originMasterServer,
-                const TestImportImage& image) {
+                const char* slpName, const char* originMasterServer, const TestImportImage& image) {
   int status;
   sqldb::Statement* insert = queue.InsertStatement(log, &status);
   if (insert == nullptr) return status;
-  const char* texts[] = {image.imageName,         OrEmpty(mediaServer),     OrEmpty(image.lsuName),
-                         OrEmpty(image.storageServerName), OrEmpty(image.serverType),
-                         OrEmpty(originMasterServer),      OrEmpty(slpName)};
+  const char* texts[] = {image.imageName,           OrEmpty(mediaServer),
+                         OrEmpty(image.lsuName),    OrEmpty(image.storageServerName),
+                         OrEmpty(image.serverType), OrEmpty(originMasterServer),
+                         OrEmpty(slpName)};
   for (int i = 0; i < 7; ++i) insert->BindText(i + 1, texts[i]);
   const sqldb::Code code = insert->Step();
   insert->Reset();
   if (code != sqldb::Code::kDone) return queue.Fail(code, log);
-  log.Write(2, std::string("queued image ") + image.imageName + " of storage server " +
-                   texts[3] + " (" + texts[4] + "), LSU " + texts[2] + ", entry " +
+  log.Write(2, std::string("queued image ") + image.imageName + " of storage server " + texts[3] +
+                   " (" + texts[4] + "), LSU " + texts[2] + ", entry " +
                    std::to_string(queue.LastQueuedKey()));
   return IMPMGR_OK;
 }

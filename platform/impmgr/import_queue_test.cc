@@ -50,9 +50,9 @@ class ImportQueueTest : public ::testing::Test {
     while (list != nullptr) {
       PendingImportFragment* next = list->next;
       std::string row;
-      for (char* text : {list->backupId, list->mediaServer, list->lsuName,
-                         list->storageServerName, list->storageServerType, list->mediaId,
-                         list->fragmentDescription, list->originMasterServer, list->slpName}) {
+      for (char* text : {list->backupId, list->mediaServer, list->lsuName, list->storageServerName,
+                         list->storageServerType, list->mediaId, list->fragmentDescription,
+                         list->originMasterServer, list->slpName}) {
         row += std::string(text) + "|";
         free(text);
       }
@@ -67,8 +67,8 @@ class ImportQueueTest : public ::testing::Test {
   static int Add(std::vector<TestImportImage>& images, const char* mediaServer = "ms1") {
     for (size_t i = 0; i + 1 < images.size(); ++i) images[i].next = &images[i + 1];
     TestImportImage* head = images.empty() ? nullptr : &images[0];
-    return ImpMgrComm_AddEXTImageToImportQueue(0, kMaster, nullptr, mediaServer, "slp_a",
-                                               "origin1", &head);
+    return ImpMgrComm_AddEXTImageToImportQueue(0, kMaster, nullptr, mediaServer, "slp_a", "origin1",
+                                               &head);
   }
 };
 

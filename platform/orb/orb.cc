@@ -110,7 +110,7 @@ void Orb::init(ACE_Timer_Queue* /*timerQueue*/) {
     if (eq == std::string::npos) throw CORBA::BAD_PARAM(0, CORBA::COMPLETED_NO);
     settings.emplace_back(Trim(pair.substr(0, eq)), Trim(pair.substr(eq + 1)));
   }
-  std::unique_ptr<const char* [][2]> table(new const char* [settings.size() + 1][2]);
+  std::unique_ptr<const char*[][2]> table(new const char*[settings.size() + 1][2]);
   for (size_t i = 0; i < settings.size(); ++i) {
     table[i][0] = settings[i].first.c_str();
     table[i][1] = settings[i].second.c_str();

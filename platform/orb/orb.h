@@ -58,9 +58,8 @@ class Orb {
   // Throws CORBA::SystemException only from the verification's own failures
   // other than unreachability (none are expected).
   CORBA::Object_ptr resolve(const char* host, const char* daemonName, const char* objectName,
-                            const ACE_Time_Value& connectTimeout,
-                            const ACE_Time_Value& callTimeout, bool& applyTimeouts,
-                            bool& verify);
+                            const ACE_Time_Value& connectTimeout, const ACE_Time_Value& callTimeout,
+                            bool& applyTimeouts, bool& verify);
 
   // The underlying ORB, owned by this wrapper; nil before init().
   CORBA::ORB_ptr orb() const { return orb_.in(); }

@@ -11,15 +11,17 @@
 #include <cstdlib>
 #include <memory>
 
-#define SW_LIBPQ_FUNCTIONS(X)                                                            \
-  X(PQcancel) X(PQclear) X(PQcmdStatus) X(PQcmdTuples) X(PQconndefaults) X(PQconnectdb)  \
-  X(PQconnectdbParams) X(PQconninfoFree) X(PQconninfoParse) X(PQenterPipelineMode)       \
-  X(PQerrorMessage) X(PQexec) X(PQexecParams) X(PQexitPipelineMode) X(PQfinish)          \
-  X(PQfreeCancel) X(PQfreemem) X(PQftype) X(PQgetCancel) X(PQgetResult) X(PQgetisnull)   \
-  X(PQgetlength) X(PQgetvalue) X(PQnfields) X(PQntuples) X(PQpipelineSync)               \
-  X(PQputCopyData) X(PQputCopyEnd) X(PQresultErrorField) X(PQresultErrorMessage)         \
-  X(PQresultStatus) X(PQsendDescribePrepared) X(PQsendPrepare) X(PQsendQueryParams)      \
-  X(PQsendQueryPrepared) X(PQsetNoticeProcessor) X(PQsetSingleRowMode) X(PQstatus)
+#define SW_LIBPQ_FUNCTIONS(X)                                                                      \
+  X(PQcancel)                                                                                      \
+  X(PQclear) X(PQcmdStatus) X(PQcmdTuples) X(PQconndefaults) X(PQconnectdb) X(PQconnectdbParams)   \
+      X(PQconninfoFree) X(PQconninfoParse) X(PQenterPipelineMode) X(PQerrorMessage) X(PQexec)      \
+          X(PQexecParams) X(PQexitPipelineMode) X(PQfinish) X(PQfreeCancel) X(PQfreemem)           \
+              X(PQftype) X(PQgetCancel) X(PQgetResult) X(PQgetisnull) X(PQgetlength) X(PQgetvalue) \
+                  X(PQnfields) X(PQntuples) X(PQpipelineSync) X(PQputCopyData) X(PQputCopyEnd)     \
+                      X(PQresultErrorField) X(PQresultErrorMessage) X(PQresultStatus)              \
+                          X(PQsendDescribePrepared) X(PQsendPrepare) X(PQsendQueryParams)          \
+                              X(PQsendQueryPrepared) X(PQsetNoticeProcessor) X(PQsetSingleRowMode) \
+                                  X(PQstatus)
 
 namespace sqldb {
 
@@ -56,11 +58,11 @@ Handle Open(const char* file, Libpq* api, std::string* why) {
            (error != nullptr ? error : "not found") + "): install the package " + kLibpqPackage;
     return nullptr;
   }
-#define SW_LIBPQ_FIND(name)                                                                \
-  if (!Find(handle.get(), #name, &api->name)) {                                           \
-    *why = std::string("the PostgreSQL client library ") + file + " has no " #name         \
-           ": install version 14 or later of the package " + kLibpqPackage;                \
-    return nullptr;                                                                        \
+#define SW_LIBPQ_FIND(name)                                                                  \
+  if (!Find(handle.get(), #name, &api->name)) {                                              \
+    *why = std::string("the PostgreSQL client library ") + file +                            \
+           " has no " #name ": install version 14 or later of the package " + kLibpqPackage; \
+    return nullptr;                                                                          \
   }
   SW_LIBPQ_FUNCTIONS(SW_LIBPQ_FIND)
 #undef SW_LIBPQ_FIND
@@ -181,8 +183,8 @@ int PQsendQueryParams(PGconn* conn, const char* command, int nParams, const Oid*
 int PQsendQueryPrepared(PGconn* conn, const char* stmtName, int nParams,
                         const char* const* paramValues, const int* paramLengths,
                         const int* paramFormats, int resultFormat) {
-  return Api().PQsendQueryPrepared(conn, stmtName, nParams, paramValues, paramLengths,
-                                   paramFormats, resultFormat);
+  return Api().PQsendQueryPrepared(conn, stmtName, nParams, paramValues, paramLengths, paramFormats,
+                                   resultFormat);
 }
 PQnoticeProcessor PQsetNoticeProcessor(PGconn* conn, PQnoticeProcessor proc, void* arg) {
   return Api().PQsetNoticeProcessor(conn, proc, arg);

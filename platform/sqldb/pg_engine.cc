@@ -65,13 +65,17 @@ Kind KindOf(Oid type) {
     case 23:  // int4
     case 26:  // oid
       return Kind::kInteger;
-    case 16: return Kind::kBool;
-    case 1700: return Kind::kNumeric;  // sum() of bigint, for one
-    case 700:  // float4
-    case 701:  // float8
+    case 16:
+      return Kind::kBool;
+    case 1700:
+      return Kind::kNumeric;  // sum() of bigint, for one
+    case 700:                 // float4
+    case 701:                 // float8
       return Kind::kFloat;
-    case 17: return Kind::kBytea;
-    default: return Kind::kText;
+    case 17:
+      return Kind::kBytea;
+    default:
+      return Kind::kText;
   }
 }
 
@@ -211,8 +215,15 @@ class PgStatement final : public Statement {
  public:
   PgStatement(PgDatabase* db, Link* home, std::string name, std::string_view sql, std::string text,
               int params, int columns)
-      : db_(db), home_(home), name_(std::move(name)), sql_(sql), text_(std::move(text)),
-        values_(params), lengths_(params), formats_(params), isNull_(params, true),
+      : db_(db),
+        home_(home),
+        name_(std::move(name)),
+        sql_(sql),
+        text_(std::move(text)),
+        values_(params),
+        lengths_(params),
+        formats_(params),
+        isNull_(params, true),
         columns_(columns) {}
   ~PgStatement() override {
     Reset();
@@ -225,9 +236,7 @@ class PgStatement final : public Statement {
     isNull_[index - 1] = true;
     return Code::kOk;
   }
-  Code BindInt64(int index, int64_t value) override {
-    return Set(index, std::to_string(value), 0);
-  }
+  Code BindInt64(int index, int64_t value) override { return Set(index, std::to_string(value), 0); }
   Code BindText(int index, std::string_view text) override {
     return Set(index, std::string(text), 0);
   }
@@ -300,12 +309,11 @@ Code PgStatement::Start() {
   }
   const int count = ParameterCount();
   PGconn* conn = link->conn.get();
-  const int sent =
-      link == home_
-          ? PQsendQueryPrepared(conn, name_.c_str(), count, values.data(), lengths_.data(),
-                                formats_.data(), 0)
-          : PQsendQueryParams(conn, text_.c_str(), count, nullptr, values.data(), lengths_.data(),
-                              formats_.data(), 0);
+  const int sent = link == home_
+                       ? PQsendQueryPrepared(conn, name_.c_str(), count, values.data(),
+                                             lengths_.data(), formats_.data(), 0)
+                       : PQsendQueryParams(conn, text_.c_str(), count, nullptr, values.data(),
+                                           lengths_.data(), formats_.data(), 0);
   if (sent == 0) return db_->Fail(conn, nullptr, columns_ > 0);
   PQsetSingleRowMode(conn);
   link->streaming = this;
@@ -610,8 +618,8 @@ Link* PgDatabase::LinkFor(Link* home, Code* code) {
   ConnPtr conn = Connect(&message);
   if (!conn) {
     *code = CodeForConnectFailure(message);
-    lastError_ = "cannot open a further connection to " + display_ + ": " +
-                 ConnectFailureReason(message);
+    lastError_ =
+        "cannot open a further connection to " + display_ + ": " + ConnectFailureReason(message);
     return nullptr;
   }
   links_.emplace_back();
@@ -734,14 +742,14 @@ void PgDatabase::Rollback() {
 }
 
 int64_t PgDatabase::LastInsertKey(const char* table, const char* keyColumn) {
-  Link* link = insertLink_ != nullptr && insertLink_->streaming == nullptr ? insertLink_ : Primary();
+  Link* link =
+      insertLink_ != nullptr && insertLink_->streaming == nullptr ? insertLink_ : Primary();
   // The table name folds to lower case on the server, the column name not.
   std::string column = keyColumn;
   for (char& c : column) c = static_cast<char>(tolower(static_cast<unsigned char>(c)));
   const char* params[] = {table, column.c_str()};
-  ResultPtr result(PQexecParams(link->conn.get(),
-                                "SELECT currval(pg_get_serial_sequence($1, $2))", 2, nullptr,
-                                params, nullptr, nullptr, 0));
+  ResultPtr result(PQexecParams(link->conn.get(), "SELECT currval(pg_get_serial_sequence($1, $2))",
+                                2, nullptr, params, nullptr, nullptr, 0));
   if (PQresultStatus(result.get()) != PGRES_TUPLES_OK || PQntuples(result.get()) != 1) {
     Fail(link->conn.get(), result.get(), true);
     return 0;
@@ -780,12 +788,16 @@ Code OpenPostgres(const Location& where, OpenMode mode, std::unique_ptr<Database
   if (mode == OpenMode::kReadOnly) options += " -c default_transaction_read_only=on";
   // Later keywords override what the connection string says; keepalives
   // notice a server that went away without a word.
-  std::vector<std::string> keywords = {"dbname", "fallback_application_name", "connect_timeout",
-                                       "options", "keepalives_idle", "keepalives_interval",
-                                       "keepalives_count"};
-  std::vector<std::string> values = {where.conninfo, "stashwell-catalog",
-                                     std::to_string(std::max(where.connectTimeoutS, 2)), options,
-                                     "30", "10", "3"};
+  std::vector<std::string> keywords = {
+      "dbname",          "fallback_application_name", "connect_timeout", "options",
+      "keepalives_idle", "keepalives_interval",       "keepalives_count"};
+  std::vector<std::string> values = {where.conninfo,
+                                     "stashwell-catalog",
+                                     std::to_string(std::max(where.connectTimeoutS, 2)),
+                                     options,
+                                     "30",
+                                     "10",
+                                     "3"};
   ConnPtr conn = ConnectWith(keywords, values);
   if (!conn) {
     *why = "cannot connect to the catalog at " + display + ": out of memory";
@@ -810,8 +822,7 @@ Code OpenPostgres(const Location& where, OpenMode mode, std::unique_ptr<Database
       return state != nullptr ? CodeForSqlState(state, true) : Code::kUnreachable;
     }
     if (!PQgetisnull(check.get(), 0, 0)) {
-      *why = "the catalog database " + display + " has no schema " +
-             PQgetvalue(check.get(), 0, 0);
+      *why = "the catalog database " + display + " has no schema " + PQgetvalue(check.get(), 0, 0);
       return Code::kMissing;
     }
     if (PQgetvalue(check.get(), 0, 1)[0] != 't') {
@@ -819,8 +830,8 @@ Code OpenPostgres(const Location& where, OpenMode mode, std::unique_ptr<Database
       return Code::kCorrupt;
     }
   }
-  *db = std::make_unique<PgDatabase>(std::move(keywords), std::move(values), display,
-                                     lockTimeoutMs, std::move(conn));
+  *db = std::make_unique<PgDatabase>(std::move(keywords), std::move(values), display, lockTimeoutMs,
+                                     std::move(conn));
   return Code::kOk;
 }
 

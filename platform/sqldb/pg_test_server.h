@@ -97,8 +97,8 @@ class PgTestServer {
   }
 
   bool Script(const char* action) const {
-    const std::string command = std::string(STASHWELL_SOURCE_DIR) + "/tests/pg/pg-server " +
-                                action + " " + dir_;
+    const std::string command =
+        std::string(STASHWELL_SOURCE_DIR) + "/tests/pg/pg-server " + action + " " + dir_;
     return system(command.c_str()) == 0;
   }
 

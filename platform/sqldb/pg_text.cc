@@ -13,7 +13,7 @@ struct StateCode {
 
 // Exact states first; a class entry catches the rest of its class.
 const StateCode kStateCodes[] = {
-    {"53100", Code::kFull},         // disk full
+    {"53100", Code::kFull},  // disk full
     {"53200", Code::kNoMemory},
     {"25006", Code::kReadOnly},     // read-only transaction (a reading role)
     {"55P03", Code::kBusy},         // lock not available within lock_timeout
@@ -28,14 +28,14 @@ const StateCode kStateCodes[] = {
     {"28P01", Code::kNoAccess},     // wrong password
     {"22003", Code::kRange},        // numeric value out of range
     {"58030", Code::kIo},
-    {"XX001", Code::kCorrupt},      // data corrupted
-    {"XX002", Code::kCorrupt},      // index corrupted
-    {"08", Code::kUnreachable},     // connection exceptions
-    {"23", Code::kConstraint},      // integrity constraint violations
-    {"28", Code::kNoAccess},        // invalid authorization
-    {"53", Code::kFull},            // insufficient resources
-    {"26", Code::kMisuse},          // invalid statement name
-    {"25", Code::kMisuse},          // invalid transaction state
+    {"XX001", Code::kCorrupt},   // data corrupted
+    {"XX002", Code::kCorrupt},   // index corrupted
+    {"08", Code::kUnreachable},  // connection exceptions
+    {"23", Code::kConstraint},   // integrity constraint violations
+    {"28", Code::kNoAccess},     // invalid authorization
+    {"53", Code::kFull},         // insufficient resources
+    {"26", Code::kMisuse},       // invalid statement name
+    {"25", Code::kMisuse},       // invalid transaction state
 };
 
 bool Contains(std::string_view text, const char* part) {
@@ -112,7 +112,8 @@ Code CodeForConnectFailure(std::string_view message) {
       Contains(message, "permission denied") || Contains(message, "role \"")) {
     return Code::kNoAccess;
   }
-  if (Contains(message, "database \"") && Contains(message, "does not exist")) return Code::kMissing;
+  if (Contains(message, "database \"") && Contains(message, "does not exist"))
+    return Code::kMissing;
   if (Contains(message, "out of memory")) return Code::kNoMemory;
   return Code::kUnreachable;
 }
@@ -140,11 +141,20 @@ bool DecodeByteaHex(std::string_view text, std::string* out) {
 void AppendCopyText(std::string_view text, std::string* out) {
   for (char c : text) {
     switch (c) {
-      case '\\': *out += "\\\\"; break;
-      case '\t': *out += "\\t"; break;
-      case '\n': *out += "\\n"; break;
-      case '\r': *out += "\\r"; break;
-      default: *out += c;
+      case '\\':
+        *out += "\\\\";
+        break;
+      case '\t':
+        *out += "\\t";
+        break;
+      case '\n':
+        *out += "\\n";
+        break;
+      case '\r':
+        *out += "\\r";
+        break;
+      default:
+        *out += c;
     }
   }
 }

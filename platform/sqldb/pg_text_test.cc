@@ -35,18 +35,12 @@ TEST(PgTextTest, SqlStatesMapOntoCodes) {
   } cases[] = {
       {"53100", false, Code::kFull},  // first of the table
       {"53300", false, Code::kFull},  // its class
-      {"53200", false, Code::kNoMemory},
-      {"25006", false, Code::kReadOnly},
-      {"42501", false, Code::kReadOnly},
-      {"42501", true, Code::kNoAccess},
-      {"55P03", false, Code::kBusy},
-      {"57014", true, Code::kCanceled},
-      {"57P01", true, Code::kUnreachable},
-      {"08006", true, Code::kUnreachable},
-      {"3D000", true, Code::kMissing},
-      {"3F000", true, Code::kMissing},
-      {"28P01", true, Code::kNoAccess},
-      {"23505", false, Code::kConstraint},
+      {"53200", false, Code::kNoMemory},   {"25006", false, Code::kReadOnly},
+      {"42501", false, Code::kReadOnly},   {"42501", true, Code::kNoAccess},
+      {"55P03", false, Code::kBusy},       {"57014", true, Code::kCanceled},
+      {"57P01", true, Code::kUnreachable}, {"08006", true, Code::kUnreachable},
+      {"3D000", true, Code::kMissing},     {"3F000", true, Code::kMissing},
+      {"28P01", true, Code::kNoAccess},    {"23505", false, Code::kConstraint},
       {"25P02", false, Code::kMisuse},  // last of the table
       {"42601", false, Code::kError},   // a syntax error: no entry
       {"0800", false, Code::kError},    // too short to be a state

@@ -29,22 +29,22 @@ enum class Engine { kSqlite, kPostgres };
 // manager); the engine's own words are in Database::LastError().
 enum class Code {
   kOk,
-  kRow,         // Step: a row stands
-  kDone,        // Step: no (further) row, or a statement without rows ran
-  kBusy,        // a lock was not granted within the busy timeout
-  kReadOnly,    // a write through a read-only connection, file or role
-  kConstraint,  // a key or check constraint refused the change
-  kFull,        // the disk (or the server's) is full
-  kIo,          // the operating system failed a read or write
-  kCorrupt,     // the file or the schema is not a catalog, or is damaged
-  kMissing,     // the database (file, server database or schema) is not there
-  kNoAccess,    // it is there but may not be opened (permissions, password)
-  kUnreachable, // the server cannot be reached or went away
-  kCanceled,    // the server cancelled the statement
+  kRow,          // Step: a row stands
+  kDone,         // Step: no (further) row, or a statement without rows ran
+  kBusy,         // a lock was not granted within the busy timeout
+  kReadOnly,     // a write through a read-only connection, file or role
+  kConstraint,   // a key or check constraint refused the change
+  kFull,         // the disk (or the server's) is full
+  kIo,           // the operating system failed a read or write
+  kCorrupt,      // the file or the schema is not a catalog, or is damaged
+  kMissing,      // the database (file, server database or schema) is not there
+  kNoAccess,     // it is there but may not be opened (permissions, password)
+  kUnreachable,  // the server cannot be reached or went away
+  kCanceled,     // the server cancelled the statement
   kNoMemory,
-  kRange,       // a value does not fit
-  kMisuse,      // a wrong call sequence or argument
-  kError,       // anything else the engine reported
+  kRange,   // a value does not fit
+  kMisuse,  // a wrong call sequence or argument
+  kError,   // anything else the engine reported
 };
 
 // Where the catalog is (EMM_CATALOG and its neighbours in the configuration).
@@ -54,7 +54,7 @@ struct Location {
   // PostgreSQL: a libpq connection string or URI. May hold a password:
   // never write it anywhere; use display for messages.
   std::string conninfo;
-  std::string display;     // the file, or "host:port/database", for messages
+  std::string display;  // the file, or "host:port/database", for messages
   // The longest wait for other processes' locks, for the whole run: every
   // open and statement draws from one allowance (lock_wait.h).
   int busyTimeoutMs = 0;
@@ -232,7 +232,7 @@ class Database {
 enum class OpenMode {
   kReadWrite,  // the catalog must exist
   kReadOnly,
-  kCreate,     // stashwell-init: create the file (or the schemas) as needed
+  kCreate,  // stashwell-init: create the file (or the schemas) as needed
 };
 
 // Opens the catalog at `where`. Checks that it is a database holding

@@ -74,11 +74,16 @@ sqlite3_value* Value(const void* value) {
 }
 Type ValueType(const void* value) {
   switch (sqlite3_value_type(Value(value))) {
-    case SQLITE_INTEGER: return Type::kInteger;
-    case SQLITE_FLOAT: return Type::kFloat;
-    case SQLITE_TEXT: return Type::kText;
-    case SQLITE_BLOB: return Type::kBlob;
-    default: return Type::kNull;
+    case SQLITE_INTEGER:
+      return Type::kInteger;
+    case SQLITE_FLOAT:
+      return Type::kFloat;
+    case SQLITE_TEXT:
+      return Type::kText;
+    case SQLITE_BLOB:
+      return Type::kBlob;
+    default:
+      return Type::kNull;
   }
 }
 // SQLite's own conversion follows the cells' rules: texts parsed as decimal
@@ -92,9 +97,14 @@ std::string_view ValueBytes(const void* value) {
   const char* data;
   switch (sqlite3_value_type(v)) {
     case SQLITE_TEXT:
-    case SQLITE_BLOB: data = static_cast<const char*>(sqlite3_value_blob(v)); break;
-    case SQLITE_FLOAT: data = reinterpret_cast<const char*>(sqlite3_value_text(v)); break;
-    default: return std::string_view();
+    case SQLITE_BLOB:
+      data = static_cast<const char*>(sqlite3_value_blob(v));
+      break;
+    case SQLITE_FLOAT:
+      data = reinterpret_cast<const char*>(sqlite3_value_text(v));
+      break;
+    default:
+      return std::string_view();
   }
   if (data == nullptr) return std::string_view();
   return std::string_view(data, static_cast<size_t>(sqlite3_value_bytes(v)));

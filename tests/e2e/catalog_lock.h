@@ -10,8 +10,8 @@
 //
 // SQLite takes its database lock (BEGIN IMMEDIATE or EXCLUSIVE); PostgreSQL
 // locks every table of the catalog in EXCLUSIVE (reads go on) or ACCESS
-// EXCLUSIVE mode, or (kRows) only what the changes lock. The transaction is rolled back when the lock goes away
-// unless Commit() ended it first.
+// EXCLUSIVE mode, or (kRows) only what the changes lock. The transaction is rolled back when the
+// lock goes away unless Commit() ended it first.
 #ifndef TESTS_E2E_CATALOG_LOCK_H_
 #define TESTS_E2E_CATALOG_LOCK_H_
 

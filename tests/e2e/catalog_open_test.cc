@@ -90,8 +90,9 @@ TEST(CatalogOpen, ReportsOnAnUnusableCatalog) {
 
 TEST(CatalogOpen, UsesTheConfiguredCatalog) {
   e2e::Root root, other;
-  other.Sql("INSERT INTO DBM_Image (MasterServerKey, ClientMachineName, BackupTime)"
-            " VALUES (1, 'client1', 1000)");
+  other.Sql(
+      "INSERT INTO DBM_Image (MasterServerKey, ClientMachineName, BackupTime)"
+      " VALUES (1, 'client1', 1000)");
   root.SetConfig("EMM_CATALOG", other.catalog());
   EXPECT_EQ(root.Run({"list", "-rt", "I", "-b"}), (e2e::Result{"client1_1000\n", "", 0}));
 

@@ -60,15 +60,13 @@ class CatalogTest : public ::testing::Test {
   // One version of an SLP definition with `operations` operations (copy
   // type 1 each); `flags` 8 marks it inactive.
   void AddSlp(const std::string& name, int version, int operations, int flags = 0) {
-    std::string slp = Insert("SLP_StorageService", "StorageServiceKey",
-                             "StorageServiceName, VersionNumber, Flags",
-                             "'" + name + "', " + std::to_string(version) + ", " +
-                                 std::to_string(flags),
-                             "");
+    std::string slp = Insert(
+        "SLP_StorageService", "StorageServiceKey", "StorageServiceName, VersionNumber, Flags",
+        "'" + name + "', " + std::to_string(version) + ", " + std::to_string(flags), "");
     for (int i = 1; i <= operations; ++i) {
       Insert("SLP_StorageServiceOperation", "OperationKey",
-             "StorageServiceKey, OperationIndex, CopyType",
-             slp + ", " + std::to_string(i) + ", 1", "");
+             "StorageServiceKey, OperationIndex, CopyType", slp + ", " + std::to_string(i) + ", 1",
+             "");
     }
   }
   // A machine of `type` (1 media server, 3 master server, 12 replication

@@ -77,8 +77,8 @@ TEST(CmdlineParseTest, WalkErrorsEndTheRunWithStatusOne) {
 
 TEST(CmdlineParseTest, AllWalkErrorsAreReportedInArgumentOrderBeforeTheRunEnds) {
   RunCases({
-      {{"-bogus", "list", "-rt", "Z", "cancel", "-client", "-U", "-subsys", "x", "nosuch",
-        "-wait", "-jobid"},
+      {{"-bogus", "list", "-rt", "Z", "cancel", "-client", "-U", "-subsys", "x", "nosuch", "-wait",
+        "-jobid"},
        "-bogus is not a recognized option\n"
        "-rt argument Z not a recognized value\n"
        "multiple operations  specified\n"

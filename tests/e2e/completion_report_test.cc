@@ -53,8 +53,8 @@ class CompletionReportTest : public e2e::CatalogTest {
 
 // alpha: complete three days ago, unfinished yesterday and today.
 // beta: unfinished on every day. gamma: complete today, at the day's last
-// second, and two days ago (the newest day wins). delta: only unmanaged images. epsilon: complete and unfinished
-// today, complete yesterday (and inactive, which still counts as unfinished).
+// second, and two days ago (the newest day wins). delta: only unmanaged images. epsilon: complete
+// and unfinished today, complete yesterday (and inactive, which still counts as unfinished).
 class CompletionDaysTest : public CompletionReportTest {
  protected:
   void SetUp() override {
@@ -150,25 +150,30 @@ TEST_F(CompletionReportTest, Trace) {
   e2e::Result r = Run({"-T", "-days", "1", "-policy", "pol1", "-client", "a"});
   const std::string key = root_.Sql("SELECT MachineKey FROM EMM_Machine;").substr(0, 1);
   const std::string start = std::to_string(DayStart(0)), end = std::to_string(DayStart(0) + 86399);
-  EXPECT_EQ("policy= pol1, client= a, lifecycle= , version= -1, days= 1\n"
-            "begin: " + Date(0, true) + ", end: " + Date(0, false) + " 23:59:59\n"
-            "SQL1: SELECT DISTINCT I.ClientMachineName FROM DBM_MAIN.DBM_Image I   WHERE "
-            "(I.MasterServerKey = " + key + "         AND I.BackupTime BETWEEN " + start +
-            " AND " + end + " AND I.PolicyName = ? AND I.ClientMachineName = ?         AND "
-            "I.StorageServiceState = 3)   EXCEPT (SELECT DISTINCT ClientMachineName FROM "
-            "DBM_MAIN.DBM_Image I2          WHERE (I2.MasterServerKey = " + key +
-            "                 AND I2.BackupTime BETWEEN " + start + " AND " + end +
-            " AND I2.PolicyName = ? AND I2.ClientMachineName = ? AND I2.StorageServiceState NOT "
-            "IN (3,0)))\n"
-            "execute status = 0\n"
-            "insert comp: cmn= a, insert= 1\n"
-            "SQL2: SELECT DISTINCT I2.ClientMachineName FROM DBM_MAIN.DBM_Image I2   WHERE "
-            "(I2.MasterServerKey = " + key + "         AND I2.BackupTime BETWEEN " + start +
-            " AND " + end + " AND I2.PolicyName = ? AND I2.ClientMachineName = ?         AND "
-            "I2.StorageServiceState NOT IN (3,0))\n"
-            "execute status = 0\n" +
-            Row("Client name", "Most recent completion date") + Row("a", Date(0, false)),
-            r.out);
+  EXPECT_EQ(
+      "policy= pol1, client= a, lifecycle= , version= -1, days= 1\n"
+      "begin: " +
+          Date(0, true) + ", end: " + Date(0, false) +
+          " 23:59:59\n"
+          "SQL1: SELECT DISTINCT I.ClientMachineName FROM DBM_MAIN.DBM_Image I   WHERE "
+          "(I.MasterServerKey = " +
+          key + "         AND I.BackupTime BETWEEN " + start + " AND " + end +
+          " AND I.PolicyName = ? AND I.ClientMachineName = ?         AND "
+          "I.StorageServiceState = 3)   EXCEPT (SELECT DISTINCT ClientMachineName FROM "
+          "DBM_MAIN.DBM_Image I2          WHERE (I2.MasterServerKey = " +
+          key + "                 AND I2.BackupTime BETWEEN " + start + " AND " + end +
+          " AND I2.PolicyName = ? AND I2.ClientMachineName = ? AND I2.StorageServiceState NOT "
+          "IN (3,0)))\n"
+          "execute status = 0\n"
+          "insert comp: cmn= a, insert= 1\n"
+          "SQL2: SELECT DISTINCT I2.ClientMachineName FROM DBM_MAIN.DBM_Image I2   WHERE "
+          "(I2.MasterServerKey = " +
+          key + "         AND I2.BackupTime BETWEEN " + start + " AND " + end +
+          " AND I2.PolicyName = ? AND I2.ClientMachineName = ?         AND "
+          "I2.StorageServiceState NOT IN (3,0))\n"
+          "execute status = 0\n" +
+          Row("Client name", "Most recent completion date") + Row("a", Date(0, false)),
+      r.out);
   EXPECT_EQ("", r.err);
   EXPECT_EQ(0, r.status);
   r = Run({"-T", "-days", "1", "-bydate"});

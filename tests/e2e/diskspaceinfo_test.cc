@@ -50,30 +50,30 @@ class DiskSpaceInfoTest : public e2e::CatalogTest {
     const std::string image = AddImage("client", 1700000000 + ++images_);
     const std::string copy = AddCopy(image, 1);
     CatalogTest::AddFragment(copy, 1,
-                             "MediaType = " + std::to_string(mediaType) +
-                                 ", MediaSubType = " + std::to_string(subtype) +
-                                 ", MediaID = '" + mediaId +
+                             "MediaType = " + std::to_string(mediaType) + ", MediaSubType = " +
+                                 std::to_string(subtype) + ", MediaID = '" + mediaId +
                                  "', MediaServer = 'ms1', StorageServer = 'sts1', "
-                                 "FragmentSize = " + std::to_string(size));
+                                 "FragmentSize = " +
+                                 std::to_string(size));
   }
 
   int images_ = 0;
 };
 
 TEST_F(DiskSpaceInfoTest, TotalsByServerTypeWithOneLookupPerVolume) {
-  AddFragment(0, 6, "dm_zed", 1);                 // dynamic: its own media id
-  AddFragment(0, 1, "vol_b", 10);                 // legacy BasicDisk -> dm_b, PoolDisk
+  AddFragment(0, 6, "dm_zed", 1);  // dynamic: its own media id
+  AddFragment(0, 1, "vol_b", 10);  // legacy BasicDisk -> dm_b, PoolDisk
   AddFragment(0, 6, "dm_dyn", 100);
-  AddFragment(0, 1, "vol_b", 1000);               // the same volume: no lookup
-  AddFragment(0, 2, "vol_n", 10000);              // NearStore -> dm_n, SnapStore
-  AddFragment(0, 6, "dm_b", 100000);              // known from the legacy answer
-  AddFragment(0, 2, "vol_missing", 1000000);      // not found: Unknown, asked each time
+  AddFragment(0, 1, "vol_b", 1000);           // the same volume: no lookup
+  AddFragment(0, 2, "vol_n", 10000);          // NearStore -> dm_n, SnapStore
+  AddFragment(0, 6, "dm_b", 100000);          // known from the legacy answer
+  AddFragment(0, 2, "vol_missing", 1000000);  // not found: Unknown, asked each time
   AddFragment(0, 2, "vol_missing", 10000000);
-  AddFragment(0, 1, "vol_x", 100000000);          // found without a disk media id
-  AddFragment(0, 6, "dm_gone", 1000000000);       // dynamic, not found: Unknown
+  AddFragment(0, 1, "vol_x", 100000000);     // found without a disk media id
+  AddFragment(0, 6, "dm_gone", 1000000000);  // dynamic, not found: Unknown
   AddFragment(0, 6, "dm_gone", 4000000000000);
-  AddFragment(2, 6, "dm_dyn", 7);                 // not a disk fragment
-  AddFragment(0, 6, "", 20000000000);             // no media id: Unknown without a call
+  AddFragment(2, 6, "dm_dyn", 7);      // not a disk fragment
+  AddFragment(0, 6, "", 20000000000);  // no media id: Unknown without a call
   root_.Sql("UPDATE DBM_ImageFragment SET FragmentSize = -5 WHERE MediaID = 'dm_zed';");
 
   cyclesvc_test::TestService service(root_.path(), kScenario);
@@ -131,20 +131,21 @@ TEST_F(DiskSpaceInfoTest, ALookupThatFailsEndsTheRunWithTheLadder) {
             {"result": {"servertype": "Alpha"}}]})");
   ASSERT_TRUE(service.ok()) << service.error();
   EXPECT_EQ(Run(), (e2e::Result{"",
-                                 "unrecognized disk subtype encountered\n"
-                                 "Caught CORBA UserException from dsm: "
-                                 "IDL:Orvantic/Stashwell/TL/Framework/ServiceException:1.0",
-                                 255}));
+                                "unrecognized disk subtype encountered\n"
+                                "Caught CORBA UserException from dsm: "
+                                "IDL:Orvantic/Stashwell/TL/Framework/ServiceException:1.0",
+                                255}));
   EXPECT_EQ(service.Calls(), (std::vector<std::string>{Legacy("", "vol_b"), ByMediaId("dm_dyn"),
-                                                      ByMediaId("dm_zed")}));
+                                                       ByMediaId("dm_zed")}));
 
-  service.SetScenario(R"({"DiskServiceMgr.getDiskVolumeInfoByLegacyInfo": {"raise": {"system": "BAD_PARAM"}}})");
+  service.SetScenario(
+      R"({"DiskServiceMgr.getDiskVolumeInfoByLegacyInfo": {"raise": {"system": "BAD_PARAM"}}})");
   EXPECT_EQ(Run(), (e2e::Result{"",
-                                 "unrecognized disk subtype encountered\n"
-                                 "Caught CORBA SystemException from dsm: "
-                                 "IDL:omg.org/CORBA/BAD_PARAM:1.0 "
-                                 "(minor code 0x0, completed NO)\n",
-                                 255}));
+                                "unrecognized disk subtype encountered\n"
+                                "Caught CORBA SystemException from dsm: "
+                                "IDL:omg.org/CORBA/BAD_PARAM:1.0 "
+                                "(minor code 0x0, completed NO)\n",
+                                255}));
 }
 
 TEST_F(DiskSpaceInfoTest, NoDiskServiceOrNoCatalogTable) {

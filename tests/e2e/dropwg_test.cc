@@ -35,8 +35,7 @@ TEST(DropWgTest, EachStatusGivesItsMessageAndTheRunSucceeds) {
     int status;
     const char* err;
   } cases[] = {
-      {133,
-       "Work groups cannot be removed.  There are still in-process SLP managed images\n"},
+      {133, "Work groups cannot be removed.  There are still in-process SLP managed images\n"},
       {13, "Cannot query work group information from the database\n"},
       {14, "Cannot update work group information in the database\n"},
       {-1, "error -1 (unknown status code -1) returned by 'dropwg' operation\n"},
@@ -81,7 +80,8 @@ TEST(DropWgTest, UnreachableOrWrongServiceEndsWith25ExceptionsWithMinusOne) {
               (e2e::Result{"", "cannot connect to cyclesvc\n", 255}));
   }
   // The service has gone; its port stays in the configuration.
-  EXPECT_EQ(root.Run({"dropwg", "-nowarn"}), (e2e::Result{"", "cannot connect to cyclesvc\n", 255}));
+  EXPECT_EQ(root.Run({"dropwg", "-nowarn"}),
+            (e2e::Result{"", "cannot connect to cyclesvc\n", 255}));
 }
 
 }  // namespace

@@ -19,8 +19,8 @@ TEST_F(ExpirationControlTest, DiskfullQueryAndDeletionDonePrintWhatTheManagerAns
              "ExpMgr.QueryExpiration": {"status": 1, "opStatus": 134, "expiredSpace": 4096},
              "ExpMgr.DeletionDone": [{"status": 0}, {"status": 9}]})");
   EXPECT_EQ(Run({"diskfull", "-mediaserver", "ms1", "-storageserver", "ss1", "-volumeid", "vol1",
-                 "-mediaid", "@aaaab", "-dt", "6", "-totalcap", "9223372036854775807",
-                 "-usedspace", "9223372036854775807"}),
+                 "-mediaid", "@aaaab", "-dt", "6", "-totalcap", "9223372036854775807", "-usedspace",
+                 "9223372036854775807"}),
             (e2e::Result{"DiskfullExpiration return value = 0(the requested operation was "
                          "successfully completed)\n"
                          "                   expiration id = 2147483647\n"
@@ -69,26 +69,36 @@ TEST_F(ExpirationControlTest, StatusTextsFollowTheMessageLocale) {
   Answer(R"({"ExpMgr.DeletionDone": {"status": 227}})");
   e2e::RunOptions german;
   german.env = {"LC_ALL", "LANG=de_DE.UTF-8"};
-  EXPECT_EQ(Run({"deletedone", "-expid", "3"}, "", german),
-            (e2e::Result{"DeletionDone return value = 227(kein passendes Objekt gefunden)\n", "",
-                         0}));
+  EXPECT_EQ(
+      Run({"deletedone", "-expid", "3"}, "", german),
+      (e2e::Result{"DeletionDone return value = 227(kein passendes Objekt gefunden)\n", "", 0}));
 }
 
 TEST_F(ExpirationControlTest, InitiateHwmAndPfsSpeakOnlyOfANonZeroStatus) {
   Answer(R"({"ExpMgr.InitiateExpiration": [{"status": 0}, {"status": -3}],
              "ExpMgr.HwmUpdate": [{"status": 0}, {"status": 5}],
              "ExpMgr.UpdatePotentialFreeSpace": [{"status": 0}, {"status": 2147483647}]})");
-  const std::vector<std::string> volume = {"-mediaserver", "ms1", "-storageserver", "ss1",
-                                           "-volumeid", "vol1", "-mediaid", "@aaaab"};
+  const std::vector<std::string> volume = {"-mediaserver", "ms1",  "-storageserver", "ss1",
+                                           "-volumeid",    "vol1", "-mediaid",       "@aaaab"};
   auto with = [&](std::vector<std::string> args, std::vector<std::string> more) {
     args.insert(args.end(), more.begin(), more.end());
     return args;
   };
-  const std::vector<std::string> initiate = with(with({"initiate_exp"}, volume),
-                                                 {"-dp", "pool1", "-dt", "7"});
-  const std::vector<std::string> hwm = {"update_hwm", "-mediaserver", "ms1", "-storageserver",
-                                        "ss1", "-mediaid", "@aaaab", "-stssubtype", "PlainDisk",
-                                        "-totalcap", "9223372036854775807", "-usedcap", "1"};
+  const std::vector<std::string> initiate =
+      with(with({"initiate_exp"}, volume), {"-dp", "pool1", "-dt", "7"});
+  const std::vector<std::string> hwm = {"update_hwm",
+                                        "-mediaserver",
+                                        "ms1",
+                                        "-storageserver",
+                                        "ss1",
+                                        "-mediaid",
+                                        "@aaaab",
+                                        "-stssubtype",
+                                        "PlainDisk",
+                                        "-totalcap",
+                                        "9223372036854775807",
+                                        "-usedcap",
+                                        "1"};
   const std::vector<std::string> pfs = with(with({"update_pfs"}, volume), {"-dt", "2147483647"});
   for (const auto* args : {&initiate, &hwm, &pfs}) EXPECT_EQ(Run(*args), (e2e::Result{"", "", 0}));
   EXPECT_EQ(Run(initiate), (e2e::Result{"", "Initiate Expiration return value = -3\n", 0}));

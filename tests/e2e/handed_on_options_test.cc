@@ -15,8 +15,7 @@
 namespace {
 
 std::string Notice(const std::string& option, const std::string& operation) {
-  return "option '" + option + "'  is not valid for operation '" + operation +
-         "' and is ignored\n";
+  return "option '" + option + "'  is not valid for operation '" + operation + "' and is ignored\n";
 }
 
 // `out` with each short-form image line replaced by the image's backup ID
@@ -45,8 +44,9 @@ class HandedOnOptionsTest : public e2e::CatalogTest {
   // each for alpha and bravo.
   void SetUp() override {
     AddSlp("slp1", 1, 2);
-    const std::string slp = "StorageServiceName = 'slp1', StorageServiceVersionNumber = 1, "
-                            "StorageServiceState = 2";
+    const std::string slp =
+        "StorageServiceName = 'slp1', StorageServiceVersionNumber = 1, "
+        "StorageServiceState = 2";
     const std::string alpha = AddImage("alpha", 1000, slp);
     AddFragment(AddCopy(alpha, 1, "Residence = 'disk1', CopyState = 3"), 1,
                 "StorageServer = 'sts1', FragmentSize = 1048576");
@@ -66,10 +66,12 @@ class HandedOnOptionsTest : public e2e::CatalogTest {
     const std::string master2 = AddMachine("master2", 3);
     root_.Sql("UPDATE EMM_Machine SET ParentKey = MachineKey WHERE MachineKey = " + master2 +
               "; INSERT INTO EMM_MachineAlias (MachineKey, MachineAliasName, MachineSwuType)"
-              " VALUES (" + master2 + ", 'master2', 3);");
+              " VALUES (" +
+              master2 + ", 'master2', 3);");
     AddImage("zulu", time(nullptr) / 86400 * 86400,
-             "MasterServerKey = " + master2 + ", StorageServiceName = 'slp1', "
-             "StorageServiceState = 3");
+             "MasterServerKey = " + master2 +
+                 ", StorageServiceName = 'slp1', "
+                 "StorageServiceState = 3");
 
     for (const char* backupId : {"alpha_1000", "bravo_2000"}) {
       Insert("DBM_DeletedFragment", "DeletedFragmentKey", "MasterServerKey, BackupID",
@@ -150,7 +152,8 @@ TEST_F(HandedOnOptionsTest, NoticeThenTheOperationActsOnTheValue) {
     for (const char* option : c.notices) {
       if (option != nullptr) err += Notice(option, c.args[0]);
     }
-    EXPECT_EQ(root_.Run(c.args), (e2e::Result{c.out, err + c.err, c.status})) << c.args[0] << " " << c.args[1];
+    EXPECT_EQ(root_.Run(c.args), (e2e::Result{c.out, err + c.err, c.status}))
+        << c.args[0] << " " << c.args[1];
   }
   EXPECT_EQ("alpha_1000\n", root_.Sql("SELECT BackupID FROM DBM_DeletedFragment;"));
 }

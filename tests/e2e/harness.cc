@@ -131,8 +131,7 @@ class OtherUserPrograms {
       fs::create_hard_link(fs::path(BinDir()) / name, copy, ec);
       if (ec) fs::copy_file(fs::path(BinDir()) / name, copy, ec);
       if (ec) {
-        ADD_FAILURE() << "harness: cannot copy " << name << " for runs as nobody: "
-                      << ec.message();
+        ADD_FAILURE() << "harness: cannot copy " << name << " for runs as nobody: " << ec.message();
         return "";
       }
     }
@@ -283,10 +282,11 @@ const std::string& PgServerUri() {
 // Runs each statement by itself on the test server's maintenance database
 // (CREATE and DROP DATABASE cannot run inside a transaction).
 bool ServerAdmin(const std::vector<std::string>& statements) {
-  std::vector<std::string> argv = {"psql", "-X", "-q", "-v", "ON_ERROR_STOP=1",
-                                   "-d", PgServerUri() + "/postgres"};
+  std::vector<std::string> argv = {
+      "psql", "-X", "-q", "-v", "ON_ERROR_STOP=1", "-d", PgServerUri() + "/postgres"};
   for (const std::string& sql : statements) argv.insert(argv.end(), {"-c", sql});
-  Result r = RunProgram("/usr/bin/psql", argv, {"PATH=/usr/bin:/bin", "LC_ALL=C"}, "", RunOptions());
+  Result r =
+      RunProgram("/usr/bin/psql", argv, {"PATH=/usr/bin:/bin", "LC_ALL=C"}, "", RunOptions());
   if (r.status != 0) ADD_FAILURE() << "harness: psql failed (" << r.status << "): " << r.err;
   return r.status == 0;
 }
@@ -329,8 +329,9 @@ Root::Root(const RootOptions& options) {
   chmod(dir_.c_str(), 0755);
   path_ = dir_ + "/root";
   catalog_ = path_ + "/db/catalog.db";
-  std::vector<std::string> argv = {"stashwell-init", "--root", path_, "--master", options.master,
-                                   "--emm-server", options.emmServer};
+  std::vector<std::string> argv = {"stashwell-init", "--root",       path_,
+                                   "--master",       options.master, "--emm-server",
+                                   options.emmServer};
   if (OnPostgres()) {
     static int roots = 0;
     database_ = "e2e_" + std::to_string(getpid()) + "_" + std::to_string(++roots);

@@ -51,7 +51,7 @@ struct RootOptions {
   std::string emmServer = "master1";  // EMM_SERVER
   long demoImages = -1;               // >= 0: stashwell-init --demo N
   // End of the demo's backup window, fixed so that outputs stay the same.
-  long long demoNow = 1735689600;     // 2025-01-01 00:00:00 UTC
+  long long demoNow = 1735689600;  // 2025-01-01 00:00:00 UTC
 };
 
 struct RunOptions {

@@ -70,11 +70,14 @@ TEST_F(ImageCopyProcessingTest, UnreadableDurationOrDateSendsNothing) {
       {{"inactive", "-lifecycle", "lc1", "-reactivation_time", "01/02/2030"}, date, 20},
       // A range time before 1970 cannot be sent (unsigned on the wire).
       {{"inactive", "-lifecycle", "lc1", "-after", "01/01/1969 00:00:00"},
-       "Invalid value supplied for -after option\n", 1},
+       "Invalid value supplied for -after option\n",
+       1},
       {{"cancel", "-lifecycle", "lc1", "-before", "12/31/1969 23:59:59"},
-       "Invalid value supplied for -before option\n", 1},
+       "Invalid value supplied for -before option\n",
+       1},
       {{"active", "-destination", "d1", "-after", "12/31/1969"},
-       "Invalid value supplied for -after option\n", 1},
+       "Invalid value supplied for -after option\n",
+       1},
   };
   for (const auto& c : cases) {
     EXPECT_EQ(Run(c.args), (e2e::Result{"", c.err, c.status})) << c.args[0] << " " << c.args[3];
@@ -105,10 +108,10 @@ TEST_F(ImageCopyProcessingTest, EveryKindOfStatusIsReported) {
            R"(}, "Dssvc.StartImageDupSession": {"status": )" + status + "}}");
     EXPECT_EQ(Run({"active", "-backupid", "c1_100"}), (e2e::Result{"", c.err, c.exit})) << status;
     EXPECT_EQ(Run({"ns"}), (e2e::Result{"", c.err, c.exit})) << status;
-    EXPECT_EQ(Calls(), (std::vector<std::string>{
-                           "Dssvc.ResumeImageCopyProcessing(" R"("", "", "c1_100", )"
-                           "TIME_RANGE_NONE, 0)",
-                           "Dssvc.StartImageDupSession()"}));
+    EXPECT_EQ(Calls(), (std::vector<std::string>{"Dssvc.ResumeImageCopyProcessing("
+                                                 R"("", "", "c1_100", )"
+                                                 "TIME_RANGE_NONE, 0)",
+                                                 "Dssvc.StartImageDupSession()"}));
   }
   EXPECT_EQ(Run({"new_session"}).status, 133);
   EXPECT_TRUE(Logged("<2> cyclectl: Received status = 0, images or lifecycles processed = 5"));
@@ -145,11 +148,14 @@ TEST_F(ImageCopyProcessingTest, CancelListsWhatWouldExpireAndAsksTwice) {
          {"backupid": "c1_100", "copyNumber": 1, "slpName": "gold", "slpVersion": 2,
           "expireTime": 0},
          {"backupid": "c1_200", "copyNumber": 2, "slpName": "gold", "slpVersion": 2,
-          "expireTime": )" + std::to_string(now + 86400) + R"(, "expirationType": 2},
+          "expireTime": )" +
+         std::to_string(now + 86400) + R"(, "expirationType": 2},
          {"backupid": "c2_300", "copyNumber": 1, "slpName": "silver", "slpVersion": 0,
-          "expireTime": )" + std::to_string(now + 5400) + R"(},
+          "expireTime": )" +
+         std::to_string(now + 5400) + R"(},
          {"backupid": "c2_400", "copyNumber": 3, "slpName": "silver", "slpVersion": 0,
-          "expireTime": )" + std::to_string(now - 5400) + R"(}]},
+          "expireTime": )" +
+         std::to_string(now - 5400) + R"(}]},
       {"status": -4, "cancellableImages": []}]})");
   const std::string see =
       "Canceling these images will cause some or all of the images to be expired. Do you want "
@@ -172,8 +178,7 @@ TEST_F(ImageCopyProcessingTest, CancelListsWhatWouldExpireAndAsksTwice) {
   // cancellation's negative status counts the copies processed.
   EXPECT_EQ(Run({"cancel", "-lifecycle", "lc1"}, "Yes maybe YES\n"),
             (e2e::Result{see + proceed + "'maybe' is not a valid answer.\n" + proceed,
-                         listing + "Operation successful: 4 images or lifecycles processed\n",
-                         0}));
+                         listing + "Operation successful: 4 images or lifecycles processed\n", 0}));
   EXPECT_EQ(Calls(), (std::vector<std::string>{listCall, cancelCall}));
 
   // Not shown, then declined, in either case and either length; and the end

@@ -99,9 +99,10 @@ TEST_F(ImportFragmentsTest, WhatAFileQueuesIsListed) {
                              ImageLine(0, "client1_1700000000_C1_F2", 2) + Summary(2, 2),
                          0}));
   // Entries the import service has finished show as complete (3 and 5).
-  root_.Sql("INSERT INTO SLP_PendingImport (BackupID, CopyNumber, MediaID, FragmentDescription,"
-            " ImportStatus) VALUES ('done3', 2, '@aaaac', 'frag 1 of 2', 3),"
-            " ('done5', 1, '', '', 5), ('held4', 1, '', '', 4);");
+  root_.Sql(
+      "INSERT INTO SLP_PendingImport (BackupID, CopyNumber, MediaID, FragmentDescription,"
+      " ImportStatus) VALUES ('done3', 2, '@aaaac', 'frag 1 of 2', 3),"
+      " ('done5', 1, '', '', 5), ('held4', 1, '', '', 4);");
   const std::string first = Block("client1_1700000000_C1_F1", "media1", "lsu_a", "sts1",
                                   "PlainDisk", "source1", "slp_import", "Import Pending");
   const std::string second = Block("client1_1700000000_C1_F2", "media1", "lsu_a", "sts1",
@@ -129,25 +130,25 @@ TEST_F(ImportFragmentsTest, KeysAndValues) {
                 "ORIGIN_MASTER_SERVER =\n"
                 "ORIGIN_MASTER_SERVER = origin2\n"
                 "STS_IMAGE =   img\xff\xfe  \n"),
-            (e2e::Result{"", ImageLine(0, "early", 1) + ImageLine(0, "img\xff\xfe", 2) +
-                                 Summary(2, 2),
-                         0}));
+            (e2e::Result{
+                "", ImageLine(0, "early", 1) + ImageLine(0, "img\xff\xfe", 2) + Summary(2, 2), 0}));
   EXPECT_EQ(Queue(), "early|||\nimg\xff\xfe|media1|slp1|origin2\n");
 
   // The same value twice still warns; "STS_IMAGE =" with no name is refused
   // by the import manager and counted as found only.
   EXPECT_EQ(Add("LSU_NAME = a\nLSU_NAME = a\nSTS_IMAGE =\n"),
-            (e2e::Result{"", "WARNING: multiple LSU Names specified:a and a\n" +
-                                 ImageLine(2008002, "", 1) + Summary(0, 1),
+            (e2e::Result{"",
+                         "WARNING: multiple LSU Names specified:a and a\n" +
+                             ImageLine(2008002, "", 1) + Summary(0, 1),
                          0}));
 }
 
 TEST_F(ImportFragmentsTest, FormatErrorsStopReadingAndKeepWhatWasQueued) {
-  EXPECT_EQ(Add("STS_IMAGE = one\n# a comment\nSTS_IMAGE = two\n"),
-            (e2e::Result{"",
-                         ImageLine(0, "one", 1) + FormatError("missing '='", "# a comment") +
-                             Summary(1, 1),
-                         0}));
+  EXPECT_EQ(
+      Add("STS_IMAGE = one\n# a comment\nSTS_IMAGE = two\n"),
+      (e2e::Result{
+          "", ImageLine(0, "one", 1) + FormatError("missing '='", "# a comment") + Summary(1, 1),
+          0}));
   // Keys are matched case-sensitively from the first character.
   for (const std::string line : {" MEDIA_SERVER = m", "IMAGE = x"}) {
     EXPECT_EQ(Add(line + "\nSTS_IMAGE = three\n"),
@@ -163,14 +164,14 @@ TEST_F(ImportFragmentsTest, LongLinesArriveInPieces) {
   const std::string name(1013, 'n');
   const std::string rest(200, 'r');
   EXPECT_EQ(Add("STS_IMAGE=" + name + rest + "\n"),
-            (e2e::Result{"", ImageLine(0, name, 1) + FormatError("missing '='", rest) +
-                                 Summary(1, 1),
-                         0}));
+            (e2e::Result{
+                "", ImageLine(0, name, 1) + FormatError("missing '='", rest) + Summary(1, 1), 0}));
   // A line of exactly 1,023 bytes leaves only its newline for the next piece.
   const std::string exact = "STS_IMAGE=" + std::string(1013, 'x');
   EXPECT_EQ(Add(exact + "\n" + exact + "\n"),
-            (e2e::Result{"", ImageLine(0, std::string(1013, 'x'), 1) +
-                                 ImageLine(0, std::string(1013, 'x'), 2) + Summary(2, 2),
+            (e2e::Result{"",
+                         ImageLine(0, std::string(1013, 'x'), 1) +
+                             ImageLine(0, std::string(1013, 'x'), 2) + Summary(2, 2),
                          0}));
 }
 
@@ -189,9 +190,8 @@ TEST_F(ImportFragmentsTest, FilesThatGiveNoImages) {
   };
   for (const auto& c : cases) {
     EXPECT_EQ(root_.Run({"-test_import_frags", c.path}),
-              (e2e::Result{"", "failed to open test file for import fragments, error = " + c.why +
-                                   "\n",
-                           0}))
+              (e2e::Result{
+                  "", "failed to open test file for import fragments, error = " + c.why + "\n", 0}))
         << c.path;
   }
   // NUL bytes end a line's text, as in a C string.
@@ -211,13 +211,15 @@ TEST_F(ImportFragmentsTest, PausesAfterEveryThousandthImage) {
   EXPECT_THAT(r.err, ::testing::StartsWith(ImageLine(2008003, "i1", 1)));
   EXPECT_THAT(r.err, ::testing::EndsWith(ImageLine(2008003, "i2500", 2500) + Summary(0, 2500)));
   std::vector<std::string> log = root_.DebugLogMessages();
-  EXPECT_EQ(std::count_if(log.begin(), log.end(),
-                          [](const std::string& l) { return l.find("pausing") != std::string::npos; }),
-            2);
+  EXPECT_EQ(
+      std::count_if(log.begin(), log.end(),
+                    [](const std::string& l) { return l.find("pausing") != std::string::npos; }),
+      2);
   EXPECT_THAT(log, Contains(Eq("<2> cyclectl: pausing 1 ms after image 1000")));
   EXPECT_THAT(log, Contains(Eq("<2> cyclectl: pausing 1 ms after image 2000")));
-  EXPECT_EQ(std::count_if(log.begin(), log.end(),
-                          [](const std::string& l) { return l.find("cannot open") != std::string::npos; }),
+  EXPECT_EQ(std::count_if(
+                log.begin(), log.end(),
+                [](const std::string& l) { return l.find("cannot open") != std::string::npos; }),
             1);
 }
 
@@ -226,9 +228,8 @@ TEST_F(ImportFragmentsTest, LockedCatalogOrNoQueueTable) {
   {
     e2e::CatalogLock holder(root_, "", e2e::CatalogLock::kEverything);
     EXPECT_EQ(Add("STS_IMAGE = a\nSTS_IMAGE = b\n"),
-              (e2e::Result{"", ImageLine(2008004, "a", 1) + ImageLine(2008004, "b", 2) +
-                                   Summary(0, 2),
-                           0}));
+              (e2e::Result{
+                  "", ImageLine(2008004, "a", 1) + ImageLine(2008004, "b", 2) + Summary(0, 2), 0}));
   }
 
   root_.Sql("DROP TABLE SLP_PendingImport;");

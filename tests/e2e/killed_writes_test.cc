@@ -19,16 +19,16 @@ class KilledWritesTest : public e2e::CatalogTest {
   // replication records of the target tgt1 and three entries of the
   // deleted-fragment list.
   void SetUp() override {
-    const std::string image = AddImage("client1", 1000,
-                                       "StorageServiceName = 'slp1', StorageServiceState = 3");
+    const std::string image =
+        AddImage("client1", 1000, "StorageServiceName = 'slp1', StorageServiceState = 3");
     AddCopy(image, 1, "SLPIndex = 1, CopyType = 0, CopyState = 5");
     const std::string copy =
         AddCopy(image, 2, "SLPIndex = 2, SLPSourceIndex = 1, CopyType = 3, CopyState = 13");
     const std::string target = AddMachine("tgt1", 12);
     for (const char* volume : {"vol1", "vol2", "vol3"}) {
       Insert("DBM_ImageReplicationDestination", "ReplicationDestinationKey",
-             "ImageCopyKey, TargetMachineKey, VolumeInfo", copy + ", " + target + ", '" + volume + "'",
-             "");
+             "ImageCopyKey, TargetMachineKey, VolumeInfo",
+             copy + ", " + target + ", '" + volume + "'", "");
     }
     for (const char* backupId : {"client1_1000", "client2_2000", "client3_3000"}) {
       Insert("DBM_DeletedFragment", "DeletedFragmentKey", "MasterServerKey, BackupID",
@@ -38,19 +38,20 @@ class KilledWritesTest : public e2e::CatalogTest {
 
   // Everything the four changes touch, one line per row.
   std::string State() {
-    return root_.Sql("SELECT 'image ' || BackupID || ' ' || StorageServiceState FROM DBM_Image"
-                     " UNION ALL SELECT 'copy ' || SLPIndex || ' ' || CopyState FROM DBM_ImageCopy"
-                     " UNION ALL SELECT 'replica ' || VolumeInfo"
-                     " FROM DBM_ImageReplicationDestination"
-                     " UNION ALL SELECT 'deleted ' || BackupID FROM DBM_DeletedFragment"
-                     " ORDER BY 1;");
+    return root_.Sql(
+        "SELECT 'image ' || BackupID || ' ' || StorageServiceState FROM DBM_Image"
+        " UNION ALL SELECT 'copy ' || SLPIndex || ' ' || CopyState FROM DBM_ImageCopy"
+        " UNION ALL SELECT 'replica ' || VolumeInfo"
+        " FROM DBM_ImageReplicationDestination"
+        " UNION ALL SELECT 'deleted ' || BackupID FROM DBM_DeletedFragment"
+        " ORDER BY 1;");
   }
 
   // True once a run of this catalog waits for a lock the test holds.
   bool SomeoneWaits() {
-    return root_.Sql("SELECT count(*) FROM pg_stat_activity"
-                     " WHERE datname = current_database() AND wait_event_type = 'Lock';") !=
-           "0\n";
+    return root_.Sql(
+               "SELECT count(*) FROM pg_stat_activity"
+               " WHERE datname = current_database() AND wait_event_type = 'Lock';") != "0\n";
   }
 };
 

@@ -42,17 +42,18 @@ class ListImportConfTest : public e2e::CatalogTest {
   void AddCopy(const std::string& client, long backupTime, const std::string& slp, int version,
                int copyNumber, int slpIndex, int state, long lastRetry) {
     const std::string bt = std::to_string(backupTime);
-    root_.Sql("INSERT INTO DBM_Image (MasterServerKey, ClientMachineName, BackupTime,"
-              " StorageServiceName, StorageServiceVersionNumber) SELECT"
-              " (SELECT MachineKey FROM EMM_Machine WHERE MachinePrimaryName = 'master1'), '" +
-              client + "', " + bt + ", '" + slp + "', " + std::to_string(version) +
-              " WHERE NOT EXISTS (SELECT 1 FROM DBM_Image WHERE ClientMachineName = '" + client +
-              "');"
-              "INSERT INTO DBM_ImageCopy (ImageKey, CopyNumber, SLPIndex, CopyState,"
-              " LastRetryTime) SELECT ImageKey, " +
-              std::to_string(copyNumber) + ", " + std::to_string(slpIndex) + ", " +
-              std::to_string(state) + ", " + std::to_string(lastRetry) +
-              " FROM DBM_Image WHERE ClientMachineName = '" + client + "'");
+    root_.Sql(
+        "INSERT INTO DBM_Image (MasterServerKey, ClientMachineName, BackupTime,"
+        " StorageServiceName, StorageServiceVersionNumber) SELECT"
+        " (SELECT MachineKey FROM EMM_Machine WHERE MachinePrimaryName = 'master1'), '" +
+        client + "', " + bt + ", '" + slp + "', " + std::to_string(version) +
+        " WHERE NOT EXISTS (SELECT 1 FROM DBM_Image WHERE ClientMachineName = '" + client +
+        "');"
+        "INSERT INTO DBM_ImageCopy (ImageKey, CopyNumber, SLPIndex, CopyState,"
+        " LastRetryTime) SELECT ImageKey, " +
+        std::to_string(copyNumber) + ", " + std::to_string(slpIndex) + ", " +
+        std::to_string(state) + ", " + std::to_string(lastRetry) +
+        " FROM DBM_Image WHERE ClientMachineName = '" + client + "'");
   }
 
   // The short line of a reported copy.
@@ -94,22 +95,24 @@ TEST_F(ListImportConfTest, ReportsPastTheThresholdOldestFirstInEachForm) {
   struct tm parts;
   gmtime_r(&when, &parts);
   strftime(date, sizeof date, "%Y/%m/%d %H:%M:%S", &parts);
-  EXPECT_EQ(Run({"-U", "-target_domain", "domB"}),
-            (e2e::Result{"Backup ID           c2_2000\n"
-                         "Copy number         2\n"
-                         "Replication time    " + t + "(" + date + ")\n"
-                         "SLP name            Repl_A\n"
-                         "SLP version         2\n"
-                         "\n",
-                         "", 0}));
-  EXPECT_EQ(Run({"-json_compact", "-target_domain", "domA"}),
-            (e2e::Result{"{\"ImportPendingInfo\":[{\"BackupID\":\"c1_1000\",\"CopyNumber\":3,"
-                         "\"ReplicationTime\":" + std::to_string(Ago(9000)) +
-                             ",\"SLPName\":\"Repl_A\",\"SLPVersion\":1},{\"BackupID\":"
-                             "\"c1_1000\",\"CopyNumber\":2,\"ReplicationTime\":" +
-                             std::to_string(Ago(7200)) +
-                             ",\"SLPName\":\"Repl_A\",\"SLPVersion\":1}]}\n",
-                         "", 0}));
+  EXPECT_EQ(Run({"-U", "-target_domain", "domB"}), (e2e::Result{"Backup ID           c2_2000\n"
+                                                                "Copy number         2\n"
+                                                                "Replication time    " +
+                                                                    t + "(" + date +
+                                                                    ")\n"
+                                                                    "SLP name            Repl_A\n"
+                                                                    "SLP version         2\n"
+                                                                    "\n",
+                                                                "", 0}));
+  EXPECT_EQ(
+      Run({"-json_compact", "-target_domain", "domA"}),
+      (e2e::Result{"{\"ImportPendingInfo\":[{\"BackupID\":\"c1_1000\",\"CopyNumber\":3,"
+                   "\"ReplicationTime\":" +
+                       std::to_string(Ago(9000)) +
+                       ",\"SLPName\":\"Repl_A\",\"SLPVersion\":1},{\"BackupID\":"
+                       "\"c1_1000\",\"CopyNumber\":2,\"ReplicationTime\":" +
+                       std::to_string(Ago(7200)) + ",\"SLPName\":\"Repl_A\",\"SLPVersion\":1}]}\n",
+                   "", 0}));
   // Nothing to report: the message alone, no document.
   EXPECT_EQ(Run({"-json", "-lifecycle", "Repl_B"}), (e2e::Result{"", kNoMatch, 0}));
 }
@@ -118,8 +121,7 @@ TEST_F(ListImportConfTest, WithoutTheSettingTheThresholdIsOneHour) {
   root_.RemoveConfig("IMPORT_CONF_THRESHOLD");
   AddCopy("c7", 7000, "Repl_A", 1, 2, 2, 14, Ago(3700));
   AddCopy("c8", 8000, "Repl_A", 1, 2, 2, 14, Ago(3500));
-  EXPECT_EQ(Run({"-lifecycle", "Repl_A", "-b"}).out,
-            "c1_1000\nc2_2000\nc1_1000\nc7_7000\n");
+  EXPECT_EQ(Run({"-lifecycle", "Repl_A", "-b"}).out, "c1_1000\nc2_2000\nc1_1000\nc7_7000\n");
 }
 
 TEST_F(ListImportConfTest, CatalogFaultsPrintTheirMessageAndEndWithZero) {

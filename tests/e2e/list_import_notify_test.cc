@@ -24,10 +24,16 @@ class ListImportNotifyTest : public e2e::CatalogTest {
         "INSERT INTO SLP_InNotifications (NotificationKey, ClientMachineName, BackupTime,"
         " SourceImageKey, NotificationType, FromHostName, FromHostMachineId, FromHostSWVersion,"
         " ErrorCode, ErrorString, CreatedDateTime) VALUES"
-        " (1, 'alpha', 1700000000, 11, 2, 'mA', " + idA + ", 910000, 0, '', 1700000100),"
-        " (2, 'beta', 1700001000, 12, 3, 'mB', " + idB + ", 900000,"
+        " (1, 'alpha', 1700000000, 11, 2, 'mA', " +
+        idA +
+        ", 910000, 0, '', 1700000100),"
+        " (2, 'beta', 1700001000, 12, 3, 'mB', " +
+        idB +
+        ", 900000,"
         "  191, 'import failed', 1700001100),"
-        " (3, 'alpha', 1700002000, 9007199254740993, 3, 'mB', " + idB + ","
+        " (3, 'alpha', 1700002000, 9007199254740993, 3, 'mB', " +
+        idB +
+        ","
         "  900000, -1, 'no entity', 1700002100);"
         "INSERT INTO SLP_OutNotifications (NotificationKey, ClientMachineName, BackupTime,"
         " SourceImageKey, NotificationType, DestinationHostName, ErrorCode, ErrorString,"
@@ -83,9 +89,9 @@ TEST_F(ListImportNotifyTest, FiltersApplyToBothLists) {
 
 TEST_F(ListImportNotifyTest, EmptyTablesAndJsonFormsPrintOnlyMessages) {
   EXPECT_EQ(Run({"-json"}), (e2e::Result{"",
-                                            "PrintInputImportNotificationsJson unimplemented\n"
-                                            "PrintOutputImportNotificationsJson unimplemented\n",
-                                            0}));
+                                         "PrintInputImportNotificationsJson unimplemented\n"
+                                         "PrintOutputImportNotificationsJson unimplemented\n",
+                                         0}));
   root_.Sql("DELETE FROM SLP_InNotifications; DELETE FROM SLP_OutNotifications");
   EXPECT_EQ(Run({}), (e2e::Result{"", std::string(kNoInput) + kNoOutput, 0}));
 }

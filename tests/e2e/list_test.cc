@@ -49,24 +49,27 @@ const char kNoImages[] = "No images or lifecycles matching criteria found.\n";
 class ListRecordLinesTest : public ListTest {
  protected:
   void SetUp() override {
-    root_.Sql("INSERT INTO EMM_DataClassification (ClassificationID, Name) "
-              "VALUES ('gold-id', 'Gold');");
+    root_.Sql(
+        "INSERT INTO EMM_DataClassification (ClassificationID, Name) "
+        "VALUES ('gold-id', 'Gold');");
     std::string image = AddImage(
         "client1", 1700000000,
         "PolicyName = 'pol1', ClientType = 13, ScheduleType = 2, StorageServiceName = 'slp1', "
         "StorageServiceState = 2, StorageServiceIsInactive = 1, "
         "StorageServiceVersionNumber = 4, TimeInProcess = 1700000100, "
         "ClassificationID = 'gold-id', OriginMasterServer = 'remote1', "
-        "OriginMasterServerID = " + e2e::BytesLiteral("00112233445566778899aabbccddeeff") + ", "
-        "ImportFromReplicaTime = 1700000200, RequiredExpirationDate = 1800000000, "
-        "CreatedDateTime = 1700000100");
-    std::string copy = AddCopy(
-        image, 1,
-        "SLPIndex = 1, CopyType = 2, ExpireTime = 1800000000, "
-        "ExpireLifecycleTime = 1750000000, TryToKeepTime = 3600, Residence = 'snap_stu', "
-        "CopyState = 3, JobID = 4711, ExpirationType = 4, MpxState = 1, RetryCount = 2, "
-        "LastRetryTime = 1700000500, DestinationID = 'dest1', Source = 1, Replica = 1, "
-        "DataFormat = 2");
+        "OriginMasterServerID = " +
+            e2e::BytesLiteral("00112233445566778899aabbccddeeff") +
+            ", "
+            "ImportFromReplicaTime = 1700000200, RequiredExpirationDate = 1800000000, "
+            "CreatedDateTime = 1700000100");
+    std::string copy =
+        AddCopy(image, 1,
+                "SLPIndex = 1, CopyType = 2, ExpireTime = 1800000000, "
+                "ExpireLifecycleTime = 1750000000, TryToKeepTime = 3600, Residence = 'snap_stu', "
+                "CopyState = 3, JobID = 4711, ExpirationType = 4, MpxState = 1, RetryCount = 2, "
+                "LastRetryTime = 1700000500, DestinationID = 'dest1', Source = 1, Replica = 1, "
+                "DataFormat = 2");
     AddSnapshot(copy, "snap_001");
     AddFragment(copy, 1,
                 "ResumeCount = 1, MediaID = '@aaaab', MediaServer = 'media1', "
@@ -109,13 +112,15 @@ TEST_F(ListTest, EachImageCopyAndFragmentOnce) {
   AddCopy(AddImage("beta", 2000), 1);  // a copy without fragments
   AddImage("gamma", 3000);             // an image without copies
 
-  EXPECT_EQ("I alpha_1000\nC alpha_1000 1\nF alpha_1000 1 1\nF alpha_1000 1 2\n"
-            "F alpha_1000 1 3\nC alpha_1000 2\nF alpha_1000 2 1\n"
-            "I beta_2000\nC beta_2000 1\nI gamma_3000\n",
-            Keys(Run({}).out));
-  EXPECT_EQ("I alpha_1000\nC alpha_1000 1\nC alpha_1000 2\nI beta_2000\nC beta_2000 1\n"
-            "I gamma_3000\n",
-            Keys(Run({"-rt", "IC"}).out));
+  EXPECT_EQ(
+      "I alpha_1000\nC alpha_1000 1\nF alpha_1000 1 1\nF alpha_1000 1 2\n"
+      "F alpha_1000 1 3\nC alpha_1000 2\nF alpha_1000 2 1\n"
+      "I beta_2000\nC beta_2000 1\nI gamma_3000\n",
+      Keys(Run({}).out));
+  EXPECT_EQ(
+      "I alpha_1000\nC alpha_1000 1\nC alpha_1000 2\nI beta_2000\nC beta_2000 1\n"
+      "I gamma_3000\n",
+      Keys(Run({"-rt", "IC"}).out));
   EXPECT_EQ("I alpha_1000\nI beta_2000\nI gamma_3000\n", Keys(Run({"-rt", "I"}).out));
   // The brief form prints the backup ids alone, whatever the record types.
   EXPECT_EQ("alpha_1000\nbeta_2000\ngamma_3000\n", Run({"-b", "-rt", "ICFS"}).out);
@@ -131,9 +136,10 @@ TEST_F(ListTest, CopyFailingAFilterStillCountsAsThePreviousRow) {
   AddCopy(b, 2, "CopyState = 5");
 
   // Copy 2 of alpha is left out; copy 3 does not bring the image line back.
-  EXPECT_EQ("I alpha_1000\nC alpha_1000 1\nF alpha_1000 1 1\nC alpha_1000 3\n"
-            "F alpha_1000 3 1\nC beta_2000 2\n",
-            Keys(Run({"-copy_state", "5"}).out));
+  EXPECT_EQ(
+      "I alpha_1000\nC alpha_1000 1\nF alpha_1000 1 1\nC alpha_1000 3\n"
+      "F alpha_1000 3 1\nC beta_2000 2\n",
+      Keys(Run({"-copy_state", "5"}).out));
 }
 
 TEST_F(ListTest, TimeRangeAtABackupTime) {
@@ -210,10 +216,10 @@ class ListFilterTest : public ListTest {
     std::string a = AddImage("a", 1000,
                              "PolicyName = 'pol1', StorageServiceName = 'slp1', "
                              "StorageServiceVersionNumber = 1, StorageServiceState = 2");
-    AddFragment(AddCopy(a, 1, "CopyType = 0, CopyState = 5, Residence = 'disk_stu', JobID = 76"),
-                1, "MediaID = 'disk1', FragmentState = 1");
-    AddFragment(AddCopy(a, 2, "CopyType = 1, CopyState = 2, Residence = 'tape_stu', JobID = 77"),
-                1, "MediaID = 'A00001', FragmentState = 1");
+    AddFragment(AddCopy(a, 1, "CopyType = 0, CopyState = 5, Residence = 'disk_stu', JobID = 76"), 1,
+                "MediaID = 'disk1', FragmentState = 1");
+    AddFragment(AddCopy(a, 2, "CopyType = 1, CopyState = 2, Residence = 'tape_stu', JobID = 77"), 1,
+                "MediaID = 'A00001', FragmentState = 1");
     // b: SLP slp1 version 2, complete; one complete copy with an expired fragment.
     std::string b = AddImage("b", 2000,
                              "PolicyName = 'pol2', StorageServiceName = 'slp1', "
@@ -237,8 +243,9 @@ TEST_F(ListFilterTest, SelectImagesAndCopies) {
     std::vector<std::string> args;
     const char* keys;
   } cases[] = {
-      {{}, "I a_1000\nC a_1000 1\nC a_1000 2\nI b_2000\nC b_2000 1\nI c_3000\nC c_3000 1\n"
-           "I d_4000\nC d_4000 1\n"},
+      {{},
+       "I a_1000\nC a_1000 1\nC a_1000 2\nI b_2000\nC b_2000 1\nI c_3000\nC c_3000 1\n"
+       "I d_4000\nC d_4000 1\n"},
       {{"-lifecycle", "slp1"}, "I a_1000\nC a_1000 1\nC a_1000 2\nI b_2000\nC b_2000 1\n"},
       {{"-lifecycle_only"},
        "I a_1000\nC a_1000 1\nC a_1000 2\nI b_2000\nC b_2000 1\nI c_3000\nC c_3000 1\n"},
@@ -248,8 +255,9 @@ TEST_F(ListFilterTest, SelectImagesAndCopies) {
       // is not printed for its later copies either.
       {{"-jobid", "77"}, "C a_1000 2\nI d_4000\nC d_4000 1\n"},
       {{"-image_state", "3"}, "I b_2000\nC b_2000 1\n"},
-      {{"-image_incomplete"}, "I a_1000\nC a_1000 1\nC a_1000 2\nI c_3000\nC c_3000 1\n"
-                              "I d_4000\nC d_4000 1\n"},
+      {{"-image_incomplete"},
+       "I a_1000\nC a_1000 1\nC a_1000 2\nI c_3000\nC c_3000 1\n"
+       "I d_4000\nC d_4000 1\n"},
       {{"-image_inactive"}, "I c_3000\nC c_3000 1\n"},
       {{"-copy_state", "2"}, "C a_1000 2\n"},
       {{"-copy_incomplete"}, "C a_1000 2\nI c_3000\nC c_3000 1\nI d_4000\nC d_4000 1\n"},
@@ -272,9 +280,10 @@ TEST_F(ListFilterTest, SelectImagesAndCopies) {
 TEST_F(ListTest, FetchBatchesMeetInsideOneImage) {
   std::string a = AddImage("alpha", 1000);
   std::string copy = AddCopy(a, 1);
-  root_.Sql("WITH RECURSIVE n(i) AS (SELECT 1 UNION ALL SELECT i + 1 FROM n WHERE i < 600) "
-            "INSERT INTO DBM_ImageFragment (ImageCopyKey, FragmentNumber) SELECT " +
-            copy + ", i FROM n;");
+  root_.Sql(
+      "WITH RECURSIVE n(i) AS (SELECT 1 UNION ALL SELECT i + 1 FROM n WHERE i < 600) "
+      "INSERT INTO DBM_ImageFragment (ImageCopyKey, FragmentNumber) SELECT " +
+      copy + ", i FROM n;");
   AddFragment(AddCopy(a, 2), 1);
   AddFragment(AddCopy(AddImage("beta", 2000), 1), 1);
 
@@ -287,16 +296,19 @@ TEST_F(ListTest, FetchBatchesMeetInsideOneImage) {
 }
 
 TEST_F(ListTest, AFetchFailingAfterTheFirstBatchKeepsWhatWasPrinted) {
-  if (e2e::OnPostgres()) GTEST_SKIP() << "PostgreSQL meets the broken row before it sends the first";
+  if (e2e::OnPostgres())
+    GTEST_SKIP() << "PostgreSQL meets the broken row before it sends the first";
   std::string copy = AddCopy(AddImage("alpha", 1000), 1);
-  root_.Sql("WITH RECURSIVE n(i) AS (SELECT 1 UNION ALL SELECT i + 1 FROM n WHERE i < 700) "
-            "INSERT INTO DBM_ImageFragment (ImageCopyKey, FragmentNumber) SELECT " +
-            copy + ", i FROM n;");
+  root_.Sql(
+      "WITH RECURSIVE n(i) AS (SELECT 1 UNION ALL SELECT i + 1 FROM n WHERE i < 700) "
+      "INSERT INTO DBM_ImageFragment (ImageCopyKey, FragmentNumber) SELECT " +
+      copy + ", i FROM n;");
   // Reading fragment 600 fails inside the database: the second batch of
   // 500 rows is lost, the first has been printed.
-  root_.Sql("ALTER TABLE DBM_ImageFragment RENAME TO Fragments;"
-            "CREATE VIEW DBM_ImageFragment AS SELECT * FROM Fragments"
-            " WHERE json(IIF(FragmentNumber = 600, 'broken', '1')) IS NOT NULL;");
+  root_.Sql(
+      "ALTER TABLE DBM_ImageFragment RENAME TO Fragments;"
+      "CREATE VIEW DBM_ImageFragment AS SELECT * FROM Fragments"
+      " WHERE json(IIF(FragmentNumber = 600, 'broken', '1')) IS NOT NULL;");
   e2e::RunOptions joined;
   joined.stderrToStdout = true;
   e2e::Result r = root_.Run({"list"}, "", joined);

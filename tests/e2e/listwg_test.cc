@@ -92,13 +92,11 @@ TEST_F(ListWgTest, CatalogFailuresEndWithTheirStatus) {
   EXPECT_EQ(Run({"-json"}), (e2e::Result{"", kFetchError, 130}));
 
   root_.Sql("DROP TABLE SLP_WorkGroup;");
-  EXPECT_EQ(Run({}),
-            (e2e::Result{"", "error executing SQL query, status = 2007006\n", 130}));
+  EXPECT_EQ(Run({}), (e2e::Result{"", "error executing SQL query, status = 2007006\n", 130}));
   EXPECT_NE(root_.DebugLog().find("FROM SLP_MAIN.SLP_WorkGroup AS Wg"), std::string::npos);
 
   root_.RemoveCatalog();
-  EXPECT_EQ(Run({}),
-            (e2e::Result{"", "cannot connect to database, status = 2007002\n", 25}));
+  EXPECT_EQ(Run({}), (e2e::Result{"", "cannot connect to database, status = 2007002\n", 25}));
 }
 
 }  // namespace

@@ -17,10 +17,11 @@ class PendingImportsTest : public ::testing::Test {
   // returns its key.
   std::string AddPendingImage(const std::string& client, long backupTime,
                               const std::string& origin = "remote1") {
-    return Key("INSERT INTO DBM_Image (MasterServerKey, ClientMachineName, BackupTime,"
-               " OriginMasterServer, StorageServiceName) VALUES (" + kMasterKey + ", '" + client +
-               "', " + std::to_string(backupTime) + ", '" + origin +
-               "', 'slp_import') RETURNING ImageKey");
+    return Key(
+        "INSERT INTO DBM_Image (MasterServerKey, ClientMachineName, BackupTime,"
+        " OriginMasterServer, StorageServiceName) VALUES (" +
+        kMasterKey + ", '" + client + "', " + std::to_string(backupTime) + ", '" + origin +
+        "', 'slp_import') RETURNING ImageKey");
   }
   std::string AddCopy(const std::string& image, int number, int state) {
     return Key("INSERT INTO DBM_ImageCopy (ImageKey, CopyNumber, CopyState) VALUES (" + image +
@@ -49,13 +50,16 @@ class PendingImportsTest : public ::testing::Test {
 };
 
 TEST_F(PendingImportsTest, PendingImagesWithTheirCopiesAndFragments) {
-  EXPECT_EQ(root_.Run({"pendimplist"}),
-            (e2e::Result{"", "No pending import records found\n", 0}));
+  EXPECT_EQ(root_.Run({"pendimplist"}), (e2e::Result{"", "No pending import records found\n", 0}));
 
   // Imported already, or backed up here: not pending.
-  root_.Sql("INSERT INTO DBM_Image (MasterServerKey, ClientMachineName, BackupTime,"
-            " OriginMasterServer, ImportFromReplicaTime) VALUES (" + kMasterKey + ", 'imported', 50,"
-            " 'remote1', 60), (" + kMasterKey + ", 'local', 70, '', 0);");
+  root_.Sql(
+      "INSERT INTO DBM_Image (MasterServerKey, ClientMachineName, BackupTime,"
+      " OriginMasterServer, ImportFromReplicaTime) VALUES (" +
+      kMasterKey +
+      ", 'imported', 50,"
+      " 'remote1', 60), (" +
+      kMasterKey + ", 'local', 70, '', 0);");
   const std::string first = AddPendingImage("alpha", 100);
   const std::string c1 = AddCopy(first, 1, 14);
   AddFragment(c1, 1);
@@ -69,10 +73,10 @@ TEST_F(PendingImportsTest, PendingImagesWithTheirCopiesAndFragments) {
 
   EXPECT_EQ(root_.Run({"pendimplist"}),
             (e2e::Result{Listed("alpha_100") + Listed("charlie_300"), "", 0}));
-  EXPECT_EQ(root_.Run({"pendimplist", "-U"}),
-            (e2e::Result{Listed("alpha_100", "-U") + Listed("charlie_300", "-U"),
-                         "option '-U'  is not valid for operation 'pendimplist' and is ignored\n",
-                         0}));
+  EXPECT_EQ(
+      root_.Run({"pendimplist", "-U"}),
+      (e2e::Result{Listed("alpha_100", "-U") + Listed("charlie_300", "-U"),
+                   "option '-U'  is not valid for operation 'pendimplist' and is ignored\n", 0}));
 
   root_.Sql("DROP TABLE DBM_ImageFragment;");
   EXPECT_EQ(root_.Run({"pendimplist"}),
@@ -83,10 +87,13 @@ TEST_F(PendingImportsTest, ManyBatches) {
   // 250 images: three fetches of up to 100, every image once, in order.
   std::string values;
   for (int i = 0; i < 250; ++i) {
-    values += std::string(i ? "," : "") + "(" + kMasterKey + ", 'c', " + std::to_string(1000 + i) + ", 'remote1')";
+    values += std::string(i ? "," : "") + "(" + kMasterKey + ", 'c', " + std::to_string(1000 + i) +
+              ", 'remote1')";
   }
-  root_.Sql("INSERT INTO DBM_Image (MasterServerKey, ClientMachineName, BackupTime,"
-            " OriginMasterServer) VALUES " + values + ";");
+  root_.Sql(
+      "INSERT INTO DBM_Image (MasterServerKey, ClientMachineName, BackupTime,"
+      " OriginMasterServer) VALUES " +
+      values + ";");
   e2e::Result r = root_.Run({"pendimplist"});
   EXPECT_EQ(r.err, "");
   EXPECT_EQ(r.out, root_.Run({"list", "-rt", "I"}).out);

@@ -45,9 +45,10 @@ class RedoTest : public e2e::CatalogTest {
 
 TEST_F(RedoTest, ResetsTheCopyItsSourceAndTheImage) {
   EXPECT_EQ(Redo("client1_1000", 2), (e2e::Result{"", "", 0}));
-  EXPECT_EQ("client1_1000 2 0 1=3\nclient1_1000 2 0 2=1\nclient1_1000 2 0 3=5\n"
-            "client2_2000 3 0 1=5\nclient2_2000 3 0 2=5\n",
-            States());
+  EXPECT_EQ(
+      "client1_1000 2 0 1=3\nclient1_1000 2 0 2=1\nclient1_1000 2 0 3=5\n"
+      "client2_2000 3 0 1=5\nclient2_2000 3 0 2=5\n",
+      States());
 }
 
 TEST_F(RedoTest, FailuresChangeNothing) {

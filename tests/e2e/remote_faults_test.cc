@@ -114,13 +114,13 @@ TEST_F(RemoteFaultsTest, NothingListeningOrNoAnswerEndsWithinTheTimeOuts) {
       const std::vector<std::string> log = root_.DebugLogMessages();
       ASSERT_GE(log.size(), 2u);
       const std::string& line = log[log.size() - 2];  // the last is the exit
-      const std::string object = args == &suspend_ ? "StorageService.StorageServiceMgr"
-                                                   : "StorageService.ExpirationMgr";
-      EXPECT_EQ(line.rfind("<16> cyclectl: cannot connect to cyclesvc (object " + object +
-                               ") on host '" + c.host + "' port " + std::to_string(c.port) +
-                               ": " + c.reason,
-                           0),
-                0u)
+      const std::string object =
+          args == &suspend_ ? "StorageService.StorageServiceMgr" : "StorageService.ExpirationMgr";
+      EXPECT_EQ(
+          line.rfind("<16> cyclectl: cannot connect to cyclesvc (object " + object + ") on host '" +
+                         c.host + "' port " + std::to_string(c.port) + ": " + c.reason,
+                     0),
+          0u)
           << line;
     }
   }

@@ -16,7 +16,8 @@ class ReplicationRecordsTest : public e2e::CatalogTest {
   // Targets: tgt1 holds vol1 twice and vol2 once, tgt2 vol1 once; media1
   // is a media server whose key a record names as well.
   void SetUp() override {
-    const std::string image = AddImage("client1", 1000, "PolicyName = 'pol1', CreatedDateTime = 1700000000");
+    const std::string image =
+        AddImage("client1", 1000, "PolicyName = 'pol1', CreatedDateTime = 1700000000");
     AddCopy(image, 1);
     const std::string copy = AddCopy(image, 2, "CopyType = 3, Residence = '*Remote*Master*'");
     AddCopy(AddImage("client2", 2000), 1);  // no replica copy
@@ -32,7 +33,6 @@ class ReplicationRecordsTest : public e2e::CatalogTest {
              "");
     }
   }
-
 
   // The short-form line of the record `kind` (I, C) with `key` as the
   // backup id (and copy number) that `list` prints.

@@ -10,7 +10,7 @@
 namespace {
 
 const char kLongName[] = "Long_Term_Retention_For_Audit_Records_2026_XY";  // 45 characters
-const char kLongestWhole[] = "Weekly_Full_Backups_To_Cloud_Tier_2026X";      // 39 characters
+const char kLongestWhole[] = "Weekly_Full_Backups_To_Cloud_Tier_2026X";    // 39 characters
 const long kMiB = 1048576;
 
 const char kHeader[] =
@@ -21,10 +21,10 @@ class ReportTest : public e2e::CatalogTest {
   ReportTest() : CatalogTest("report") {}
   std::string Image(const std::string& client, const std::string& slp, int version, int state) {
     return AddImage(client, 1000,
-                    "StorageServiceName = '" + slp + "', StorageServiceVersionNumber = " +
-                        std::to_string(version) + ", StorageServiceState = " +
-                        std::to_string(state & 7) + ", StorageServiceIsInactive = " +
-                        std::to_string(state >> 3));
+                    "StorageServiceName = '" + slp +
+                        "', StorageServiceVersionNumber = " + std::to_string(version) +
+                        ", StorageServiceState = " + std::to_string(state & 7) +
+                        ", StorageServiceIsInactive = " + std::to_string(state >> 3));
   }
   // True when a line of the debug log begins with `start`.
   bool Logged(const std::string& start) {
@@ -76,7 +76,7 @@ class ReportRollupTest : public ReportTest {
 
 TEST_F(ReportRollupTest, StatesSlpsAndSelections) {
   EXPECT_EQ(Run(), (e2e::Result{e2e::Golden("report/rollup.txt"),
-                                    "Unknown SLP name <ghost> version 1\n", 0}));
+                                "Unknown SLP name <ghost> version 1\n", 0}));
   // The other version's image has copies left, so it is left out.
   EXPECT_EQ(Run({"-lifecycle", "slpA", "-version", "1"}),
             (e2e::Result{e2e::Golden("report/rollup-slpA-1.txt"), "", 0}));

@@ -5,8 +5,8 @@
 // remove_all (administrator check, no catalog) and -testhook (no check)
 // stand in for operations that get past the command line.
 #include <gmock/gmock.h>
-#include <gtest/gtest.h>
 #include <grp.h>
+#include <gtest/gtest.h>
 #include <pwd.h>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -76,8 +76,8 @@ TEST(StartupTest, ConfigurationFailures) {
       {"empty first master",
        [](e2e::Root& r) {
          r.RemoveConfig("MASTER_SERVER");
-         r.WriteFile("etc/stashwell.conf", r.ReadFile("etc/stashwell.conf") +
-                                               "MASTER_SERVER =\nMASTER_SERVER = m2\n");
+         r.WriteFile("etc/stashwell.conf",
+                     r.ReadFile("etc/stashwell.conf") + "MASTER_SERVER =\nMASTER_SERVER = m2\n");
        },
        "cyclectl: no master server name found\n", 1},
   };
@@ -109,8 +109,7 @@ TEST(StartupTest, ProgramNameComesFromTheLastComponentOfArgv0) {
     EXPECT_EQ(root.Run({"list"}, "", options).err,
               "cyclectl: invalid Stashwell configuration: EMM Server is not defined\n");
     e2e::Root good;
-    EXPECT_EQ(good.Run({"-testhook"}, "", options),
-              (e2e::Result{"SLP_WINDOWS_VERSION=1\n", "", 0}))
+    EXPECT_EQ(good.Run({"-testhook"}, "", options), (e2e::Result{"SLP_WINDOWS_VERSION=1\n", "", 0}))
         << argv0;
     EXPECT_EQ(good.DebugLogMessages().front(),
               "<2> cyclectl: INITIATING: Stashwell 9.1.0.1 created: 0");
@@ -144,8 +143,8 @@ TEST(StartupTest, DebugLogOfANormalRunAndOfAnEarlyEnd) {
   const std::string full(4096, 'a'), longer(4097, 'b');
   root.Run({"-testhook", "-client", full, "-policy", longer});
   log = root.DebugLogMessages();
-  EXPECT_EQ(log[log.size() - 2], "<2> cyclectl: cyclectl -testhook -client " + full +
-                                     " -policy " + longer.substr(0, 4096) + "...[4097 bytes] ");
+  EXPECT_EQ(log[log.size() - 2], "<2> cyclectl: cyclectl -testhook -client " + full + " -policy " +
+                                     longer.substr(0, 4096) + "...[4097 bytes] ");
 }
 
 TEST(StartupTest, WithoutTheAdminLogDirectoryTheRunLogsNothing) {
@@ -239,7 +238,8 @@ TEST(StartupTest, SecondLanguageCatalog) {
   root.RemoveConfig("MASTER_SERVER");
   e2e::RunOptions german;
   german.env = {"LC_ALL=de_DE.UTF-8"};
-  EXPECT_EQ(root.Run({"list"}, "", german).err, "cyclectl: kein Eintrag für den Master-Server gefunden\n");
+  EXPECT_EQ(root.Run({"list"}, "", german).err,
+            "cyclectl: kein Eintrag für den Master-Server gefunden\n");
   // Through LANG as well; an id the catalog lacks prints its English text.
   root.WriteFile("etc/stashwell.conf", root.ReadFile("etc/stashwell.conf") + "MASTER_SERVER =\n");
   e2e::RunOptions lang;

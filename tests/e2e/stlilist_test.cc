@@ -19,13 +19,13 @@ class StlilistTest : public e2e::CatalogTest {
   std::string Image(const std::string& client, long time, const std::string& slp, int state,
                     int version = 1) {
     return AddImage(client, time,
-                    "StorageServiceName = '" + slp + "', StorageServiceState = " +
-                        std::to_string(state & 7) + ", StorageServiceIsInactive = " +
-                        std::to_string(state >> 3) + ", StorageServiceVersionNumber = " +
-                        std::to_string(version));
+                    "StorageServiceName = '" + slp +
+                        "', StorageServiceState = " + std::to_string(state & 7) +
+                        ", StorageServiceIsInactive = " + std::to_string(state >> 3) +
+                        ", StorageServiceVersionNumber = " + std::to_string(version));
   }
-  std::string Copy(const std::string& image, int number, const std::string& residence,
-                   int state, int type) {
+  std::string Copy(const std::string& image, int number, const std::string& residence, int state,
+                   int type) {
     return AddCopy(image, number,
                    "Residence = '" + residence + "', CopyState = " + std::to_string(state) +
                        ", CopyType = " + std::to_string(type));
@@ -37,14 +37,14 @@ class StlilistLinesTest : public StlilistTest {
  protected:
   void SetUp() override {
     std::string a = Image("alpha", 1000, "slp1", 2);
-    Copy(a, 1, "disk1", 3, 0);    // JOBCOMPLETE: not listed
-    Copy(a, 2, "tape1", 2, 1);    // IN_PROCESS
-    Copy(a, 3, "", 15, 9);        // last names of both tables, empty residence
+    Copy(a, 1, "disk1", 3, 0);  // JOBCOMPLETE: not listed
+    Copy(a, 2, "tape1", 2, 1);  // IN_PROCESS
+    Copy(a, 3, "", 15, 9);      // last names of both tables, empty residence
     std::string b = Image("beta", 2000, "slp2", 9);
-    Copy(b, 1, "disk1", 5, 0);    // COPYCOMPLETE: image line only
+    Copy(b, 1, "disk1", 5, 0);        // COPYCOMPLETE: image line only
     Image("gamma", 3000, "slp1", 1);  // no copies: nothing
     std::string d = Image("delta", 4000, "slp1", 15);
-    Copy(d, 1, "disk1", 16, 10);  // just past both tables
+    Copy(d, 1, "disk1", 16, 10);                          // just past both tables
     Copy(AddImage("unmanaged", 5000), 1, "disk1", 1, 0);  // no SLP: never listed
   }
 };
@@ -97,16 +97,16 @@ TEST_F(StlilistTest, BatchesOfAHundredImages) {
   // 100 images fill the first batch exactly; 101 need a second one.
   std::string sql;
   for (int i = 0; i < 101; ++i) {
-    sql += "INSERT INTO DBM_Image (MasterServerKey, ClientMachineName, BackupTime,"
-           " StorageServiceName, StorageServiceState) VALUES (1, 'c', " +
-           std::to_string(1000 + i) + ", 'slp1', 2);"
-           "INSERT INTO DBM_ImageCopy (ImageKey, CopyNumber, Residence, CopyState)"
-           " SELECT max(ImageKey), 1, 'disk1', 1 FROM DBM_Image;";
+    sql +=
+        "INSERT INTO DBM_Image (MasterServerKey, ClientMachineName, BackupTime,"
+        " StorageServiceName, StorageServiceState) VALUES (1, 'c', " +
+        std::to_string(1000 + i) +
+        ", 'slp1', 2);"
+        "INSERT INTO DBM_ImageCopy (ImageKey, CopyNumber, Residence, CopyState)"
+        " SELECT max(ImageKey), 1, 'disk1', 1 FROM DBM_Image;";
   }
   root_.Sql(sql);
-  auto lines = [](const e2e::Result& r) {
-    return std::count(r.out.begin(), r.out.end(), '\n');
-  };
+  auto lines = [](const e2e::Result& r) { return std::count(r.out.begin(), r.out.end(), '\n'); };
   e2e::Result r = Run({});
   EXPECT_EQ(202, lines(r));
   root_.Sql("DELETE FROM DBM_Image WHERE BackupTime = 1100;");

@@ -56,9 +56,9 @@ TEST_F(SubsystemControlTest, DumpPrintsTheLinesOrOnlyTheStatus) {
       {"status": 0, "dumpLines": []}]})");
   EXPECT_EQ(Run({"dump", "-subsys", "im", "-df", "J", "-dopts", "verbose=2 x"}),
             (e2e::Result{"{\n  \"a\": 1\n}\n", "", 0}));
-  EXPECT_EQ(Run({"dump", "-subsys", "em", "-df", "l"}),
-            (e2e::Result{"", "error 133 (the request is not valid) returned by 'dump' operation\n",
-                         0}));
+  EXPECT_EQ(
+      Run({"dump", "-subsys", "em", "-df", "l"}),
+      (e2e::Result{"", "error 133 (the request is not valid) returned by 'dump' operation\n", 0}));
   EXPECT_EQ(Run({"dump"}), (e2e::Result{"", "", 0}));
   EXPECT_EQ(Calls(), (std::vector<std::string>{
                          "Dssvc.SubSystemDump(SUBSYSTEM_ID_IMAGE_MGR, DUMPFORM_JSON, "

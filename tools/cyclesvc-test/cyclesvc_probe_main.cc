@@ -62,8 +62,7 @@ int DeletionDone(int count, char** args) {
   if (count != 1) return 2;
   ExpMgrSVC::ExpMgr_var manager = ConnectToExpirationManager();
   if (CORBA::is_nil(manager)) return 0;
-  CORBA::Long status =
-      RunRemote("cyclesvc", [&] { return manager->DeletionDone(atoi(args[0])); });
+  CORBA::Long status = RunRemote("cyclesvc", [&] { return manager->DeletionDone(atoi(args[0])); });
   printf("status %d\n", static_cast<int>(status));
   return 0;
 }
@@ -83,8 +82,8 @@ int Stype(int count, char** ids) {
 int Legacy(int count, char** args) {
   if (count % 4 != 0) return 2;
   for (int i = 0; i < count; i += 4) {
-    std::string id = LegacyToMediaId(static_cast<short>(atoi(args[i])), args[i + 1],
-                                     args[i + 2], args[i + 3]);
+    std::string id =
+        LegacyToMediaId(static_cast<short>(atoi(args[i])), args[i + 1], args[i + 2], args[i + 3]);
     if (id.empty()) {
       printf("%s -> \n", args[i + 1]);
     } else {
@@ -126,9 +125,8 @@ struct Step {
 };
 
 const Step kSteps[] = {
-    {"start", Start},   {"dump", Dump},     {"deletedone", DeletionDone},
-    {"ping", Ping},     {"stype", Stype},   {"legacy", Legacy},
-    {"runtime-error", RuntimeError}, {"roundtrip", RoundTrip},
+    {"start", Start}, {"dump", Dump},     {"deletedone", DeletionDone},    {"ping", Ping},
+    {"stype", Stype}, {"legacy", Legacy}, {"runtime-error", RuntimeError}, {"roundtrip", RoundTrip},
 };
 
 const Step* FindStep(const char* name) {

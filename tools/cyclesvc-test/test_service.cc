@@ -81,8 +81,7 @@ int FreeLoopbackPort() {
   return port;
 }
 
-bool SetConfigValue(const std::string& confPath, const std::string& key,
-                    const std::string& value) {
+bool SetConfigValue(const std::string& confPath, const std::string& key, const std::string& value) {
   std::ifstream in(confPath);
   if (!in) return false;
   std::string text;

@@ -76,8 +76,8 @@ Framework::Message* MessageFromJson(json_t* object) {
   if (!json_is_object(object)) return nullptr;
   OBVFramework::Message* message = new OBVFramework::Message();
   FillBase(*message, object);
-  message->inserts(SequenceFromJson<Framework::MessageItemSeq>(
-      json_object_get(object, "inserts"), InsertFromJson));
+  message->inserts(SequenceFromJson<Framework::MessageItemSeq>(json_object_get(object, "inserts"),
+                                                               InsertFromJson));
   message->textId(static_cast<CORBA::Long>(Int(object, "textId")));
   message->timeStamp(Int(object, "timeStamp"));
   message->originatorId(static_cast<CORBA::Long>(Int(object, "originatorId")));

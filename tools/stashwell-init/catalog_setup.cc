@@ -52,13 +52,13 @@ bool PostgresSchema(CatalogDb& db, const std::string& display, bool replace, std
   } else if (machines == 0 && !replace) {
     ddl->clear();
   } else if (replace) {
-    *ddl = std::string("SET LOCAL client_min_messages = warning;"
-                       "DROP SCHEMA IF EXISTS EMM_Main, DBM_Main, SLP_MAIN CASCADE;") +
+    *ddl = std::string(
+               "SET LOCAL client_min_messages = warning;"
+               "DROP SCHEMA IF EXISTS EMM_Main, DBM_Main, SLP_MAIN CASCADE;") +
            kCatalogSchemaPostgresSql;
   } else {
     *error = "the database " + display + " already holds a catalog" +
-             (machines > 0 ? "" : " schema that is not complete") +
-             "; use --force to replace it";
+             (machines > 0 ? "" : " schema that is not complete") + "; use --force to replace it";
     return false;
   }
   return true;
@@ -80,15 +80,22 @@ bool CreateCatalogDatabase(const sqldb::Location& where, const std::string& mast
   const std::string name = CatalogDb::Quote(master);
   std::string machines =
       "INSERT INTO EMM_Machine (ParentKey, MachinePrimaryName, MachineSwuType)"
-      " VALUES (0, " + name + ", 3);"
-      "UPDATE EMM_Machine SET ParentKey = MachineKey WHERE MachinePrimaryName = " + name + ";";
+      " VALUES (0, " +
+      name +
+      ", 3);"
+      "UPDATE EMM_Machine SET ParentKey = MachineKey WHERE MachinePrimaryName = " +
+      name + ";";
   std::vector<std::string> aliases = {master};
   const std::string::size_type dot = master.find('.');
   if (dot != std::string::npos && dot > 0) aliases.push_back(master.substr(0, dot));
   for (const std::string& alias : aliases) {
-    machines += "INSERT INTO EMM_MachineAlias (MachineKey, MachineAliasName, MachineSwuType)"
-                " SELECT MachineKey, " + CatalogDb::Quote(alias) + ", 3 FROM EMM_Machine"
-                " WHERE MachinePrimaryName = " + name + ";";
+    machines +=
+        "INSERT INTO EMM_MachineAlias (MachineKey, MachineAliasName, MachineSwuType)"
+        " SELECT MachineKey, " +
+        CatalogDb::Quote(alias) +
+        ", 3 FROM EMM_Machine"
+        " WHERE MachinePrimaryName = " +
+        name + ";";
   }
   return db.Exec("BEGIN;" + ddl + machines +
                      "INSERT INTO EMM_Parameter (Name, Value) VALUES ('PolicyCategory', 0);"

@@ -86,7 +86,8 @@ TEST(CatalogSetup, CreatesSchemaAndThisMaster) {
   TempDir dir;
   const std::string path = dir.File("catalog.db");
   std::string error;
-  ASSERT_TRUE(CreateCatalogDatabase(CatalogFile(path), "master1.example.com", false, &error)) << error;
+  ASSERT_TRUE(CreateCatalogDatabase(CatalogFile(path), "master1.example.com", false, &error))
+      << error;
   EXPECT_FALSE(CreateCatalogDatabase(CatalogFile(path), "master1.example.com", false, &error));
   EXPECT_NE(std::string::npos, error.find(path)) << error;
 
@@ -100,7 +101,8 @@ TEST(CatalogSetup, CreatesSchemaAndThisMaster) {
   EXPECT_EQ(0, db_get_Policy_Category());
   emmlib_terminate(&cid);
 
-  EXPECT_FALSE(CreateCatalogDatabase(CatalogFile(dir.File("missing/dir/catalog.db")), "m", false, &error));
+  EXPECT_FALSE(
+      CreateCatalogDatabase(CatalogFile(dir.File("missing/dir/catalog.db")), "m", false, &error));
 }
 
 TEST(DemoCatalog, SameSeedAndTimeSameCatalog) {
@@ -113,7 +115,8 @@ TEST(DemoCatalog, SameSeedAndTimeSameCatalog) {
   uint64_t sums[4];
   for (int i = 0; i < 4; ++i) {
     const std::string path = dir.File("c" + std::to_string(i) + ".db");
-    ASSERT_TRUE(CreateCatalogDatabase(CatalogFile(path), "master1.example.com", false, &error)) << error;
+    ASSERT_TRUE(CreateCatalogDatabase(CatalogFile(path), "master1.example.com", false, &error))
+        << error;
     ASSERT_TRUE(FillDemoCatalog(CatalogFile(path), "master1.example.com", 1500, cases[i].seed,
                                 cases[i].now, &error))
         << error;
@@ -128,7 +131,8 @@ TEST(DemoCatalog, CoversWhatTheReportsShow) {
   TempDir dir;
   const std::string path = dir.File("catalog.db");
   std::string error;
-  ASSERT_TRUE(CreateCatalogDatabase(CatalogFile(path), "master1.example.com", false, &error)) << error;
+  ASSERT_TRUE(CreateCatalogDatabase(CatalogFile(path), "master1.example.com", false, &error))
+      << error;
   const int64_t now = time(nullptr);
   EXPECT_FALSE(FillDemoCatalog(CatalogFile(path), "nobody.example.com", 10, 1, now, &error));
   EXPECT_NE(std::string::npos, error.find("nobody.example.com")) << error;

@@ -5,9 +5,9 @@
 #include <string>
 #include <vector>
 
+#include "tools/stashwell-init/catalog_db.h"
 #include "tools/stashwell-init/catalog_setup.h"
 #include "tools/stashwell-init/demo_writer.h"
-#include "tools/stashwell-init/catalog_db.h"
 
 namespace demo {
 
@@ -16,8 +16,8 @@ void Insert::Prepare(const char* table, const char* columns, const char* keyColu
   table_ = table;
   keyed_ = keyColumn != nullptr;
   if (keyed_) {
-    const std::unique_ptr<sqldb::Statement> largest = db_->Prepare(
-        std::string("SELECT COALESCE(MAX(") + keyColumn + "), 0) FROM " + table);
+    const std::unique_ptr<sqldb::Statement> largest =
+        db_->Prepare(std::string("SELECT COALESCE(MAX(") + keyColumn + "), 0) FROM " + table);
     key_ = largest && largest->Step() == sqldb::Code::kRow ? largest->CurrentRow().Int64(0) : 0;
   }
   rows_ = db_->Bulk(table, keyed_ ? (std::string(keyColumn) + ", " + columns).c_str() : columns);
@@ -119,8 +119,11 @@ void DemoWriter::WriteDefinitions() {
   classification.Prepare("EMM_DataClassification", "ClassificationID, Name, Rank, Description");
   for (int i = 0; i < kClassificationCount; ++i) {
     const Classification& c = kClassifications[i];
-    classification.Text(c.id).Text(c.name).Int(c.rank)
-        .Text(std::string(c.name) + " protection level").Run();
+    classification.Text(c.id)
+        .Text(c.name)
+        .Int(c.rank)
+        .Text(std::string(c.name) + " protection level")
+        .Run();
   }
   Insert slp(db_, &error_);
   slp.Prepare("SLP_StorageService",
@@ -144,8 +147,15 @@ void DemoWriter::WriteDefinitions() {
       const int64_t key = slp.LastKey();
       for (int o = 0; o < s->operationCount; ++o) {
         const Operation& op = s->operations[o];
-        operation.Int(key).Int(o + 1).Int(o == 0 ? 0 : 1).Int(op.copyType).Text(op.destination)
-            .Text(op.targetDomain).Int(op.retentionType).Int(op.retentionDays / 30).Run();
+        operation.Int(key)
+            .Int(o + 1)
+            .Int(o == 0 ? 0 : 1)
+            .Int(op.copyType)
+            .Text(op.destination)
+            .Text(op.targetDomain)
+            .Int(op.retentionType)
+            .Int(op.retentionDays / 30)
+            .Run();
       }
     }
   }
@@ -173,26 +183,49 @@ void DemoWriter::WriteWorkGroups() {
     const StorageUnit* source = FindStorageUnit(slp.operations[0].destination);
     const Client& client = clients_[random_.Below(static_cast<int64_t>(clients_.size()))];
     const char* remote = kRemoteMasters[i % kRemoteMasterCount];
-    group.Int(id).Int(random_.Below(2)).Text(slp.name).Int(1 + random_.Below(slp.versions)).Int(1)
-        .Int(random_.Percent(10) ? 1 : 0).Int(1).Int(source->mediaType).Int(source->mediaSubType)
+    group.Int(id)
+        .Int(random_.Below(2))
+        .Text(slp.name)
+        .Int(1 + random_.Below(slp.versions))
+        .Int(1)
+        .Int(random_.Percent(10) ? 1 : 0)
+        .Int(1)
+        .Int(source->mediaType)
+        .Int(source->mediaSubType)
         .Text(random_.Percent(30) ? "ms2.example.com" : "")
         .Text(source->mediaType == 0 ? "DedupeStore" : "")
-        .Text(source->storageServer).Text("").Text(source->mediaPrefix)
-        .Int(random_.Below(2)).Int(0).Int(random_.Below(100)).Int(1 + random_.Below(2))
-        .Text(client.kind->policy).Text(random_.Percent(25) ? "Full" : "Incr")
-        .Int(random_.Percent(25) ? 0 : 1).Text(kWindowOptions[random_.Below(3)])
-        .Text(crossMaster ? remote : "").Text(crossMaster ? "remote1-dd.example.com" : "")
+        .Text(source->storageServer)
+        .Text("")
+        .Text(source->mediaPrefix)
+        .Int(random_.Below(2))
+        .Int(0)
+        .Int(random_.Below(100))
+        .Int(1 + random_.Below(2))
+        .Text(client.kind->policy)
+        .Text(random_.Percent(25) ? "Full" : "Incr")
+        .Int(random_.Percent(25) ? 0 : 1)
+        .Text(kWindowOptions[random_.Below(3)])
+        .Text(crossMaster ? remote : "")
+        .Text(crossMaster ? "remote1-dd.example.com" : "")
         .Text(crossMaster ? "remote_pool_vol1" : "")
-        .Text(crossMaster ? kImportSlp.name : "").Int(262144)
-        .Int(windowEnd_ - random_.Below(7 * kDay)).Run();
+        .Text(crossMaster ? kImportSlp.name : "")
+        .Int(262144)
+        .Int(windowEnd_ - random_.Below(7 * kDay))
+        .Run();
     const int64_t key = group.LastKey();
     // The first work group has no target copy, the second has three.
     const int targets = i == 0 ? 0 : i == 1 ? 3 : static_cast<int>(random_.Between(1, 2));
     for (int t = 0; t < targets; ++t) {
       const Operation& op = slp.operations[(t + 1) % slp.operationCount];
-      target.Int(key).Int(2 + t).Int(2 + t).Int(random_.Below(8)).Int(random_.Below(25))
-          .Text(op.destination).Text(random_.Percent(50) ? "stash_pool" : "dr_pool")
-          .Text(random_.Percent(30) ? "ms_group1" : "").Text(random_.Percent(20) ? "dr-tag" : "")
+      target.Int(key)
+          .Int(2 + t)
+          .Int(2 + t)
+          .Int(random_.Below(8))
+          .Int(random_.Below(25))
+          .Text(op.destination)
+          .Text(random_.Percent(50) ? "stash_pool" : "dr_pool")
+          .Text(random_.Percent(30) ? "ms_group1" : "")
+          .Text(random_.Percent(20) ? "dr-tag" : "")
           .Run();
     }
   }
@@ -222,9 +255,15 @@ void DemoWriter::WriteNotifications() {
     const int64_t backupTime = windowEnd_ - random_.Below(kWindowSeconds);
     const std::string guid = MasterGuid(remote);
     in.Text(clients_[random_.Below(static_cast<int64_t>(clients_.size()))].name)
-        .Int(backupTime).Int(1 + random_.Below(5000000)).Int(type).Text(kRemoteMasters[remote])
-        .Blob(guid.data(), 16).Int(910000).Int(type == 3 ? err.code : 0)
-        .Text(type == 3 ? err.text : "").Int(backupTime + random_.Between(600, 7200))
+        .Int(backupTime)
+        .Int(1 + random_.Below(5000000))
+        .Int(type)
+        .Text(kRemoteMasters[remote])
+        .Blob(guid.data(), 16)
+        .Int(910000)
+        .Int(type == 3 ? err.code : 0)
+        .Text(type == 3 ? err.text : "")
+        .Int(backupTime + random_.Between(600, 7200))
         .Run();
   }
   for (int i = 0; i < count; ++i) {
@@ -234,10 +273,16 @@ void DemoWriter::WriteNotifications() {
     const int retries = static_cast<int>(random_.Below(6));
     const int64_t created = backupTime + random_.Between(600, 7200);
     out.Text(clients_[random_.Below(static_cast<int64_t>(clients_.size()))].name)
-        .Int(backupTime).Int(1 + random_.Below(5000000)).Int(type)
-        .Text(kRemoteMasters[i % kRemoteMasterCount]).Int(type == 3 ? err.code : 0)
-        .Text(type == 3 ? err.text : "").Int(retries)
-        .Int(created + retries * 1800).Int(created).Run();
+        .Int(backupTime)
+        .Int(1 + random_.Below(5000000))
+        .Int(type)
+        .Text(kRemoteMasters[i % kRemoteMasterCount])
+        .Int(type == 3 ? err.code : 0)
+        .Text(type == 3 ? err.text : "")
+        .Int(retries)
+        .Int(created + retries * 1800)
+        .Int(created)
+        .Run();
   }
 }
 
@@ -249,11 +294,18 @@ void DemoWriter::WriteDeletedFragments() {
   const int count = 3 + static_cast<int>(images_ / 200);
   for (int i = 0; i < count; ++i) {
     const StorageUnit& unit = kStorageUnits[random_.Below(3)];  // the disk units
-    deleted.Int(masterKey_).Text(RandomBackupId()).Int(1 + random_.Below(2))
-        .Int(1 + random_.Below(2)).Text(unit.mediaPrefix).Text(unit.mediaServer)
-        .Text(unit.storageServer).Int(unit.mediaType).Int(unit.mediaSubType)
+    deleted.Int(masterKey_)
+        .Text(RandomBackupId())
+        .Int(1 + random_.Below(2))
+        .Int(1 + random_.Below(2))
+        .Text(unit.mediaPrefix)
+        .Text(unit.mediaServer)
+        .Text(unit.storageServer)
+        .Int(unit.mediaType)
+        .Int(unit.mediaSubType)
         .Int(random_.Between(1 << 20, 1ll << 36))
-        .Int(windowEnd_ - random_.Below(kWindowSeconds)).Run();
+        .Int(windowEnd_ - random_.Below(kWindowSeconds))
+        .Run();
   }
 }
 
@@ -266,11 +318,19 @@ void DemoWriter::WritePendingImports() {
   const int count = 4 + static_cast<int>(images_ / 1000);
   for (int i = 0; i < count; ++i) {
     const std::string backupId = RandomBackupId();
-    pending.Text(backupId).Int(1).Text("ms1.example.com").Text("remote_import_lsu1")
-        .Text("dd1.example.com").Text("DedupeStore").Text("dd1_pool1_vol1")
-        .Text(backupId + "_C1_F1").Text(kRemoteMasters[i % kRemoteMasterCount])
-        .Text(kImportSlp.name).Int(i % 6)
-        .Int(windowEnd_ - random_.Below(kWindowSeconds)).Run();
+    pending.Text(backupId)
+        .Int(1)
+        .Text("ms1.example.com")
+        .Text("remote_import_lsu1")
+        .Text("dd1.example.com")
+        .Text("DedupeStore")
+        .Text("dd1_pool1_vol1")
+        .Text(backupId + "_C1_F1")
+        .Text(kRemoteMasters[i % kRemoteMasterCount])
+        .Text(kImportSlp.name)
+        .Int(i % 6)
+        .Int(windowEnd_ - random_.Below(kWindowSeconds))
+        .Run();
   }
 }
 
@@ -300,9 +360,9 @@ const char kBulkIndexes[] =
 // The key of the master server `master` in the catalog; -1 when it is not
 // recorded.
 int64_t MasterKey(sqldb::Database* db, const std::string& master) {
-  const std::unique_ptr<sqldb::Statement> lookup =
-      db->Prepare("SELECT MachineKey FROM EMM_MachineAlias WHERE MachineSwuType IN (3, 5)"
-                  " AND UPPER(MachineAliasName) = UPPER(?)");
+  const std::unique_ptr<sqldb::Statement> lookup = db->Prepare(
+      "SELECT MachineKey FROM EMM_MachineAlias WHERE MachineSwuType IN (3, 5)"
+      " AND UPPER(MachineAliasName) = UPPER(?)");
   if (!lookup || lookup->BindText(1, master) != sqldb::Code::kOk ||
       lookup->Step() != sqldb::Code::kRow) {
     return -1;
@@ -335,8 +395,7 @@ bool FillDemoCatalog(const sqldb::Location& where, const std::string& master, lo
   if (!db.Open(where, /*create=*/false, error)) return false;
   const int64_t masterKey = MasterKey(db.get(), master);
   if (masterKey < 0) {
-    *error = "catalog database " + where.display + ": master server " + master +
-             " is not recorded";
+    *error = "catalog database " + where.display + ": master server " + master + " is not recorded";
     return false;
   }
   // The demo is written again from scratch after a failure: the file need

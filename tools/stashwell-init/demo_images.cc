@@ -33,8 +33,7 @@ bool IsReplica(int copyType) {
 // window's end, so that the catalog holds expired data both before and after
 // its time.
 int64_t TryToKeepTime(int64_t windowEnd, int64_t backupTime, int retentionDays) {
-  return backupTime % 2 == 0 ? windowEnd + 5 * 365 * kDay
-                             : backupTime + retentionDays * kDay / 2;
+  return backupTime % 2 == 0 ? windowEnd + 5 * 365 * kDay : backupTime + retentionDays * kDay / 2;
 }
 
 bool IsSnapshot(int copyType) {
@@ -44,9 +43,15 @@ bool IsSnapshot(int copyType) {
 // Whether a copy in `state` holds data on its storage unit.
 bool HasData(int state, Random& random) {
   switch (state) {
-    case 0: case 3: case 5: case 12: case 14: case 15:
+    case 0:
+    case 3:
+    case 5:
+    case 12:
+    case 14:
+    case 15:
       return true;
-    case 2: case 10:
+    case 2:
+    case 10:
       return random.Percent(30);
     default:
       return false;
@@ -188,22 +193,34 @@ void DemoWriter::WriteImage(int64_t backupTime, const Client& client) {
   const std::string guid = MasterGuid(remote);
   const bool started = kind == ImageKind::kInProcess || kind == ImageKind::kComplete ||
                        kind == ImageKind::kImported || kind == ImageKind::kDeleted;
-  image_.Int(masterKey_).Text(client.name).Int(backupTime).Text(client.kind->policy)
-      .Int(client.kind->clientType).Text(schedule->name).Int(schedule->type).Int(backupTime)
-      .Int(copies).Int(1).Int(random_.Below(4));
+  image_.Int(masterKey_)
+      .Text(client.name)
+      .Int(backupTime)
+      .Text(client.kind->policy)
+      .Int(client.kind->clientType)
+      .Text(schedule->name)
+      .Int(schedule->type)
+      .Int(backupTime)
+      .Int(copies)
+      .Int(1)
+      .Int(random_.Below(4));
   if (fromRemote) {
     image_.Text(kRemoteMasters[remote]).Blob(guid.data(), 16);
   } else {
     image_.Text("").Null();
   }
-  image_.Text(slp != nullptr ? slp->name : "").Int(share->state).Int(share->inactive ? 1 : 0)
+  image_.Text(slp != nullptr ? slp->name : "")
+      .Int(share->state)
+      .Int(share->inactive ? 1 : 0)
       .Int(slp != nullptr ? 1 + random_.Below(slp->versions) : 0)
       .Int(started ? backupTime + random_.Between(60, 7200) : 0)
       .Text(slp != nullptr ? slp->classification : "")
       .Int(random_.Percent(10) ? backupTime + 365 * kDay : 0)
       .Int(kind == ImageKind::kImported ? backupTime + random_.Between(600, 86400) : 0)
-      .Int(operationsMask).Int(++lastJobId_)
-      .Int(backupTime + random_.Between(30, 900)).Run();
+      .Int(operationsMask)
+      .Int(++lastJobId_)
+      .Int(backupTime + random_.Between(30, 900))
+      .Run();
   const int64_t imageKey = image_.LastKey();
   for (int k = 0; k < copies; ++k) {
     WriteCopy(imageKey, backupTime, client, k + 1, operations[k], states[k], size,
@@ -221,16 +238,29 @@ int64_t DemoWriter::WriteCopy(int64_t imageKey, int64_t backupTime, const Client
   const int64_t expire = backupTime + op.retentionDays * kDay;
   const int retries = working || state == 7 ? static_cast<int>(random_.Below(4)) : 0;
   const bool snapshot = IsSnapshot(op.copyType);
-  copy_.Int(imageKey).Int(number).Int(managed ? number : 0).Int(managed && number > 1 ? 1 : 0)
-      .Int(op.copyType).Int(expire).Int(done ? expire : 0)
+  copy_.Int(imageKey)
+      .Int(number)
+      .Int(managed ? number : 0)
+      .Int(managed && number > 1 ? 1 : 0)
+      .Int(op.copyType)
+      .Int(expire)
+      .Int(done ? expire : 0)
       .Int(op.retentionType == 1 ? TryToKeepTime(windowEnd_, backupTime, op.retentionDays) : 0)
-      .Text(op.destination).Int(state).Int(size).Int(done || working ? ++lastJobId_ : 0)
-      .Int(op.retentionType).Int(unit != nullptr && unit->mediaType == 2 ? random_.Below(2) : 0)
+      .Text(op.destination)
+      .Int(state)
+      .Int(size)
+      .Int(done || working ? ++lastJobId_ : 0)
+      .Int(op.retentionType)
+      .Int(unit != nullptr && unit->mediaType == 2 ? random_.Below(2) : 0)
       .Int(retries)
       .Int(retries > 0 || state == 14 ? backupTime + random_.Between(600, 2 * kDay) : 0)
-      .Text(op.targetDomain).Int(number > 1 ? 1 : 0).Int(IsReplica(op.copyType) ? 1 : 0)
-      .Int(snapshot ? 2 : client.kind->dataFormat).Int(random_.Percent(5) ? 1 : 0)
-      .Int(working && random_.Percent(60) ? 1 + random_.Below(workGroups_) : 0).Run();
+      .Text(op.targetDomain)
+      .Int(number > 1 ? 1 : 0)
+      .Int(IsReplica(op.copyType) ? 1 : 0)
+      .Int(snapshot ? 2 : client.kind->dataFormat)
+      .Int(random_.Percent(5) ? 1 : 0)
+      .Int(working && random_.Percent(60) ? 1 + random_.Below(workGroups_) : 0)
+      .Run();
   const int64_t copyKey = copy_.LastKey();
   if (unit != nullptr && HasData(state, random_)) {
     WriteFragments(copyKey, backupTime, client, number, *unit, op.copyType, size, deleted);
@@ -243,10 +273,10 @@ int64_t DemoWriter::WriteCopy(int64_t imageKey, int64_t backupTime, const Client
 }
 
 void DemoWriter::WriteFragments(int64_t copyKey, int64_t backupTime, const Client& client,
-                                int number, const StorageUnit& unit, int copyType,
-                                int64_t size, bool deleted) {
-  const int count = random_.Percent(25) ? static_cast<int>(random_.Between(1, unit.maxFragments))
-                                        : 1;
+                                int number, const StorageUnit& unit, int copyType, int64_t size,
+                                bool deleted) {
+  const int count =
+      random_.Percent(25) ? static_cast<int>(random_.Between(1, unit.maxFragments)) : 1;
   char mediaId[64];
   for (int f = 1; f <= count; ++f) {
     if (strchr(unit.mediaPrefix, '%') != nullptr) {
@@ -267,12 +297,23 @@ void DemoWriter::WriteFragments(int64_t copyKey, int64_t backupTime, const Clien
     }
     const bool tape = unit.mediaType == 2;
     const int64_t part = f < count ? size / count : size - (size / count) * (count - 1);
-    fragment_.Int(copyKey).Int(f).Int(random_.Percent(2) ? 1 : 0).Text(mediaId)
-        .Text(unit.mediaServer).Text(unit.storageServer).Int(unit.mediaType)
-        .Int(unit.mediaSubType).Int(state).Int(part).Int(tape ? 1 : 0)
-        .Text(tape ? "" : client.name + "_" + std::to_string(backupTime) + "_C" +
-                              std::to_string(number) + "_F" + std::to_string(f) + ".img")
-        .Text(IsSnapshot(copyType) ? "mount1.example.com" : "").Text(unit.description).Run();
+    fragment_.Int(copyKey)
+        .Int(f)
+        .Int(random_.Percent(2) ? 1 : 0)
+        .Text(mediaId)
+        .Text(unit.mediaServer)
+        .Text(unit.storageServer)
+        .Int(unit.mediaType)
+        .Int(unit.mediaSubType)
+        .Int(state)
+        .Int(part)
+        .Int(tape ? 1 : 0)
+        .Text(tape ? ""
+                   : client.name + "_" + std::to_string(backupTime) + "_C" +
+                         std::to_string(number) + "_F" + std::to_string(f) + ".img")
+        .Text(IsSnapshot(copyType) ? "mount1.example.com" : "")
+        .Text(unit.description)
+        .Run();
   }
 }
 
@@ -281,29 +322,38 @@ void DemoWriter::WriteSnapshots(int64_t copyKey, int64_t backupTime, const Clien
   const int count = random_.Percent(30) ? 2 : 1;
   const std::string host = client.name.substr(0, client.name.find('.'));
   for (int s = 1; s <= count; ++s) {
-    snapshot_.Int(copyKey).Text(unit.storageServer)
+    snapshot_.Int(copyKey)
+        .Text(unit.storageServer)
         .Text(strncmp(unit.name, "cloud", 5) == 0 ? "CloudProvider" : "ArrayType_NAS")
-        .Text("vol_" + host).Text(std::string(unit.mediaPrefix) + std::to_string(s))
+        .Text("vol_" + host)
+        .Text(std::string(unit.mediaPrefix) + std::to_string(s))
         .Text("snap_" + host + "_" + std::to_string(backupTime) + "_" + std::to_string(s))
-        .Int(deleted ? 0 : 1).Run();
+        .Int(deleted ? 0 : 1)
+        .Run();
   }
 }
 
 void DemoWriter::WriteTargets(int64_t copyKey, int copyType) {
   if (copyType != REPLICATE_TO_REMOTE) {
-    target_.Int(copyKey).Int(machineKeys_["dd-dr.example.com"]).Text("dd_dr_pool_vol1").Text("")
-        .Int(windowEnd_ - random_.Below(kWindowSeconds)).Run();
+    target_.Int(copyKey)
+        .Int(machineKeys_["dd-dr.example.com"])
+        .Text("dd_dr_pool_vol1")
+        .Text("")
+        .Int(windowEnd_ - random_.Below(kWindowSeconds))
+        .Run();
     return;
   }
   const int count = random_.Percent(20) ? 2 : 1;
   for (int r = 0; r < count; ++r) {
     const int remote = (static_cast<int>(copyKey) + r) % kRemoteMasterCount;
     const std::string machine = remote == 0 ? "remote1-dd.example.com" : "remote2-dd.example.com";
-    target_.Int(copyKey).Int(machineKeys_[machine])
+    target_.Int(copyKey)
+        .Int(machineKeys_[machine])
         .Text("remote" + std::to_string(remote + 1) + "_dd_pool_vol" +
               std::to_string(1 + random_.Below(3)))
         .Text(kRemoteMasters[remote])
-        .Int(windowEnd_ - random_.Below(kWindowSeconds)).Run();
+        .Int(windowEnd_ - random_.Below(kWindowSeconds))
+        .Run();
   }
 }
 

@@ -35,29 +35,64 @@ const StorageUnit* FindStorageUnit(const char* name) {
 constexpr const char kRemote[] = "*Remote*Master*";
 
 const Slp kSlps[] = {
-    {"Gold_Disk_Then_Tape", "2C5E7A10-0001-4B6E-9A11-5F0C0D1E0001", 3, 1 << 1, 30, 2,
+    {"Gold_Disk_Then_Tape",
+     "2C5E7A10-0001-4B6E-9A11-5F0C0D1E0001",
+     3,
+     1 << 1,
+     30,
+     2,
      {{BACKUP, "dedup_stu_1", "", 0, 30}, {DUPLICATE, "tape_stu_lib1", "", 0, 365}}},
-    {"Silver_Dedup_Replicate", "2C5E7A10-0002-4B6E-9A11-5F0C0D1E0002", 2, 0, 20, 2,
-     {{BACKUP, "dedup_stu_1", "", 1, 14}, {REPLICATE_TO_REMOTE, kRemote, "remote1.example.com", 3, 60}}},
-    {"Snapshot_Protect", "2C5E7A10-0001-4B6E-9A11-5F0C0D1E0001", 2, 0, 10, 3,
+    {"Silver_Dedup_Replicate",
+     "2C5E7A10-0002-4B6E-9A11-5F0C0D1E0002",
+     2,
+     0,
+     20,
+     2,
+     {{BACKUP, "dedup_stu_1", "", 1, 14},
+      {REPLICATE_TO_REMOTE, kRemote, "remote1.example.com", 3, 60}}},
+    {"Snapshot_Protect",
+     "2C5E7A10-0001-4B6E-9A11-5F0C0D1E0001",
+     2,
+     0,
+     10,
+     3,
      {{SNAPSHOT, "snap_stu_array1", "", 2, 7},
       {INDEX_FROM_SNAPSHOT, "snap_stu_array1", "", 0, 7},
       {BACKUP_FROM_SNAPSHOT, "dedup_stu_2", "", 0, 60}}},
-    {"Bronze_Disk_Replica", "2C5E7A10-0004-4B6E-9A11-5F0C0D1E0004", 2, 1 << 2, 20, 2,
+    {"Bronze_Disk_Replica",
+     "2C5E7A10-0004-4B6E-9A11-5F0C0D1E0004",
+     2,
+     1 << 2,
+     20,
+     2,
      {{BACKUP, "plain_disk_stu", "", 1, 14}, {REPLICATION, "dedup_stu_dr", "", 0, 30}}},
-    {"Long_Term_Retention_Archive_To_Cloud_Tier_Storage", "2C5E7A10-0003-4B6E-9A11-5F0C0D1E0003",
-     1, 0, 12, 3,
+    {"Long_Term_Retention_Archive_To_Cloud_Tier_Storage",
+     "2C5E7A10-0003-4B6E-9A11-5F0C0D1E0003",
+     1,
+     0,
+     12,
+     3,
      {{BACKUP, "dedup_stu_1", "", 0, 30},
       {DUPLICATE, "cloud_stu_1", "", 0, 2555},
       {DUPLICATE, "tape_stu_lib2", "", 5, 3650}}},
-    {"Cloud_Snapshot_Rotation", "2C5E7A10-0004-4B6E-9A11-5F0C0D1E0004", 1, 0, 8, 3,
+    {"Cloud_Snapshot_Rotation",
+     "2C5E7A10-0004-4B6E-9A11-5F0C0D1E0004",
+     1,
+     0,
+     8,
+     3,
      {{SNAPSHOT, "cloud_snap_stu", "", 4, 3},
       {CLOUD_SNAPSHOT_REPLICATION, "cloud_snap_stu", "", 4, 14},
       {CLOUD_SNAPSHOT_INDEX, "cloud_snap_stu", "", 0, 14}}},
 };
 const int kSlpCount = sizeof kSlps / sizeof kSlps[0];
 
-const Slp kImportSlp = {"Import_From_Remote1", "2C5E7A10-0002-4B6E-9A11-5F0C0D1E0002", 1, 0, 0, 1,
+const Slp kImportSlp = {"Import_From_Remote1",
+                        "2C5E7A10-0002-4B6E-9A11-5F0C0D1E0002",
+                        1,
+                        0,
+                        0,
+                        1,
                         {{IMPORT, "dedup_stu_1", "", 0, 30}}};
 
 const Classification kClassifications[] = {
@@ -70,9 +105,9 @@ const int kClassificationCount = sizeof kClassifications / sizeof kClassificatio
 
 // Sorted by prefix, so that client names sort in table order.
 const ClientKind kClientKinds[] = {
-    {"app", 40, 0, "Apps_Daily", 1},        {"db", 30, 13, "Oracle_DB_Hourly", 1},
-    {"exch", 8, 16, "Exchange_Mail", 1},    {"file", 20, 0, "FileServers_Weekly", 1},
-    {"nas", 6, 19, "NDMP_Filers", 3},       {"vm", 60, 29, "VMware_Guests", 1},
+    {"app", 40, 0, "Apps_Daily", 1},     {"db", 30, 13, "Oracle_DB_Hourly", 1},
+    {"exch", 8, 16, "Exchange_Mail", 1}, {"file", 20, 0, "FileServers_Weekly", 1},
+    {"nas", 6, 19, "NDMP_Filers", 3},    {"vm", 60, 29, "VMware_Guests", 1},
     {"web", 36, 0, "Web_Tier_Daily", 1},
 };
 const int kClientKindCount = sizeof kClientKinds / sizeof kClientKinds[0];
@@ -93,14 +128,10 @@ const char* const kRemoteMasters[] = {"remote1.example.com", "remote2.example.co
 const int kRemoteMasterCount = 2;
 
 const StateShare kStateShares[] = {
-    {150, ImageKind::kUnmanaged, 0, false},
-    {520, ImageKind::kComplete, 3, false},
-    {120, ImageKind::kInProcess, 2, false},
-    {80, ImageKind::kNotStarted, 1, false},
-    {30, ImageKind::kNotStarted, 1, true},
-    {30, ImageKind::kInProcess, 2, true},
-    {20, ImageKind::kDeleted, 4, false},
-    {30, ImageKind::kImported, 3, false},
+    {150, ImageKind::kUnmanaged, 0, false},    {520, ImageKind::kComplete, 3, false},
+    {120, ImageKind::kInProcess, 2, false},    {80, ImageKind::kNotStarted, 1, false},
+    {30, ImageKind::kNotStarted, 1, true},     {30, ImageKind::kInProcess, 2, true},
+    {20, ImageKind::kDeleted, 4, false},       {30, ImageKind::kImported, 3, false},
     {20, ImageKind::kPendingImport, 1, false},
 };
 const int kStateShareCount = sizeof kStateShares / sizeof kStateShares[0];

@@ -15,9 +15,18 @@ constexpr int64_t kWindowSeconds = 90 * 86400;
 constexpr int64_t kDay = 86400;
 
 // Copy types, copy states and image SLP states used by the tables.
-enum CopyType { BACKUP = 0, DUPLICATE = 1, SNAPSHOT = 2, REPLICATE_TO_REMOTE = 3, IMPORT = 4,
-                BACKUP_FROM_SNAPSHOT = 5, INDEX_FROM_SNAPSHOT = 6, REPLICATION = 7,
-                CLOUD_SNAPSHOT_REPLICATION = 8, CLOUD_SNAPSHOT_INDEX = 9 };
+enum CopyType {
+  BACKUP = 0,
+  DUPLICATE = 1,
+  SNAPSHOT = 2,
+  REPLICATE_TO_REMOTE = 3,
+  IMPORT = 4,
+  BACKUP_FROM_SNAPSHOT = 5,
+  INDEX_FROM_SNAPSHOT = 6,
+  REPLICATION = 7,
+  CLOUD_SNAPSHOT_REPLICATION = 8,
+  CLOUD_SNAPSHOT_INDEX = 9
+};
 
 // A storage unit: where the copies of an operation go and what their
 // fragments look like. Media ids are `mediaPrefix` and a number below
@@ -43,7 +52,7 @@ struct Operation {
   int copyType;
   const char* destination;  // a storage unit, or "*Remote*Master*"
   const char* targetDomain;
-  int retentionType;        // 0 fixed, 1 capacity managed, 2 expire after copy, ...
+  int retentionType;  // 0 fixed, 1 capacity managed, 2 expire after copy, ...
   int retentionDays;
 };
 
@@ -51,8 +60,8 @@ struct Slp {
   const char* name;
   const char* classification;  // a classification id
   int versions;
-  int inactiveVersions;        // bit v set: version v carries the inactive flag
-  int weight;                  // share of managed images
+  int inactiveVersions;  // bit v set: version v carries the inactive flag
+  int weight;            // share of managed images
   int operationCount;
   Operation operations[3];
 };
@@ -96,12 +105,19 @@ extern const int kRemoteMasterCount;
 
 // How images divide between SLP states (weights in per mille). `kind` tells
 // the generator which copy pattern to make.
-enum class ImageKind { kUnmanaged, kComplete, kInProcess, kNotStarted, kDeleted,
-                       kImported, kPendingImport };
+enum class ImageKind {
+  kUnmanaged,
+  kComplete,
+  kInProcess,
+  kNotStarted,
+  kDeleted,
+  kImported,
+  kPendingImport
+};
 struct StateShare {
   int perMille;
   ImageKind kind;
-  int state;      // SLP state without the inactive bit
+  int state;  // SLP state without the inactive bit
   bool inactive;
 };
 extern const StateShare kStateShares[];

@@ -58,8 +58,7 @@ class Insert {
 class DemoWriter {
  public:
   // `windowEnd`: end of the backup window, seconds since the epoch.
-  DemoWriter(sqldb::Database* db, int64_t masterKey, long images, unsigned seed,
-             int64_t windowEnd);
+  DemoWriter(sqldb::Database* db, int64_t masterKey, long images, unsigned seed, int64_t windowEnd);
   DemoWriter(const DemoWriter&) = delete;
   DemoWriter& operator=(const DemoWriter&) = delete;
 

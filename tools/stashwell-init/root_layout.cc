@@ -35,8 +35,7 @@ bool WriteFile(const fs::path& path, const std::string& text, std::string* error
 }
 
 // Copies the data folder `name` (msg or status) from the share directory.
-bool CopyData(const fs::path& share, const fs::path& target, const char* name,
-              std::string* error) {
+bool CopyData(const fs::path& share, const fs::path& target, const char* name, std::string* error) {
   std::error_code ec;
   fs::path from = share / name;
   if (!fs::is_directory(from, ec)) {
@@ -46,8 +45,8 @@ bool CopyData(const fs::path& share, const fs::path& target, const char* name,
   fs::copy(from, target / name, fs::copy_options::recursive | fs::copy_options::overwrite_existing,
            ec);
   if (ec) {
-    *error = "cannot copy " + from.string() + " to " + (target / name).string() + ": " +
-             ec.message();
+    *error =
+        "cannot copy " + from.string() + " to " + (target / name).string() + ": " + ec.message();
     return false;
   }
   return true;
@@ -59,10 +58,18 @@ std::string InitialConfigText(const RootOptions& o) {
   CatalogServer server;
   const bool onServer = !o.catalog.empty() && ParseCatalogUri(o.catalog, &server);
   return "# Stashwell master configuration (see docs/configuration.md)\n"
-         "EMM_SERVER = " + o.emmServer + "\n"
-         "EMM_PORT = " + std::to_string(onServer ? server.port : 1556) + "\n"
-         "EMM_CATALOG = " + (o.catalog.empty() ? "db/catalog.db" : o.catalog) + "\n"
-         "MASTER_SERVER = " + o.master + "\n"
+         "EMM_SERVER = " +
+         o.emmServer +
+         "\n"
+         "EMM_PORT = " +
+         std::to_string(onServer ? server.port : 1556) +
+         "\n"
+         "EMM_CATALOG = " +
+         (o.catalog.empty() ? "db/catalog.db" : o.catalog) +
+         "\n"
+         "MASTER_SERVER = " +
+         o.master +
+         "\n"
          "IMPORT_CONF_THRESHOLD = 1 HOURS\n"
          "USE_QZSS = AUTOMATIC\n"
          "VERBOSE = 0\n"
@@ -83,8 +90,7 @@ bool LayOutRoot(const RootOptions& o, std::string* error) {
   for (const char* dir : {"", "etc", "db", "share", "logs"})
     if (!MakeDirectory(root / dir, error)) return false;
   if (o.withAdminLog && !MakeDirectory(root / "logs" / "admin", error)) return false;
-  if (!WriteFile(root / "etc" / "stashwell.conf", InitialConfigText(o), error))
-    return false;
+  if (!WriteFile(root / "etc" / "stashwell.conf", InitialConfigText(o), error)) return false;
   fs::path share(o.shareDir);
   if (!CopyData(share, root / "share", "msg", error) ||
       !CopyData(share, root / "share", "status", error))
@@ -99,6 +105,5 @@ bool LayOutRoot(const RootOptions& o, std::string* error) {
     where = CatalogOnServer(o.catalog);
   }
   if (!CreateCatalogDatabase(where, o.master, o.force, error)) return false;
-  return o.demoImages < 0 ||
-         FillDemoCatalog(where, o.master, o.demoImages, o.seed, o.now, error);
+  return o.demoImages < 0 || FillDemoCatalog(where, o.master, o.demoImages, o.seed, o.now, error);
 }

@@ -7,13 +7,13 @@
 #include <string>
 
 struct RootOptions {
-  std::string root;        // the installation root to lay out
-  std::string master;      // this master server's name
-  std::string emmServer;   // the catalog (EMM) server's name
+  std::string root;       // the installation root to lay out
+  std::string master;     // this master server's name
+  std::string emmServer;  // the catalog (EMM) server's name
   // A PostgreSQL database's connection URI (EMM_CATALOG; its port is
   // EMM_PORT); empty: the SQLite file db/catalog.db.
   std::string catalog;
-  std::string shareDir;    // built data files: msg/, status/
+  std::string shareDir;       // built data files: msg/, status/
   bool withAdminLog = false;  // create logs/admin, enabling the debug log
   bool force = false;         // lay out over an existing root
   long demoImages = -1;       // demo images to add to the catalog; -1 none

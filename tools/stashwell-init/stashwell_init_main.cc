@@ -77,11 +77,11 @@ const struct OptionRow {
   bool takesValue;
   bool (*set)(Args*, const char*);
 } kOptions[] = {
-    {"--root", true, SetRoot},       {"--master", true, SetMaster},
-    {"--emm-server", true, SetEmm},  {"--with-admin-log", false, SetAdminLog},
-    {"--force", false, SetForce},    {"--demo", true, SetDemo},
-    {"--seed", true, SetSeed},       {"--share", true, SetShare},
-    {"--now", true, SetNow},         {"--catalog", true, SetCatalog},
+    {"--root", true, SetRoot},      {"--master", true, SetMaster},
+    {"--emm-server", true, SetEmm}, {"--with-admin-log", false, SetAdminLog},
+    {"--force", false, SetForce},   {"--demo", true, SetDemo},
+    {"--seed", true, SetSeed},      {"--share", true, SetShare},
+    {"--now", true, SetNow},        {"--catalog", true, SetCatalog},
 };
 
 [[noreturn]] void UsageError(const std::string& what) {
