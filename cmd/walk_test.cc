@@ -1,5 +1,6 @@
 // The argument walk: how values are kept. Which problems are reported, in
-// which order, is shown end to end (tests/e2e/cmdline_parse_test.cc).
+// which order, and where the enumerated values land are shown end to end
+// (tests/e2e/cmdline_parse_test.cc and the operations' tests).
 #include "cmd/walk.h"
 
 #include <gtest/gtest.h>
@@ -39,16 +40,18 @@ class WalkTest : public ::testing::Test {
 };
 
 TEST_F(WalkTest, TextsAreKeptAsTextAndAsOptionalValues) {
-  ArgumentWalk walk = Walk({"list", "-lifecycle", "slp1", "-client", "", "-policy", "p"});
+  ArgumentWalk walk =
+      Walk({"list", "-lifecycle", "slp1", "-client", "", "-policy", "p", "-m", "other"});
   const CommandLine& l = walk.line;
   EXPECT_FALSE(walk.errorSeen);
   EXPECT_STREQ(l.lifecycle.get(), "slp1");
   EXPECT_STREQ(l.client.get(), "");  // given empty: present but empty
   EXPECT_TRUE(l.client.empty());
   EXPECT_EQ(l.backupId.get(), nullptr);
+  EXPECT_STREQ(l.masterServer.get(), "other");
   EXPECT_TRUE(l.given(OPT_CLIENT));
   EXPECT_FALSE(l.given(OPT_BACKUPID));
-  EXPECT_EQ(walk.argumentCount, 4);  // an option and its value count once
+  EXPECT_EQ(walk.argumentCount, 5);  // an option and its value count once
 }
 
 TEST_F(WalkTest, NumbersFollowStrtolIntoTheirFieldWidths) {
@@ -86,19 +89,6 @@ TEST_F(WalkTest, SharedValuesAndLastOccurrenceWin) {
   EXPECT_EQ(l.time, 1704276000L);
   EXPECT_TRUE(l.given(OPT_AFTER));
   EXPECT_TRUE(l.given(OPT_BEFORE));
-}
-
-TEST_F(WalkTest, EnumeratedValuesAndTheMasterServer) {
-  const CommandLine l = Walk({"dump", "-df", "J", "-subsys", "expm", "-rt", "s", "-ntype", "conf",
-                              "-copy_type", "Replica", "-m", "other"})
-                            .line;
-  EXPECT_EQ(l.dumpForm, DUMPFORM_JSON);
-  EXPECT_EQ(l.subsystem, SUBSYSTEM_ID_EXPIRATION_MGR);
-  EXPECT_EQ(l.recordTypes, 15);
-  EXPECT_EQ(l.notificationType, IMPORT_NOTIFICATION_CONF);
-  EXPECT_EQ(*l.copyType.get(), 3);
-  EXPECT_STREQ(l.masterServer.get(), "other");
-  EXPECT_TRUE(l.given(OPT_M));
 }
 
 TEST_F(WalkTest, OptionsSelectTheOperationOnlyWhenNoneIsSet) {

@@ -12,8 +12,6 @@
 
 namespace {
 
-namespace Framework = Orvantic::Stashwell::TL::Framework;
-
 TEST(ExceptionInfoTest, DescribesSystemExceptions) {
   EXPECT_EQ(ExceptionInfo(CORBA::UNKNOWN(0x2a, CORBA::COMPLETED_MAYBE)),
             "IDL:omg.org/CORBA/UNKNOWN:1.0 (minor code 0x2a, completed MAYBE)\n");
@@ -24,12 +22,6 @@ TEST(ExceptionInfoTest, DescribesSystemExceptions) {
            static_cast<unsigned long>(omni::TRANSIENT_ConnectFailed));
   EXPECT_EQ(ExceptionInfo(CORBA::TRANSIENT(omni::TRANSIENT_ConnectFailed, CORBA::COMPLETED_NO)),
             expected);
-}
-
-TEST(IllegalArgumentTextTest, CopyForTheCallerEqualsTheText) {
-  Framework::IllegalArgumentException e;
-  CORBA::String_var copy = Framework::IllegalArgumentExceptionHelper::c_str(e);
-  EXPECT_STREQ(copy.in(), "IllegalArgumentException");
 }
 
 }  // namespace
