@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 
 #include <string>
+#include <vector>
 
 #include "tests/e2e/harness.h"
 
@@ -21,17 +22,15 @@ const char kExpiredPrompt[] =
     "containing backup images corresponding to these entries must be deleted manually.  Do you "
     "wish to proceed? (y/n) >";
 
-struct Declined {
-  std::vector<std::string> args;
-  std::string input;
-  std::string out;
-};
-
 TEST(CmdlineConfirmTest, DeclinedOperationsEndWithStatusZero) {
   e2e::Root root;
   const std::string noEntries = "No entries removed\n";
   const std::string noDestinations = "No destinations cancelled\n";
-  const Declined cases[] = {
+  const struct {
+    std::vector<std::string> args;
+    std::string input;
+    std::string out;
+  } cases[] = {
       {{"dropwg"}, "n\n", kWorkGroupPrompt + noEntries},
       {{"dropwg"}, "", kWorkGroupPrompt + noEntries},  // end of input
       {{"dropwg"}, "  x y\n", kWorkGroupPrompt + noEntries},
@@ -43,42 +42,38 @@ TEST(CmdlineConfirmTest, DeclinedOperationsEndWithStatusZero) {
       {{"cancel", "-destination", "d"}, "yes-please\n", kDestinationPrompt + noDestinations},
       {{"cancel", "-destination", "d"}, "", kDestinationPrompt + noDestinations},
   };
-  for (const Declined& c : cases) {
+  for (const auto& c : cases) {
     EXPECT_EQ(root.Run(c.args, c.input), (e2e::Result{c.out, "", 0}))
         << c.args[0] << " [" << c.input << "]";
   }
 }
 
-TEST(CmdlineConfirmTest, AcceptedPromptsGoOnToTheOperation) {
+// A yes, -nowarn, or a cancel without a destination goes on to the operation.
+TEST(CmdlineConfirmTest, AcceptedOrSkippedPromptsGoOnToTheOperation) {
   e2e::Root root;
-  struct {
+  const struct {
     std::vector<std::string> args;
     std::string input;
-    std::string prompt;
+    std::string prompt;  // "" for none
   } cases[] = {
       {{"dropwg"}, "\n yes\n", kWorkGroupPrompt},
       {{"dropwg"}, "Y\n", kWorkGroupPrompt},
       {{"remove_exp"}, "Y", kExpiredPrompt},  // "y" in remove_exp_test.cc
       {{"cancel", "-destination", "d"}, "YES\n", kDestinationPrompt},
+      {{"dropwg", "-nowarn"}, "n\n", ""},
+      {{"remove_exp", "-NOWARN"}, "n\n", ""},
+      {{"cancel", "-destination", "d", "-nowarn"}, "n\n", ""},
+      {{"cancel", "-lifecycle", "s"}, "n\n", ""},
   };
   for (const auto& c : cases) {
-    e2e::Result r = root.Run(c.args, c.input);
+    const std::string out = root.Run(c.args, c.input).out;
     // The prompt is all the front end writes; no refusal follows it.
-    EXPECT_EQ(r.out.substr(0, c.prompt.size()), c.prompt) << c.args[0];
-    EXPECT_EQ(r.out.find("No entries removed"), std::string::npos) << c.args[0];
-    EXPECT_EQ(r.out.find("No destinations cancelled"), std::string::npos) << c.args[0];
-  }
-}
-
-TEST(CmdlineConfirmTest, NoPromptWithNowarnOrWithoutADestination) {
-  e2e::Root root;
-  for (const std::vector<std::string>& args : {std::vector<std::string>{"dropwg", "-nowarn"},
-                                               {"remove_exp", "-NOWARN"},
-                                               {"cancel", "-destination", "d", "-nowarn"},
-                                               {"cancel", "-lifecycle", "s"}}) {
-    e2e::Result r = root.Run(args, "n\n");
-    EXPECT_EQ(r.out.find("(y/n)"), std::string::npos) << args[0];
-    EXPECT_EQ(r.out.find("No entries removed"), std::string::npos) << args[0];
+    EXPECT_EQ(out.substr(0, c.prompt.size()), c.prompt) << c.args.back();
+    if (c.prompt.empty()) {
+      EXPECT_EQ(out.find("(y/n)"), std::string::npos) << c.args.back();
+    }
+    EXPECT_EQ(out.find("No entries removed"), std::string::npos) << c.args.back();
+    EXPECT_EQ(out.find("No destinations cancelled"), std::string::npos) << c.args.back();
   }
 }
 

@@ -72,11 +72,7 @@ TEST(CmdlineParseTest, WalkErrorsEndTheRunWithStatusOne) {
        1},
       // An error wins over a request for help: no usage is printed.
       {{"list", "-help", "-bogus"}, "-bogus is not a recognized option\n", 1},
-  });
-}
-
-TEST(CmdlineParseTest, AllWalkErrorsAreReportedInArgumentOrderBeforeTheRunEnds) {
-  RunCases({
+      // All are reported, in argument order, before the run ends.
       {{"-bogus", "list", "-rt", "Z", "cancel", "-client", "-U", "-subsys", "x", "nosuch", "-wait",
         "-jobid"},
        "-bogus is not a recognized option\n"
@@ -121,7 +117,9 @@ TEST(CmdlineParseTest, FirstViolatedExclusiveGroup) {
   });
 }
 
-TEST(CmdlineParseTest, OptionsOutsideTheListAreReportedInNumberOrderAndIgnored) {
+// Options outside the list are reported in number order and ignored; then
+// the rules between options; testhook ends the run before all of them.
+TEST(CmdlineParseTest, OptionListsRulesAndTesthook) {
   RunCases({
       {{"remove_all", "-U", "-testhook", "-sincetime", "5", "-q", "-Client", "c", "-wait", "-M",
         "m2"},
@@ -135,11 +133,7 @@ TEST(CmdlineParseTest, OptionsOutsideTheListAreReportedInNumberOrderAndIgnored) 
        0,
        kNotice},
       {{"REMOVE_ALL"}, "", 0, kNotice},
-  });
-}
-
-TEST(CmdlineParseTest, CrossOptionRules) {
-  RunCases({
+      // The rules between options.
       {{"cancel", "-backupid", "b1", "-destination", "d"},
        "-backupid is not allowed with -lifecycle or -destination\n",
        1},
@@ -170,11 +164,7 @@ TEST(CmdlineParseTest, CrossOptionRules) {
        "option '-client'  is not valid for operation 'redo' and is ignored\n"
        "The -backupid option is required for this operation\n",
        1},
-  });
-}
-
-TEST(CmdlineParseTest, Testhook) {
-  RunCases({
+      // testhook, in any case.
       {{"-testhook"}, "", 0, "SLP_WINDOWS_VERSION=1\n"},
       {{"TestHook"}, "", 0, "SLP_WINDOWS_VERSION=1\n"},
       // testhook ends the run before the groups and the option lists.

@@ -120,10 +120,9 @@ TEST_F(ExpirationControlTest, UnreachableOrWrongManagerPrintsItsMessageOnly) {
   for (const char* op : {"diskfull", "initiate_exp", "update_pfs", "query_exp", "deletedone"}) {
     EXPECT_EQ(Run({op}), (e2e::Result{"", "cannot connect to expiration manager\n", 0})) << op;
   }
-  cyclesvc_test::ServiceOptions options;
-  options.mismatchedObjects = true;
-  service_ = std::make_unique<cyclesvc_test::TestService>(root_.path(), "{}", options);
-  ASSERT_TRUE(service_->ok()) << service_->error();
+  cyclesvc_test::ServiceOptions mismatched;
+  mismatched.mismatchedObjects = true;
+  ASSERT_NO_FATAL_FAILURE(Restart("{}", mismatched));
   EXPECT_EQ(Run({"query_exp", "-expid", "1"}),
             (e2e::Result{"", "cannot narrow expiration manager object\n", 0}));
   EXPECT_EQ(Calls(), std::vector<std::string>());

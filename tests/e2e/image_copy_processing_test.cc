@@ -4,7 +4,6 @@
 // expiry listing, and what reaches the debug log.
 #include <time.h>
 
-#include <algorithm>
 #include <cstdlib>
 #include <string>
 #include <vector>
@@ -20,10 +19,6 @@ class ImageCopyProcessingTest : public e2e::RemoteTest {
     // Dssvc.SuspendImageCopyProcessing("", "lc1", "", <time>, TIME_RANGE_..., <range time>)
     size_t start = call.find("\"\", ", call.find("\"lc1\"")) + 4;
     return std::atoll(call.c_str() + start);
-  }
-  bool Logged(const std::string& line) const {
-    std::vector<std::string> log = root_.DebugLogMessages();
-    return std::find(log.begin(), log.end(), line) != log.end();
   }
 };
 
@@ -163,12 +158,7 @@ TEST_F(ImageCopyProcessingTest, CancelListsWhatWouldExpireAndAsksTwice) {
   const std::string proceed =
       "Canceling these images will cause some or all of the images to be expired. Do you want "
       "to proceed with the cancellation? (y/n):";
-  const std::string listing =
-      "\t1. c1_100, copy number = 1, slp = gold, slp version = 2, will be expired immediately\n"
-      "\t2. c1_200, copy number = 2, slp = gold, slp version = 2, will be expired immediately\n"
-      "\t3. c2_300, copy number = 1, slp = silver, slp version = 0, will be expired in 1 hours\n"
-      "\t4. c2_400, copy number = 3, slp = silver, slp version = 0, will be expired in -1 "
-      "hours\n";
+  const std::string listing = e2e::Golden("cancel/expiring.txt");
   const std::string listCall =
       R"(Dssvc.CancelImageCopyProcessing("", "lc1", "", -1, TIME_RANGE_NONE, 0, false))";
   const std::string cancelCall =
@@ -224,10 +214,9 @@ TEST_F(ImageCopyProcessingTest, UnreachableOrWrongManagerEndsWithStatus25) {
   root_.RemoveConfig("DAEMON_PORT.cyclesvc");
   EXPECT_EQ(Run({"inactive", "-lifecycle", "lc1"}),
             (e2e::Result{"", "cannot connect to the SLP manager\n", 25}));
-  cyclesvc_test::ServiceOptions options;
-  options.mismatchedObjects = true;
-  service_ = std::make_unique<cyclesvc_test::TestService>(root_.path(), "{}", options);
-  ASSERT_TRUE(service_->ok()) << service_->error();
+  cyclesvc_test::ServiceOptions mismatched;
+  mismatched.mismatchedObjects = true;
+  ASSERT_NO_FATAL_FAILURE(Restart("{}", mismatched));
   EXPECT_EQ(Run({"cancel", "-lifecycle", "lc1", "-force"}),
             (e2e::Result{"", "cannot narrow SLP manager object\n", 25}));
 }

@@ -126,25 +126,20 @@ TEST_F(RemoteFaultsTest, NothingListeningOrNoAnswerEndsWithinTheTimeOuts) {
   }
 }
 
-TEST_F(RemoteFaultsTest, AnswerThatIsNotGiop) {
+TEST_F(RemoteFaultsTest, ServiceDyingInTheMiddleOfACallOrAnswerThatIsNotGiop) {
+  const e2e::Result cannotConnect{"", "cannot connect to cyclesvc\n", 255};
+  Answer(R"({"Dssvc.SubSystemSuspend": {"die": true}})");
+  EXPECT_EQ(Run(suspend_), cannotConnect);
+  EXPECT_EQ(Calls(), std::vector<std::string>{"Dssvc.SubSystemSuspend(SUBSYSTEM_ID_IMAGE_MGR)"});
+  ASSERT_NO_FATAL_FAILURE(Restart(R"({"ExpMgr.QueryExpiration": {"die": true}})"));
+  EXPECT_EQ(Run(queryExp_), cannotConnect);
+  EXPECT_EQ(Calls(), std::vector<std::string>{"ExpMgr.QueryExpiration(4)"});
+
   FakeService garbage(true);
   ASSERT_NE(garbage.port(), 0);
   root_.SetConfig("DAEMON_PORT.cyclesvc", std::to_string(garbage.port()));
-  for (const auto* args : {&suspend_, &queryExp_}) {
-    EXPECT_EQ(Run(*args), (e2e::Result{"", "cannot connect to cyclesvc\n", 255})) << (*args)[0];
-  }
-}
-
-TEST_F(RemoteFaultsTest, ServiceDyingInTheMiddleOfACall) {
-  Answer(R"({"Dssvc.SubSystemSuspend": {"die": true}})");
-  EXPECT_EQ(Run(suspend_), (e2e::Result{"", "cannot connect to cyclesvc\n", 255}));
-  EXPECT_EQ(Calls(), std::vector<std::string>{"Dssvc.SubSystemSuspend(SUBSYSTEM_ID_IMAGE_MGR)"});
-
-  service_ = std::make_unique<cyclesvc_test::TestService>(
-      root_.path(), R"({"ExpMgr.QueryExpiration": {"die": true}})");
-  ASSERT_TRUE(service_->ok()) << service_->error();
-  EXPECT_EQ(Run(queryExp_), (e2e::Result{"", "cannot connect to cyclesvc\n", 255}));
-  EXPECT_EQ(Calls(), std::vector<std::string>{"ExpMgr.QueryExpiration(4)"});
+  for (const auto* args : {&suspend_, &queryExp_})
+    EXPECT_EQ(Run(*args), cannotConnect) << (*args)[0];
 }
 
 TEST_F(RemoteFaultsTest, SystemAndUserExceptionsGiveTheirLadderLine) {

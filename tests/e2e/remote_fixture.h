@@ -13,6 +13,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <memory>
 #include <string>
 #include <vector>
@@ -31,8 +32,12 @@ inline RootOptions LoopbackRoot() {
 
 class RemoteTest : public ::testing::Test {
  protected:
-  void SetUp() override {
-    service_ = std::make_unique<cyclesvc_test::TestService>(root_.path());
+  void SetUp() override { Restart(); }
+
+  // Starts a new test service in place of the running one.
+  void Restart(const std::string& scenario = "{}",
+               const cyclesvc_test::ServiceOptions& options = cyclesvc_test::ServiceOptions()) {
+    service_ = std::make_unique<cyclesvc_test::TestService>(root_.path(), scenario, options);
     ASSERT_TRUE(service_->ok()) << service_->error();
   }
 
@@ -42,6 +47,11 @@ class RemoteTest : public ::testing::Test {
     service_->ClearCalls();
   }
   std::vector<std::string> Calls() const { return service_->Calls(); }
+  // True when the debug log holds `line` (as DebugLogMessages gives it).
+  bool Logged(const std::string& line) const {
+    const std::vector<std::string> log = root_.DebugLogMessages();
+    return std::find(log.begin(), log.end(), line) != log.end();
+  }
   Result Run(const std::vector<std::string>& args, const std::string& stdinText = "",
              const RunOptions& options = RunOptions()) const {
     return root_.Run(args, stdinText, options);

@@ -147,31 +147,25 @@ TEST(StartupTest, DebugLogOfANormalRunAndOfAnEarlyEnd) {
                                      longer.substr(0, 4096) + "...[4097 bytes] ");
 }
 
-TEST(StartupTest, WithoutTheAdminLogDirectoryTheRunLogsNothing) {
+// Without logs/admin the run logs nothing; where it cannot be made the
+// superuser stops, and another user runs on without a log it cannot open.
+TEST(StartupTest, RunsWithoutTheAdminLog) {
   e2e::RootOptions options;
   options.adminLog = false;
   e2e::Root root(options);
   EXPECT_EQ(root.Run({"remove_all"}), (e2e::Result{kNotice, "", 0}));
   EXPECT_EQ(root.DebugLog(), "");
-}
-
-TEST(StartupTest, AnAdministratorStopsWhenTheLogCannotBeOpened) {
-  e2e::RootOptions options;
-  options.adminLog = false;
-  e2e::Root root(options);
   root.WriteFile("logs/admin", "a file where the log directory should be");
   const char refused[] = "cyclectl: terminating - cannot open debug file: Not a directory (20)\n";
   EXPECT_EQ(root.Run({"-testhook"}), (e2e::Result{"", refused, 12}));
-}
 
-TEST(StartupTest, AnotherUserRunsWithoutALogItCannotOpen) {
-  if (!e2e::CanRunAsOtherUser()) GTEST_SKIP() << "needs root to run as nobody";
-  e2e::Root root;
-  root.Chmod("logs/admin", 0755);
+  if (!e2e::CanRunAsOtherUser()) return;
+  e2e::Root shared;
+  shared.Chmod("logs/admin", 0755);
   e2e::RunOptions nobody;
   nobody.asNobody = true;
-  EXPECT_EQ(root.Run({"-testhook"}, "", nobody), (e2e::Result{"SLP_WINDOWS_VERSION=1\n", "", 0}));
-  EXPECT_EQ(root.DebugLog(), "");
+  EXPECT_EQ(shared.Run({"-testhook"}, "", nobody), (e2e::Result{"SLP_WINDOWS_VERSION=1\n", "", 0}));
+  EXPECT_EQ(shared.DebugLog(), "");
 }
 
 TEST(StartupTest, AdministratorCheck) {
