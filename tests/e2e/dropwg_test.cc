@@ -23,18 +23,25 @@ std::string Status(int status) {
   return R"({"Dssvc.DropAllWorkGroupAllocations": {"status": )" + std::to_string(status) + "}}";
 }
 
-TEST(DropWgTest, EachStatusGivesItsMessageAndTheRunSucceeds) {
+TEST(DropWgTest, ConfirmedThenEachStatusGivesItsMessageAndTheRunSucceeds) {
   e2e::Root root(LoopbackRoot());
   cyclesvc_test::TestService service(root.path(), Status(0));
   ASSERT_TRUE(service.ok()) << service.error();
-
-  EXPECT_EQ(root.Run({"dropwg", "-nowarn"}), (e2e::Result{"", "", 0}));
+  const std::string prompt =
+      "This operation will remove work group information in the database.  This will increase "
+      "the time taken for SLP processing and may impact ongoing SLP operations.  Do you wish to "
+      "proceed ? (y/n):";
+  // The confirmation comes before the call.
+  EXPECT_EQ(root.Run({"dropwg"}, "\nn\n"), (e2e::Result{prompt + "No entries removed\n", "", 0}));
+  EXPECT_EQ(service.Calls(), std::vector<std::string>{});
+  EXPECT_EQ(root.Run({"dropwg"}, "  yes\n"), (e2e::Result{prompt, "", 0}));
   EXPECT_EQ(service.Calls(), std::vector<std::string>{kDropCall});
 
   const struct {
     int status;
     const char* err;
   } cases[] = {
+      {0, ""},
       {133, "Work groups cannot be removed.  There are still in-process SLP managed images\n"},
       {13, "Cannot query work group information from the database\n"},
       {14, "Cannot update work group information in the database\n"},
@@ -44,21 +51,6 @@ TEST(DropWgTest, EachStatusGivesItsMessageAndTheRunSucceeds) {
     service.SetScenario(Status(c.status));
     EXPECT_EQ(root.Run({"dropwg", "-nowarn"}), (e2e::Result{"", c.err, 0})) << c.status;
   }
-}
-
-TEST(DropWgTest, TheConfirmationComesBeforeTheCall) {
-  e2e::Root root(LoopbackRoot());
-  cyclesvc_test::TestService service(root.path(), Status(0));
-  ASSERT_TRUE(service.ok()) << service.error();
-  const std::string prompt =
-      "This operation will remove work group information in the database.  This will increase "
-      "the time taken for SLP processing and may impact ongoing SLP operations.  Do you wish to "
-      "proceed ? (y/n):";
-
-  EXPECT_EQ(root.Run({"dropwg"}, "\nn\n"), (e2e::Result{prompt + "No entries removed\n", "", 0}));
-  EXPECT_EQ(service.Calls(), std::vector<std::string>{});
-  EXPECT_EQ(root.Run({"dropwg"}, "  yes\n"), (e2e::Result{prompt, "", 0}));
-  EXPECT_EQ(service.Calls(), std::vector<std::string>{kDropCall});
 }
 
 TEST(DropWgTest, UnreachableOrWrongServiceEndsWith25ExceptionsWithMinusOne) {

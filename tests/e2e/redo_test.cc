@@ -6,7 +6,6 @@
 #include <string>
 #include <vector>
 
-#include "tests/e2e/catalog_lock.h"
 #include "tests/e2e/catalog_test.h"
 #include "tests/e2e/harness.h"
 
@@ -69,17 +68,6 @@ TEST_F(RedoTest, FailuresChangeNothing) {
   };
   for (const auto& c : cases) {
     EXPECT_EQ(Redo(c.backupId, c.slpIndex), (e2e::Result{"", c.err, 0})) << c.backupId;
-  }
-  EXPECT_EQ(before, States());
-}
-
-TEST_F(RedoTest, CatalogHeldByAnotherWriter) {
-  root_.SetConfig("CATALOG_BUSY_TIMEOUT", "200");
-  const std::string before = States();
-  {
-    e2e::CatalogLock writer(root_);
-    EXPECT_EQ(Redo("client1_1000", 2),
-              (e2e::Result{"", "cannot update image copy state, status = 2007061\n", 0}));
   }
   EXPECT_EQ(before, States());
   // A missing catalog ends the run at start-up.

@@ -51,8 +51,6 @@ class ReplicationRecordsTest : public e2e::CatalogTest {
   }
 };
 
-const char kAll[] = "tgt1 vol1\ntgt1 vol1\ntgt1 vol2\ntgt2 vol1\nmedia1 vol1\n";
-
 TEST_F(ReplicationRecordsTest, ListingForms) {
   const std::string rt = "V7.6.0 RT master1 client1_1000 2 ";
   EXPECT_EQ(root_.Run({"repllist"}),
@@ -99,17 +97,6 @@ TEST_F(ReplicationRecordsTest, Removals) {
   EXPECT_EQ(Run({"-target_machine", "tgt1"}),
             (e2e::Result{"No replication records for target machine 'tgt1' found\n", "", 0}));
   EXPECT_EQ("tgt2 vol1\nmedia1 vol1\n", Left());
-}
-
-TEST_F(ReplicationRecordsTest, CatalogHeldByAnotherProcess) {
-  root_.SetConfig("CATALOG_BUSY_TIMEOUT", "200");
-  {
-    // Another writer: the removal waits for it, gives up and changes nothing.
-    e2e::CatalogLock writer(root_);
-    EXPECT_EQ(Run({"-target_machine", "tgt1"}),
-              (e2e::Result{"", "error executing SQL query, status = 2007005\n", 130}));
-  }
-  EXPECT_EQ(kAll, Left());
   // Without a catalog nothing can be looked up.
   root_.RemoveCatalog();
   EXPECT_EQ(Run({"-target_machine", "tgt1"}),
