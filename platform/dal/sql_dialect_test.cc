@@ -172,17 +172,6 @@ class DialectOnCatalogTest : public DalConnectionTest {
   }
 };
 
-TEST_F(DialectOnCatalogTest, CompoundSelectWithParenthesizedOperand) {
-  // Clients with a complete image and none in a state other than 3 or 0.
-  EXPECT_EQ(Column("SELECT DISTINCT I.ClientMachineName FROM DBM_MAIN.DBM_Image I "
-                   "  WHERE (I.MasterServerKey = 7         AND I.BackupTime BETWEEN 0 AND 200"
-                   "         AND I.StorageServiceState = 3)   EXCEPT (SELECT DISTINCT "
-                   "ClientMachineName FROM DBM_MAIN.DBM_Image I2          WHERE "
-                   "(I2.MasterServerKey = 7                 AND I2.BackupTime BETWEEN 0 AND 200"
-                   " AND I2.StorageServiceState NOT IN (3,0)))"),
-            "alpha");
-}
-
 TEST_F(DialectOnCatalogTest, CompoundOperandsKeepTheirGrouping) {
   EXPECT_EQ(Column("SELECT 1 UNION (SELECT 1 EXCEPT SELECT 1)"), "1");
   EXPECT_EQ(Column("SELECT 2 EXCEPT (SELECT 1 UNION SELECT 2)"), "");

@@ -1,6 +1,7 @@
 // Tests of the catalog library's other calls: opening a catalog, snapshots,
-// replicas, pending imports, copy and image-state updates, the
-// SLP definitions and data classifications.
+// copy and image-state updates, the SLP definitions and data
+// classifications. Replicas and pending imports are shown by the end-to-end
+// tests of the commands that list them.
 #include <fcntl.h>
 
 #include <string>
@@ -101,72 +102,6 @@ TEST(Snapshots, ComeInImageRowOrder) {
   trace.clear();
   EXPECT_TRUE(Snapshots(cat, "nothing_1", 1, 50, &trace).empty());
   EXPECT_EQ((std::vector<unsigned>{EMMLIB_END_OF_DATA, 0}), trace);
-}
-
-// A list-shape query fetched `batch` images at a time: each batch's
-// images, and its status.
-using ListQuery = unsigned (*)(int*, int, const char*, int64_t, uint64_t*);
-using ListFetch = unsigned (*)(int*, int, uint64_t, unsigned*, EMM_Image**);
-std::vector<std::string> Batches(TestCatalog& cat, ListQuery query, ListFetch fetch, int64_t since,
-                                 unsigned batch) {
-  uint64_t handle = 7;
-  const unsigned opened = query(cat.cid(), 3, kMaster, since, &handle);
-  if (opened != 0)
-    return {"opened " + std::to_string(opened) + ", handle " + std::to_string(handle)};
-  std::vector<std::string> out;
-  unsigned status = 0;
-  while (status == 0) {
-    unsigned count = batch;
-    EMM_Image* list = nullptr;
-    status = fetch(cat.cid(), 3, handle, &count, &list);
-    out.push_back(std::to_string(status) + ":\n" + TestCatalog::Describe(list));
-    emmlib_FreeImage_List(&list);
-  }
-  emmlib_ReleaseImageResultHandle(cat.cid(), handle);
-  return out;
-}
-
-TEST(ListQueries, ReplicasAndPendingImports) {
-  TestCatalog cat;
-  const std::string empty = "opened " + std::to_string(EMMLIB_END_OF_DATA) + ", handle 0";
-  const std::string end = std::to_string(EMMLIB_END_OF_DATA) + ":\n";
-  EXPECT_EQ(std::vector<std::string>{empty},
-            Batches(cat, emmlib_QueryReplicaImageCopies, emmlib_FetchReplicaImageCopies, 0, 1));
-  EXPECT_EQ(std::vector<std::string>{empty},
-            Batches(cat, emmlib_QueryPendingImportImages, emmlib_FetchPendingImportImages, 0, 1));
-
-  // Replicas: only the copies with targets, each with its targets.
-  cat.Exec("INSERT INTO EMM_Machine VALUES (12, 2, 'target1', 12, '')");
-  int64_t i1 = cat.AddImage("c", 100);
-  cat.AddCopy(i1, 1);
-  int64_t replica = cat.AddCopy(i1, 2, "CopyType = 3");
-  cat.AddFragment(replica, 1);
-  int64_t replica2 = cat.AddCopy(cat.AddImage("c", 200), 1, "CopyType = 3");
-  cat.AddImage("c", 300);  // no replica at all
-  for (auto [copy, volume] :
-       {std::pair<int64_t, const char*>{replica, "vol1"}, {replica, "vol2"}, {replica2, "vol3"}}) {
-    cat.Exec(
-        "INSERT INTO DBM_ImageReplicationDestination (ImageCopyKey, TargetMachineKey,"
-        " VolumeInfo, RemoteMasterServer) VALUES (" +
-        std::to_string(copy) + ", 12, '" + volume + "', 'remote1')");
-  }
-  EXPECT_EQ(
-      (std::vector<std::string>{"0:\nc_100 |c2 s0 ttarget1/vol1/remote1 ttarget1/vol2/remote1\n",
-                                end + "c_200 |c1 s0 ttarget1/vol3/remote1\n"}),
-      Batches(cat, emmlib_QueryReplicaImageCopies, emmlib_FetchReplicaImageCopies, 0, 1));
-  // Since: images backed up at or after the time.
-  EXPECT_EQ((std::vector<std::string>{end + "c_200 |c1 s0 ttarget1/vol3/remote1\n"}),
-            Batches(cat, emmlib_QueryReplicaImageCopies, emmlib_FetchReplicaImageCopies, 200, 9));
-  EXPECT_EQ(std::vector<std::string>{empty},
-            Batches(cat, emmlib_QueryReplicaImageCopies, emmlib_FetchReplicaImageCopies, 201, 9));
-
-  // Pending imports: images of other masters not imported yet, whole.
-  cat.AddImage("done", 200, "OriginMasterServer = 'remote1', ImportFromReplicaTime = 250");
-  int64_t pending = cat.AddImage("pending", 300, "OriginMasterServer = 'remote1'");
-  cat.AddFragment(cat.AddCopy(pending, 1, "CopyState = 14"), 1, "MediaID = 'm1'");
-  cat.AddImage("nocopy", 400, "OriginMasterServer = 'remote2'");
-  EXPECT_EQ((std::vector<std::string>{end + "pending_300 |c1 s14 f1:m1\nnocopy_400\n"}),
-            Batches(cat, emmlib_QueryPendingImportImages, emmlib_FetchPendingImportImages, 0, 100));
 }
 
 // The updates themselves are what redo's end-to-end tests check; here the
