@@ -4,6 +4,8 @@
 
 #include <cstddef>
 
+#include "util/name_table.h"
+
 using Corvela::Dal::DAL_VT_CHAR;
 using Corvela::Dal::DAL_VT_SBIGINT;
 using Corvela::Dal::DAL_VT_SLONG;
@@ -92,6 +94,6 @@ const char* WorkGroupIDName(int32_t id) {
       "DYNAMIC_STREAMING",
       "CLOUD_SNAPSHOT_BACKUP",
   };
-  const int32_t count = static_cast<int32_t>(sizeof(kNames) / sizeof(kNames[0]));
-  return id > 0 && id < count ? kNames[id] : kNames[0];
+  const char* name = Orvantic::Stashwell::NameTable(kNames).Find(id);
+  return name != nullptr ? name : kNames[0];
 }
