@@ -164,14 +164,25 @@ char* ColumnText(const sqldb::Row& row, int col) {
   return copy;
 }
 
+// A fragment's texts (malloc'ed, freed with it) and the queue's columns
+// they are read from.
+const struct {
+  char* PendingImportFragment::*field;
+  int column;
+} kFragmentTexts[] = {{&PendingImportFragment::backupId, 0},
+                      {&PendingImportFragment::mediaServer, 2},
+                      {&PendingImportFragment::lsuName, 3},
+                      {&PendingImportFragment::storageServerName, 4},
+                      {&PendingImportFragment::storageServerType, 5},
+                      {&PendingImportFragment::mediaId, 6},
+                      {&PendingImportFragment::fragmentDescription, 7},
+                      {&PendingImportFragment::originMasterServer, 8},
+                      {&PendingImportFragment::slpName, 9}};
+
 void FreeFragments(PendingImportFragment* list) {
   while (list != nullptr) {
     PendingImportFragment* next = list->next;
-    for (char* text : {list->backupId, list->mediaServer, list->lsuName, list->storageServerName,
-                       list->storageServerType, list->mediaId, list->fragmentDescription,
-                       list->originMasterServer, list->slpName}) {
-      free(text);
-    }
+    for (const auto& text : kFragmentTexts) free(list->*text.field);
     free(list);
     list = next;
   }
@@ -181,20 +192,10 @@ void FreeFragments(PendingImportFragment* list) {
 PendingImportFragment* FragmentFromRow(const sqldb::Row& row) {
   auto* entry = static_cast<PendingImportFragment*>(calloc(1, sizeof(PendingImportFragment)));
   if (entry == nullptr) return nullptr;
-  char** texts[] = {&entry->backupId,
-                    &entry->mediaServer,
-                    &entry->lsuName,
-                    &entry->storageServerName,
-                    &entry->storageServerType,
-                    &entry->mediaId,
-                    &entry->fragmentDescription,
-                    &entry->originMasterServer,
-                    &entry->slpName};
-  const int columns[] = {0, 2, 3, 4, 5, 6, 7, 8, 9};
   bool complete = true;
-  for (size_t i = 0; i < sizeof(columns) / sizeof(columns[0]); ++i) {
-    *texts[i] = ColumnText(row, columns[i]);
-    complete = complete && *texts[i] != nullptr;
+  for (const auto& text : kFragmentTexts) {
+    entry->*text.field = ColumnText(row, text.column);
+    complete = complete && entry->*text.field != nullptr;
   }
   entry->copyNumber = row.Int(1);
   entry->importStatus = row.Int64(10);
