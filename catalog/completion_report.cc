@@ -15,6 +15,7 @@
 #include "catalog/catalog_util.h"
 #include "catalog/database_connection.h"
 #include "platform/debuglog.h"
+#include "util/clock.h"
 #include "util/format.h"
 #include "util/message.h"
 #include "util/process.h"
@@ -182,7 +183,7 @@ int CompletionReport(const std::string& masterServer, const std::string& policy,
   i.binder.appendParameters(i2.binder);
 
   Report report(&db, trace);
-  long start = beginOfDay(time(nullptr));
+  long start = beginOfDay(static_cast<long>(Orvantic::Stashwell::CurrentTime()));
   // Days that end before the first second of 1970 hold no image: the walk
   // stops after the day that holds it, however many days were asked for.
   for (long d = 0; d < days && start != kNoDay; ++d) {

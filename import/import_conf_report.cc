@@ -7,7 +7,6 @@
 #include <cstdint>
 #include <cstdio>
 #include <cstring>
-#include <ctime>
 #include <memory>
 #include <string>
 
@@ -15,6 +14,7 @@
 #include "catalog/slp_definitions.h"
 #include "platform/debuglog.h"
 #include "platform/json_string.h"
+#include "util/clock.h"
 #include "util/format.h"
 #include "util/json_output.h"
 #include "util/message.h"
@@ -90,7 +90,7 @@ int ListImportConfReport(outputform_e form, const char* lifecycle, const char* d
   SlpDefinitions definitions;
   if (!definitions.Read()) return kQueryFailed;
 
-  const int64_t cutoff = static_cast<int64_t>(time(nullptr)) - ImportConfThreshold;
+  const int64_t cutoff = Orvantic::Stashwell::CurrentTime() - ImportConfThreshold;
   const std::string sql =
       ImageCopyStatement(ImportPendingCondition(lifecycle, allPendingImages, cutoff));
   int status = db.connection->Execute(db.view, sql, nullptr, Corvela::Dal::LOG_AT_VERBOSITY_5,
