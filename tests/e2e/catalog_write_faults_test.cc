@@ -85,10 +85,17 @@ class CatalogWriteFaultsTest : public e2e::CatalogTest {
 };
 
 TEST_F(CatalogWriteFaultsTest, EachOperationKeepsItsStatusAndLogsWhy) {
+  // What the operations would change; a failed write leaves it as it was.
+  const std::string changeable =
+      "SELECT (SELECT count(*) FROM DBM_ImageReplicationDestination),"
+      " (SELECT count(*) FROM DBM_DeletedFragment), (SELECT sum(CopyState) FROM DBM_ImageCopy),"
+      " (SELECT count(*) FROM SLP_PendingImport)";
+  const std::string before = root_.Sql(changeable);
   {
     e2e::CatalogLock writer(root_);
     ExpectEachFails("locked", 2007005, 2007061, 2008004);
   }
+  EXPECT_EQ(root_.Sql(changeable), before);
   if (e2e::OnPostgres()) GTEST_SKIP() << "a write-protected file and a full disk are SQLite's";
   // Write-protected with the immutable flag, as the tests run as root.
   const std::string file = root_.catalog();
@@ -96,6 +103,7 @@ TEST_F(CatalogWriteFaultsTest, EachOperationKeepsItsStatusAndLogsWhy) {
   if (immutable) {
     ExpectEachFails("read-only", 2007009, 2007062, 2008005);
     system(("chattr -i " + file).c_str());
+    EXPECT_EQ(root_.Sql(changeable), before);
   }
   e2e::FullCatalogDisk full(root_);
   if (full.ok()) ExpectEachFails("disk full", 2007017, 2007062, 2008005);
