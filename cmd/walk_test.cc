@@ -1,15 +1,19 @@
-// The argument walk: how values are kept. Which problems are reported, in
-// which order, and where the enumerated values land are shown end to end
-// (tests/e2e/cmdline_parse_test.cc and the operations' tests).
+// The argument walk: how values are kept and what selects the operation;
+// then the cross-option rules on the walked line. Which problems are
+// reported, in which order, and where the enumerated values land are shown
+// end to end (tests/e2e/cmdline_parse_test.cc and the operations' tests).
 #include "cmd/walk.h"
 
 #include <gtest/gtest.h>
 
 #include <cstdlib>
 #include <ctime>
+#include <sstream>
 #include <string>
 #include <vector>
 
+#include "cmd/cross_rules.h"
+#include "cmd/operations.h"
 #include "cmd/parse.h"
 
 namespace {
@@ -22,107 +26,122 @@ class WalkTest : public ::testing::Test {
     tzset();
   }
 
-  // Walks "cyclectl" followed by `args`; the stderr text lands in err_.
-  ArgumentWalk Walk(std::vector<std::string> args) {
-    args_ = std::move(args);
-    args_.insert(args_.begin(), "cyclectl");
+  // Walks "cyclectl" followed by the blank-separated words of `words`, where
+  // '' stands for an empty argument; what it writes to stderr is dropped.
+  ArgumentWalk Walk(const std::string& words) {
+    std::istringstream in(words);
+    args_ = {"cyclectl"};
+    for (std::string word; in >> word;) args_.push_back(word == "''" ? "" : word);
     argv_.clear();
     for (std::string& arg : args_) argv_.push_back(&arg[0]);
     testing::internal::CaptureStderr();
     ArgumentWalk walk = WalkArguments(static_cast<int>(argv_.size()), argv_.data());
-    err_ = testing::internal::GetCapturedStderr();
+    testing::internal::GetCapturedStderr();
     return walk;
+  }
+
+  // The stderr text of the cross-option rules on the walk of `words`, with
+  // "ok" appended when they all hold.
+  std::string Rules(const std::string& words) {
+    const ArgumentWalk walk = Walk(words);
+    EXPECT_FALSE(walk.errorSeen) << words;
+    testing::internal::CaptureStderr();
+    const bool ok = CheckCrossOptionRules(walk.line);
+    return testing::internal::GetCapturedStderr() + (ok ? "ok" : "");
   }
 
   std::vector<std::string> args_;
   std::vector<char*> argv_;
-  std::string err_;
 };
 
-TEST_F(WalkTest, TextsAreKeptAsTextAndAsOptionalValues) {
-  ArgumentWalk walk =
-      Walk({"list", "-lifecycle", "slp1", "-client", "", "-policy", "p", "-m", "other"});
-  const CommandLine& l = walk.line;
+// Texts are kept as text and as optional values, numbers by strtol in the
+// width of their field; of options sharing one field the last wins.
+TEST_F(WalkTest, ValuesAreKept) {
+  const ArgumentWalk walk = Walk("list -lifecycle slp1 -client '' -policy p -m other");
+  CommandLine l = walk.line;
   EXPECT_FALSE(walk.errorSeen);
+  EXPECT_EQ(walk.argumentCount, 5);  // an option and its value count once
   EXPECT_STREQ(l.lifecycle.get(), "slp1");
   EXPECT_STREQ(l.client.get(), "");  // given empty: present but empty
-  EXPECT_TRUE(l.client.empty());
-  EXPECT_EQ(l.backupId.get(), nullptr);
+  EXPECT_TRUE(l.client.empty() && l.given(OPT_CLIENT));
+  EXPECT_TRUE(l.backupId.get() == nullptr && !l.given(OPT_BACKUPID));
   EXPECT_STREQ(l.masterServer.get(), "other");
-  EXPECT_TRUE(l.given(OPT_CLIENT));
-  EXPECT_FALSE(l.given(OPT_BACKUPID));
-  EXPECT_EQ(walk.argumentCount, 5);  // an option and its value count once
-}
 
-TEST_F(WalkTest, NumbersFollowStrtolIntoTheirFieldWidths) {
-  const CommandLine l = Walk({"list", "-copy_state", "70000", "-frag_state", "12abc", "-jobid",
-                              "x9", "-key", "9000000000", "-days", "4294967296", "-version", "3",
-                              "-schedtype", "7", "-slpindex", "2147483647"})
-                            .line;
-  EXPECT_EQ(*l.copyState.get(), static_cast<short>(70000));
-  EXPECT_EQ(*l.fragState.get(), 12);
-  EXPECT_EQ(l.jobId, 0);
-  EXPECT_EQ(l.slpIndex, 2147483647);
-  EXPECT_EQ(l.key, 9000000000LL);
-  EXPECT_EQ(l.days, 4294967296L);
-  EXPECT_EQ(l.version, 3);
+  l = Walk(
+          "list -copy_state 70000 -frag_state 12abc -jobid x9 -key 9000000000 -days 4294967296 "
+          "-version 3 -schedtype 7 -slpindex 2147483647")
+          .line;
   ASSERT_NE(l.versionGiven(), nullptr);
-  EXPECT_EQ(*l.versionGiven(), 3);
-  EXPECT_EQ(l.schedType, 7);
-}
+  std::ostringstream numbers;
+  numbers << *l.copyState.get() << " " << *l.fragState.get() << " " << l.jobId << " " << l.slpIndex
+          << " " << l.key << " " << l.days << " " << l.version << " " << *l.versionGiven() << " "
+          << l.schedType;
+  EXPECT_EQ(numbers.str(), "4464 12 0 2147483647 9000000000 4294967296 3 3 7");
 
-TEST_F(WalkTest, SharedValuesAndLastOccurrenceWin) {
-  CommandLine l = Walk({"list", "-U", "-json", "-image_state", "3", "-image_inactive", "-client",
-                        "a", "-client", "b"})
-                      .line;
+  l = Walk(
+          "list -U -json -image_state 3 -image_inactive -client a -client b -copy_incomplete "
+          "-STATE 4 -after 01/02/2024 -before 01/03/2024")
+          .line;
   EXPECT_EQ(l.outputForm, OUTPUT_JSON);
-  EXPECT_EQ(*l.imageState.get(), -2);
-  EXPECT_STREQ(l.client.get(), "b");
-
-  l = Walk({"list", "-copy_incomplete", "-STATE", "4"}).line;
-  EXPECT_EQ(*l.copyState.get(), -1);
-  EXPECT_EQ(*l.fragState.get(), 4);
-  EXPECT_TRUE(l.given(OPT_FRAG_STATE));  // -state is -frag_state
-
-  l = Walk({"list", "-after", "01/02/2024", "-before", "01/03/2024 10:00:00"}).line;
   EXPECT_EQ(l.timeRange, TIME_RANGE_BEFORE);
-  EXPECT_EQ(l.time, 1704276000L);
-  EXPECT_TRUE(l.given(OPT_AFTER));
-  EXPECT_TRUE(l.given(OPT_BEFORE));
+  std::ostringstream shared;
+  shared << *l.imageState.get() << " " << l.client.get() << " " << *l.copyState.get() << " "
+         << *l.fragState.get() << " " << l.time;
+  EXPECT_EQ(shared.str(), "-2 b -1 4 1704240000");
+  // -state is -frag_state.
+  EXPECT_TRUE(l.given(OPT_FRAG_STATE) && l.given(OPT_AFTER) && l.given(OPT_BEFORE));
 }
 
-TEST_F(WalkTest, OptionsSelectTheOperationOnlyWhenNoneIsSet) {
-  struct {
-    std::vector<std::string> args;
-    operation_e op;
-    bool admin;
-    bool catalog;
+// Options select an operation only when none is set; an unknown word clears
+// it; the same operation named twice is no conflict.
+TEST_F(WalkTest, WhatSelectsTheOperation) {
+  static const struct {
+    const char* args;
+    const char* selected;  // word, then what it asks of the run and of the walk
   } cases[] = {
-      {{"-test_import_frags", "f"}, OP_ADD_IMPORT_FRAGS, true, false},
-      {{"-test_import_frags"}, OP_ADD_IMPORT_FRAGS, true, false},  // before the value
-      {{"-list_import_frags"}, OP_LIST_IMPORT_FRAGS, false, true},
-      {{"-testhook"}, OP_TESTHOOK, true, false},
-      {{"-h"}, OP_HELP, false, false},
-      {{"list", "-testhook", "-help"}, OP_LIST, false, true},
-      {{"nosuch", "-testhook"}, OP_TESTHOOK, true, false},
+      {"-test_import_frags f", "add_import_frags admin"},
+      {"-test_import_frags", "add_import_frags admin error"},  // before the value
+      {"-list_import_frags", "list_import_frags catalog"},
+      {"-testhook", "testhook admin"},
+      {"-h", "help help"},
+      {"list -testhook -HELP", "list catalog help"},
+      {"nosuch -testhook", "testhook admin error"},
+      {"list bogus", " error"},
+      {"new_session NS new_session", "new_session admin"},
   };
   for (const auto& c : cases) {
-    const CommandLine l = Walk(c.args).line;
-    EXPECT_EQ(l.operation, c.op) << c.args[0];
-    EXPECT_EQ(l.requiresAdmin, c.admin) << c.args[0];
-    EXPECT_EQ(l.requiresCatalog, c.catalog) << c.args[0];
+    const ArgumentWalk walk = Walk(c.args);
+    const CommandLine& l = walk.line;
+    EXPECT_EQ(std::string(OperationName(l.operation)) + (l.requiresAdmin ? " admin" : "") +
+                  (l.requiresCatalog ? " catalog" : "") + (l.helpRequested ? " help" : "") +
+                  (walk.errorSeen ? " error" : ""),
+              c.selected)
+        << c.args;
   }
-  EXPECT_TRUE(Walk({"list", "-HELP"}).line.helpRequested);
 }
 
-TEST_F(WalkTest, UnknownWordClearsTheOperation) {
-  ArgumentWalk walk = Walk({"list", "bogus"});
-  EXPECT_EQ(walk.line.operation, OP_NONE);
-  EXPECT_FALSE(walk.line.requiresCatalog);
-  walk = Walk({"new_session", "NS", "new_session"});
-  EXPECT_FALSE(walk.errorSeen);
-  EXPECT_EQ(walk.line.operation, OP_NEW_SESSION);
-  EXPECT_EQ(err_, "");
+// Each message's own case is in the end-to-end tests; these are the cases
+// around them: what counts as absent, the order of the required options,
+// and command lines that pass.
+TEST_F(WalkTest, CrossOptionRulesReportTheFirstBrokenRule) {
+  // An empty text counts as absent.
+  EXPECT_EQ(Rules("inactive -lifecycle ''"),
+            "One of -backupid, -destination, -lifecycle must be provided\n");
+  for (const char* args : {"list -backupid b1 -lifecycle ''", "list", "list -jobid 5 -mediaid m",
+                           "inactive -lifecycle s -duration 4", "redo -backupid b1 -slpindex 1",
+                           "report -version 0 -lifecycle s"}) {
+    EXPECT_EQ(Rules(args), "ok") << args;
+  }
+
+  // update_hwm names the first of its required options that is missing.
+  std::string args = "update_hwm";
+  for (const char* option :
+       {"-mediaserver", "-storageserver", "-stssubtype", "-mediaid", "-totalcap", "-usedcap"}) {
+    EXPECT_EQ(Rules(args),
+              std::string("The ") + option + " option is required for this operation\n");
+    args += std::string(" ") + option + " 1";
+  }
+  EXPECT_EQ(Rules(args), "ok");
 }
 
 }  // namespace
