@@ -1,6 +1,6 @@
 // The enumerated option values, which texts each lookup takes and which it
-// refuses, the operation word whose row is not the first of its id, and the
-// agreement of the tables keyed by operation.
+// refuses, the operation word whose row is not the first of its id, the
+// agreement of the tables keyed by operation and the dispatcher's default row.
 #include <gtest/gtest.h>
 
 #include <initializer_list>
@@ -12,14 +12,9 @@
 #include "cmd/option_values.h"
 #include "cmd/options.h"
 #include "cmd/usage.h"
+#include "util/process.h"
 
 namespace {
-
-TEST(OperationTableTest, ShortFormIsNamedByTheFirstRowOfItsId) {
-  EXPECT_EQ(FindOperation("NS")->id, OP_NEW_SESSION);
-  EXPECT_STREQ(OperationName(OP_NEW_SESSION), "new_session");
-  EXPECT_STREQ(OperationName(99), "");
-}
 
 // Every operation word has its allowed-option list, its synopsis, its line in
 // the general usage and its dispatch row, except where it ends the run
@@ -45,72 +40,49 @@ TEST(OperationTableTest, EveryOperationHasItsRowInEveryTable) {
     EXPECT_EQ(FindDispatchEntry(row->id) == nullptr, endsWhileParsing) << name;
   }
   EXPECT_EQ(operInfo[operInfoRows - 1].id, OP_END);
+  // A short form is named by the first row of its id.
+  EXPECT_EQ(FindOperation("NS")->id, OP_NEW_SESSION);
+  EXPECT_STREQ(OperationName(OP_NEW_SESSION), "new_session");
+  EXPECT_STREQ(OperationName(99), "");
 }
 
-// A text given to an option and what its lookup must make of it; a value of
-// -1 means the text is refused.
-struct ValueCase {
-  const char* text;
-  int value;
-};
-
+// What a lookup makes of each text, blank-separated; "-" where it refuses one.
 template <typename T>
-void ExpectValues(bool (*parse)(const char*, T*), std::initializer_list<ValueCase> cases) {
-  for (const ValueCase& c : cases) {
+std::string Looked(bool (*parse)(const char*, T*), std::initializer_list<const char*> texts) {
+  std::string out;
+  for (const char* text : texts) {
     T value{};
-    bool accepted = parse(c.text, &value);
-    EXPECT_EQ(accepted, c.value != -1) << c.text;
-    if (accepted) {
-      EXPECT_EQ(static_cast<int>(value), c.value) << c.text;
-    }
+    out += std::string(out.empty() ? "" : " ") +
+           (parse(text, &value) ? std::to_string(static_cast<int>(value)) : "-");
   }
+  return out;
 }
 
-TEST(OptionValuesTest, RecordTypesNotificationTypesAndDumpForms) {
-  ExpectValues(ParseRecordTypes, {{"I", 1},
-                                  {"ic", 3},
-                                  {"C", 3},
-                                  {"ICF", 7},
-                                  {"f", 7},
-                                  {"ICFS", 15},
-                                  {"s", 15},
-                                  {"IF", -1},
-                                  {"", -1},
-                                  {"ICFSX", -1}});
-  ExpectValues(ParseNotificationType, {{"all", 1}, {"CONF", 2}, {"Error", 3}, {"errors", -1}});
-  ExpectValues(ParseDumpForm, {{"r", 1}, {"J", 2}, {"l", 3}, {"x", -1}, {"rj", -1}});
-}
-
-TEST(OptionValuesTest, CopyTypes) {
-  ExpectValues(ParseCopyType, {
-                                  {"backup", 0},
-                                  {"Duplicate", 1},
-                                  {"duplicate to remote master", 3},
-                                  {"Replica", 3},
-                                  {"CLOUDSNAPINDEX", 9},
-                                  {"12", 12},   // any number is taken as it is
-                                  {"7abc", 7},  // trailing characters ignored
-                                  {"tape", -1},
-                                  {"duplicate ", -1},  // names match whole
-                              });
-}
-
-TEST(OptionValuesTest, Subsystems) {
+TEST(OptionValuesTest, WhatEachLookupTakesAndRefuses) {
   InitAbrevMap();
-  ExpectValues(ParseSubsystem, {
-                                   {"null", 0},
-                                   {"expm", 15},
-                                   {"rm", 17},
-                                   {"0", 0},
-                                   {"17", 17},
-                                   {"007", 7},
-                                   {"18", -1},
-                                   {"3x", -1},
-                                   {"IM", -1},  // abbreviations keep their case
-                                   {"", -1},
-                                   {"+5", -1},
-                                   {"99999999999999999999", -1},
-                               });
+  EXPECT_EQ(Looked(ParseRecordTypes, {"I", "ic", "C", "ICF", "f", "ICFS", "s", "IF", "", "ICFSX"}),
+            "1 3 3 7 7 15 15 - - -");
+  EXPECT_EQ(Looked(ParseNotificationType, {"all", "CONF", "Error", "errors"}), "1 2 3 -");
+  EXPECT_EQ(Looked(ParseDumpForm, {"r", "J", "l", "x", "rj"}), "1 2 3 - -");
+  // Any number is taken as it is, trailing characters ignored; names match whole.
+  EXPECT_EQ(Looked(ParseCopyType, {"backup", "Duplicate", "duplicate to remote master", "Replica",
+                                   "CLOUDSNAPINDEX", "12", "7abc", "tape", "duplicate "}),
+            "0 1 3 3 9 12 7 - -");
+  // Abbreviations keep their case.
+  EXPECT_EQ(Looked(ParseSubsystem, {"null", "expm", "rm", "0", "17", "007", "18", "3x", "IM", "",
+                                    "+5", "99999999999999999999"}),
+            "0 15 17 0 17 7 - - - - - -");
+}
+
+// The dispatcher's default row, which no operation word reaches. What each
+// operation's row hands its handler is shown end to end.
+TEST(DispatchTest, OperationWithoutHandlerFallsToTheDefaultRow) {
+  CmdName = "cyclectl";
+  CommandLine line;
+  line.operation = OP_HELP;
+  testing::internal::CaptureStderr();
+  EXPECT_EQ(Dispatch(line), 144);
+  EXPECT_EQ(testing::internal::GetCapturedStderr(), "cyclectl: unrecognized operation 10\n");
 }
 
 }  // namespace
