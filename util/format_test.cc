@@ -7,37 +7,27 @@
 #include <climits>
 #include <cstdlib>
 #include <ctime>
+#include <initializer_list>
+#include <string>
 
 namespace Orvantic {
 namespace Stashwell {
 namespace {
 
+// The names `format` gives `values`, blank-separated.
+std::string Names(const char* (*format)(int), std::initializer_list<int> values) {
+  std::string names;
+  for (int value : values) names += std::string(names.empty() ? "" : " ") + format(value);
+  return names;
+}
+
 TEST(FormatTest, EnumerationNames) {
-  struct Case {
-    const char* (*format)(int);
-    int value;
-    const char* expected;
-  } cases[] = {
-      {FormatImageState, 0, "NOT_MANAGED"},
-      {FormatImageState, 9, "NOT_STARTED|INACTIVE"},
-      {FormatImageState, 10, "IN_PROCESS|INACTIVE"},
-      {FormatImageState, 11, "INVALID"},
-      {FormatImageState, -1, "INVALID"},
-      {FormatCopyState, 5, "COPYCOMPLETE"},
-      {FormatCopyState, 15, "IMPORT_FAILED"},
-      {FormatCopyState, 16, "INVALID"},
-      {FormatCopyState, -1, "INVALID"},
-      {FormatCopyType, 0, "BACKUP"},
-      {FormatCopyType, 9, "CLOUD_SNAPSHOT_INDEX"},
-      {FormatCopyType, 10, "INVALID"},
-      {FormatCopyType, INT_MIN, "INVALID"},
-      {FormatExpirationType, 5, "MIRROR"},
-      {FormatExpirationType, 6, "INVALID"},
-      {FormatExpirationType, -1, "INVALID"},
-  };
-  for (const Case& c : cases) {
-    EXPECT_STREQ(c.expected, c.format(c.value)) << "value " << c.value;
-  }
+  EXPECT_EQ(Names(FormatImageState, {0, 9, 10, 11, -1}),
+            "NOT_MANAGED NOT_STARTED|INACTIVE IN_PROCESS|INACTIVE INVALID INVALID");
+  EXPECT_EQ(Names(FormatCopyState, {5, 15, 16, -1}), "COPYCOMPLETE IMPORT_FAILED INVALID INVALID");
+  EXPECT_EQ(Names(FormatCopyType, {0, 9, 10, INT_MIN}),
+            "BACKUP CLOUD_SNAPSHOT_INDEX INVALID INVALID");
+  EXPECT_EQ(Names(FormatExpirationType, {5, 6, -1}), "MIRROR INVALID INVALID");
 }
 
 TEST(FormatTest, SlpOperationsMask) {
@@ -55,25 +45,10 @@ TEST(FormatTest, SlpOperationsMask) {
       FormatSlpOperationsMask(1024 + 512 + 4 + 1));
 }
 
-// Dates in UTC; the time zone of the process is put back afterwards.
-class FormatTimeTest : public ::testing::Test {
- protected:
-  void SetUp() override {
-    if (const char* tz = getenv("TZ")) saved_ = tz;
-    setenv("TZ", "UTC", 1);
-    tzset();
-  }
-  void TearDown() override {
-    saved_.empty() ? unsetenv("TZ") : setenv("TZ", saved_.c_str(), 1);
-    tzset();
-  }
-
- private:
-  std::string saved_;
-};
-
-TEST_F(FormatTimeTest, DurationsAndDates) {
-  struct Case {
+TEST(FormatTest, DurationsAndDates) {
+  setenv("TZ", "UTC", 1);
+  tzset();
+  static const struct {
     int64_t seconds;
     bool dateOnly;
     const char* expected;
@@ -91,43 +66,37 @@ TEST_F(FormatTimeTest, DurationsAndDates) {
       {1700000000, false, "2023/11/14 22:13:20"},
       {INT64_MAX, false, "???"},
   };
-  for (const Case& c : cases) {
+  for (const auto& c : cases) {
     EXPECT_EQ(c.expected, FormatTime(c.seconds, c.dateOnly)) << c.seconds;
   }
-}
-
-TEST_F(FormatTimeTest, MicrosecondsPadToFourDigits) {
+  // Microseconds pad to four digits; longer durations and dates show none.
   EXPECT_EQ("0.5000 secs", FormatTimeMS(0, ACE_Time_Value(0, 5000), false));
   EXPECT_EQ("12.0042 secs", FormatTime(ACE_Time_Value(12, 42), false));
   EXPECT_EQ("12.123456 secs", FormatTime(ACE_Time_Value(12, 123456), false));
-  // Longer durations and dates never show a fraction.
   EXPECT_EQ("0:01:00", FormatTime(ACE_Time_Value(60, 42), false));
   EXPECT_EQ("1971/01/01", FormatTime(ACE_Time_Value(31536000, 42), true));
 }
 
 TEST(ParseBackupIdTest, SplitsAtTheLastUnderscore) {
-  struct Case {
+  static const struct {
     const char* id;
-    int status;
-    int64_t time;
-    const char* client;
+    const char* result;  // status|time|client, the outputs starting as -1 and "untouched"
   } cases[] = {
-      {"client1_1700000000", 0, 1700000000, "client1"},
-      {"my_host_name_42", 0, 42, "my_host_name"},
-      {"host_abc", 0, 0, "host"},    // non-numeric time still succeeds
-      {"host_ 17x", 0, 17, "host"},  // strtoll rules
-      {"host_-3", 0, -3, "host"},
-      {"nounderscore", 20, -1, "untouched"},
-      {"host_", 20, -1, "untouched"},
-      {"_1700000000", 20, 1700000000, ""},  // both outputs written
-      {"", 20, -1, "untouched"},
+      {"client1_1700000000", "0|1700000000|client1"},
+      {"my_host_name_42", "0|42|my_host_name"},
+      {"host_abc", "0|0|host"},    // non-numeric time still succeeds
+      {"host_ 17x", "0|17|host"},  // strtoll rules
+      {"host_-3", "0|-3|host"},
+      {"nounderscore", "20|-1|untouched"},
+      {"host_", "20|-1|untouched"},
+      {"_1700000000", "20|1700000000|"},  // both outputs written
+      {"", "20|-1|untouched"},
   };
-  for (const Case& c : cases) {
+  for (const auto& c : cases) {
     int64_t time = -1;
     std::string client = "untouched";
-    EXPECT_EQ(c.status, ParseBackupId(c.id, time, client)) << c.id;
-    EXPECT_EQ(c.time, time) << c.id;
-    EXPECT_EQ(c.client, client) << c.id;
+    const int status = ParseBackupId(c.id, time, client);
+    EXPECT_EQ(std::to_string(status) + "|" + std::to_string(time) + "|" + client, c.result) << c.id;
   }
 }
 

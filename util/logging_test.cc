@@ -25,12 +25,10 @@ TEST(RecordLog, EachMethod) {
   ASSERT_GE(open_debug_log((testing_root::Path() + "/logs").c_str(), "admin", "prog", 0644, &err),
             0);
 
-  EXPECT_EQ(DBData::GetLoggingMethod(), DBData::LOG_METHOD_NONE);
   DBData::LogMessage(5, "DBData::Insert", "nothing %d", 1);
   EXPECT_TRUE(testing_root::LogLines("logs/admin").empty());
 
   DBData::UseLegacyLogs();
-  EXPECT_EQ(DBData::GetLoggingMethod(), DBData::LOG_METHOD_LEGACY);
   DBData::LogMessage(5, "DBData::Insert", "record %s", "r1");
   DBData::LogMessage(0, "DBData::Delete", "failed %d", 7);
   EXPECT_EQ(testing_root::LogLines("logs/admin"),
@@ -39,7 +37,6 @@ TEST(RecordLog, EachMethod) {
   close_debug_log();
 
   DBData::UseQzULLogs();
-  EXPECT_EQ(DBData::GetLoggingMethod(), DBData::LOG_METHOD_UNIFIED);
   DBData::LogMessage(7, "src", "no default logger");  // must not fail
   SWLogger logger("unified", 2);
   SWLogger::s_default = &logger;
@@ -48,16 +45,13 @@ TEST(RecordLog, EachMethod) {
   DBData::LogMessage(7, "src", "level %d", 7);
   DBData::LogMessage(-1, "src", "negative");
   SWLogger::s_default = nullptr;
-  std::vector<std::string> lines = testing_root::LogLines("logs/unified");
-  ASSERT_EQ(lines.size(), 3u);
-  std::regex origin(R"(<(\d)> src: (.*)\(cmn\.cc:\d+\))");
-  std::smatch m;
-  ASSERT_TRUE(std::regex_match(lines[0], m, origin)) << lines[0];
-  EXPECT_EQ(m[1].str() + " " + m[2].str(), "2 at the verbosity");
-  ASSERT_TRUE(std::regex_match(lines[1], m, origin)) << lines[1];
-  EXPECT_EQ(m[1].str() + " " + m[2].str(), "1 level 7");
-  ASSERT_TRUE(std::regex_match(lines[2], m, origin)) << lines[2];
-  EXPECT_EQ(m[1].str() + " " + m[2].str(), "1 negative");
+  std::vector<std::string> lines;
+  for (const std::string& line : testing_root::LogLines("logs/unified")) {
+    lines.push_back(std::regex_replace(line, std::regex(R"(cmn\.cc:\d+)"), "cmn.cc:N"));
+  }
+  EXPECT_EQ(lines, (std::vector<std::string>{"<2> src: at the verbosity(cmn.cc:N)",
+                                             "<1> src: level 7(cmn.cc:N)",
+                                             "<1> src: negative(cmn.cc:N)"}));
 }
 
 TEST(AppLog, WriteAppMsgStatusesAndTheSecondarySink) {
@@ -65,7 +59,6 @@ TEST(AppLog, WriteAppMsgStatusesAndTheSecondarySink) {
   testing_root::Remove("logs");
   std::filesystem::create_directories(testing_root::Path() + "/logs");
   Corvela::Logging::Log<false> log("dsm");
-  ASSERT_FALSE(log.disabled());
   crvlLogHandle_t* sink = crvlLogOpen("sink");
   ASSERT_NE(sink, nullptr);
   log.set_secondary(sink);
@@ -84,7 +77,6 @@ TEST(AppLog, WriteAppMsgStatusesAndTheSecondarySink) {
   log.set_disabled(true);
   EXPECT_EQ(log.WriteAppMsg(0, CRVL_SEV_ERROR, text), 1);
   Corvela::Logging::Log<false> unopened("no/such");
-  EXPECT_TRUE(unopened.disabled());
   EXPECT_EQ(unopened.WriteAppMsg(0, CRVL_SEV_ERROR, text), 1);
   crvlLogClose(sink);
 }
@@ -92,7 +84,6 @@ TEST(AppLog, WriteAppMsgStatusesAndTheSecondarySink) {
 TEST(AppLog, LisArguments) {
   setenv("LC_ALL", "C", 1);
   Corvela::L10N::LisMgr plain("SmeSlp0020N", "%2$s|%1$s|%s|%3$s|%d");
-  EXPECT_FALSE(plain.utf8());
   plain << "a\tb" << nullptr << "caf\xc3\xa9";
   char* formatted = crvlLisFormat(plain.get());
   EXPECT_STREQ(formatted, "|a?b|a?b|caf??|%d");
@@ -100,7 +91,6 @@ TEST(AppLog, LisArguments) {
 
   setenv("LC_ALL", "de_DE.UTF-8", 1);
   Corvela::L10N::LisMgr utf8("SmeSlp0020N", "%s %s");
-  EXPECT_TRUE(utf8.utf8());
   utf8 << "caf\xc3\xa9"
        << "\xef\xbb\xbfmark";
   formatted = crvlLisFormat(utf8.get());
