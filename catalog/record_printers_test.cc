@@ -9,8 +9,9 @@
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
+#include <initializer_list>
+#include <regex>
 #include <string>
-#include <vector>
 
 namespace {
 
@@ -26,10 +27,16 @@ std::string Printed(void (*print)(const Record&, FILE*), const Record& record) {
   return text;
 }
 
-void ExpectLines(const std::string& text, const std::vector<std::string>& lines) {
-  for (const std::string& line : lines) {
-    EXPECT_NE(std::string::npos, text.find(line + "\n")) << line << "\nin:\n" << text;
+// The rest of the line after each of `labels` and its colon in `text`
+// ("" where none), joined by '|'.
+std::string Fields(const std::string& text, std::initializer_list<const char*> labels) {
+  std::string fields;
+  for (const char* label : labels) {
+    std::smatch m;
+    std::regex_search(text, m, std::regex(std::string("\n *") + label + " *: ([^\n]*)\n"));
+    fields += std::string(fields.empty() ? "" : "|") + m[1].str();
   }
+  return fields;
 }
 
 TEST(RecordPrintersTest, EmptyImage) {
@@ -40,83 +47,61 @@ TEST(RecordPrintersTest, EmptyImage) {
       "{00000000-0000-0000-0000-000000000000} 0 0 0\n",
       Printed(PrintImageShort, image));
   EXPECT_EQ("*NULL*\n", Printed(PrintImageBrief, image));
-  ExpectLines(
-      Printed(PrintImageUser, image),
-      {" Master Server                 : (none specified)",
-       " Storage Lifecycle State       : 19 (INVALID_IMAGE_LIFECYCLE_STATE)",
-       " Storage Lifecycle Is Inactive : true", " OriginMasterServer            : (none specified)",
-       " Data Classification ID        : (none specified)"});
+  EXPECT_EQ(Fields(Printed(PrintImageUser, image),
+                   {"Master Server", "Storage Lifecycle State", "Storage Lifecycle Is Inactive",
+                    "OriginMasterServer", "Data Classification ID"}),
+            "(none specified)|19 (INVALID_IMAGE_LIFECYCLE_STATE)|true|(none specified)|"
+            "(none specified)");
 }
 
-TEST(RecordPrintersTest, CopyNamesAtTheEndsOfTheirTables) {
-  EMM_ImageCopy copy = {};
-  copy.CopyType = 9;
-  copy.CopyState = 15;
-  copy.RetentionType = 5;
-  copy.DataFormat = 3;
-  copy.MPXState = 2;
-  strcpy(copy.Residence, "*Remote*Master*");
-  strcpy(copy.DestinationID, "target-a");
-  ExpectLines(
-      Printed(PrintCopyUser, copy),
-      {"   Copy Type           : 9 (CLOUD_SNAPSHOT_INDEX) ",
-       "   Copy State          : 15 (IMPORT_FAILED) ", "   Retention Type      : 5 (MIRROR) ",
-       "   DataFormat          : 3 (DF_NDMP) ", "   MPX State           : 2 (true)",
-       "   Residence           : Remote Master", "   Target ID           : target-a"});
-  EXPECT_NE(std::string::npos, Printed(PrintCopyShort, copy).find(" *Remote*Master* "));
-
-  copy.CopyType = 10;
-  copy.CopyState = 16;
-  copy.RetentionType = -1;
-  copy.DataFormat = 4;
-  copy.MPXState = 0;
-  strcpy(copy.Residence, "disk_stu");
-  copy.DestinationID[0] = '\0';
-  ExpectLines(
-      Printed(PrintCopyUser, copy),
-      {"   Copy Type           : 10 (INVALID_COPY_TYPE)",
-       "   Copy State          : 16 (INVALID_IMAGE_COPY_STATE)",
-       "   Retention Type      : -1 (INVALID_RETENTION_TYPE)",
-       "   DataFormat          : 4 (INVALID_DATA_FORMAT)", "   MPX State           : 0 (false)",
-       "   Residence           : disk_stu", "   Destination ID      : (none specified)"});
-}
-
-TEST(RecordPrintersTest, FragmentNamesAtTheEndsOfTheirTables) {
-  struct Case {
-    int mediaType;
-    short subType;
-    short state;
-    std::vector<std::string> lines;
-  } cases[] = {
-      {6,
-       6,
-       5,
-       {"     Media Type        : 6 (DISKSTAGE) ", "     Media Sub-Type    : 6 (STSDYNAMIC) ",
-        "     Fragment State    : 5 (UNDEFINED) "}},
-      {0,
-       0,
-       1,
-       {"     Media Type        : 0 (DISK) ", "     Media Sub-Type    : 0 (DEFAULT) ",
-        "     Fragment State    : 1 (ACTIVE) "}},
-      {7,
-       7,
-       0,
-       {"     Media Type        : 7 (UNKNOWN_STU_TYPE)",
-        "     Media Sub-Type    : 7 (UNKNOWN_STU_SUBTYPE)",
-        "     Fragment State    : 0 (INVALID_FRAG_STATE)"}},
-      {-1,
-       -1,
-       6,
-       {"     Media Type        : -1 (UNKNOWN_STU_TYPE)",
-        "     Media Sub-Type    : -1 (UNKNOWN_STU_SUBTYPE)",
-        "     Fragment State    : 6 (INVALID_FRAG_STATE)"}},
+TEST(RecordPrintersTest, NamesAtTheEndsOfTheirTables) {
+  static const struct {
+    int copyType, copyState, retentionType, dataFormat, mpxState;
+    const char *residence, *destination;
+    const char* fields;  // type|state|retention|format|MPX|residence|target|destination
+  } copies[] = {
+      {9, 15, 5, 3, 2, "*Remote*Master*", "target-a",
+       "9 (CLOUD_SNAPSHOT_INDEX) |15 (IMPORT_FAILED) |5 (MIRROR) |3 (DF_NDMP) |2 (true)|"
+       "Remote Master|target-a|"},
+      {10, 16, -1, 4, 0, "disk_stu", "",
+       "10 (INVALID_COPY_TYPE)|16 (INVALID_IMAGE_COPY_STATE)|-1 (INVALID_RETENTION_TYPE)|"
+       "4 (INVALID_DATA_FORMAT)|0 (false)|disk_stu||(none specified)"},
   };
-  for (const Case& c : cases) {
+  for (const auto& c : copies) {
+    EMM_ImageCopy copy = {};
+    copy.CopyType = c.copyType;
+    copy.CopyState = c.copyState;
+    copy.RetentionType = c.retentionType;
+    copy.DataFormat = c.dataFormat;
+    copy.MPXState = c.mpxState;
+    strcpy(copy.Residence, c.residence);
+    strcpy(copy.DestinationID, c.destination);
+    EXPECT_EQ(Fields(Printed(PrintCopyUser, copy),
+                     {"Copy Type", "Copy State", "Retention Type", "DataFormat", "MPX State",
+                      "Residence", "Target ID", "Destination ID"}),
+              c.fields);
+    EXPECT_NE(std::string::npos,
+              Printed(PrintCopyShort, copy).find(std::string(" ") + c.residence + " "));
+  }
+
+  static const struct {
+    int mediaType;
+    short subType, state;
+    const char* fields;  // media type|sub-type|state
+  } fragments[] = {
+      {6, 6, 5, "6 (DISKSTAGE) |6 (STSDYNAMIC) |5 (UNDEFINED) "},
+      {0, 0, 1, "0 (DISK) |0 (DEFAULT) |1 (ACTIVE) "},
+      {7, 7, 0, "7 (UNKNOWN_STU_TYPE)|7 (UNKNOWN_STU_SUBTYPE)|0 (INVALID_FRAG_STATE)"},
+      {-1, -1, 6, "-1 (UNKNOWN_STU_TYPE)|-1 (UNKNOWN_STU_SUBTYPE)|6 (INVALID_FRAG_STATE)"},
+  };
+  for (const auto& c : fragments) {
     EMM_ImageFragment fragment = {};
     fragment.MediaType = c.mediaType;
     fragment.MediaSubType = c.subType;
     fragment.FragmentState = c.state;
-    ExpectLines(Printed(PrintFragmentUser, fragment), c.lines);
+    EXPECT_EQ(Fields(Printed(PrintFragmentUser, fragment),
+                     {"Media Type", "Media Sub-Type", "Fragment State"}),
+              c.fields);
   }
 }
 
