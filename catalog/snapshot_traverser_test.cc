@@ -14,8 +14,7 @@
 namespace {
 
 Legacy_ImageView Row(int64_t backupTime, const char* backupId, int copyNumber) {
-  Legacy_ImageView row;
-  memset(&row, 0, sizeof row);
+  Legacy_ImageView row = {};
   row.image.BackupTime = backupTime;
   strcpy(row.image.BackupID, backupId);
   row.copy.CopyNumber = copyNumber;
@@ -24,7 +23,7 @@ Legacy_ImageView Row(int64_t backupTime, const char* backupId, int copyNumber) {
 
 TEST(SnapshotTraverserTest, ComparesByBackupTimeBackupIdAndCopyNumber) {
   const Legacy_ImageView row = Row(200, "host_200", 2);
-  struct Case {
+  static const struct {
     int64_t backupTime;
     const char* backupId;
     int copyNumber;
@@ -35,9 +34,8 @@ TEST(SnapshotTraverserTest, ComparesByBackupTimeBackupIdAndCopyNumber) {
       {200, "host_200", 3, 2}, {-5, "host_200", 2, 0},  {200, "host_2000", 2, 2},
       {200, "host\xff", 2, 2},  // bytes compare unsigned
   };
-  for (const Case& c : cases) {
-    EMM_SnapshotInfo snap;
-    memset(&snap, 0, sizeof snap);
+  for (const auto& c : cases) {
+    EMM_SnapshotInfo snap = {};
     snap.BackupTime = c.backupTime;
     strcpy(snap.BackupID, c.backupId);
     snap.CopyNumber = c.copyNumber;
