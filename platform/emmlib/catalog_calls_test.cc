@@ -1,9 +1,8 @@
-// Tests of the catalog library's other calls: opening a catalog, snapshots,
-// copy and image-state updates, the SLP definitions and data
-// classifications. Replicas and pending imports are shown by the end-to-end
-// tests of the commands that list them.
-#include <fcntl.h>
-
+// Tests of the catalog library's other calls: snapshots, the refusals of
+// opening a catalog and of the updates, the SLP definitions and data
+// classifications. A missing or damaged catalog is shown by the end-to-end
+// tests of catalog_open_test.cc, the updates by redo's, replicas and pending
+// imports by those of the commands that list them.
 #include <string>
 #include <vector>
 
@@ -13,38 +12,6 @@ namespace {
 
 using emm_test::kMaster;
 using emm_test::TestCatalog;
-
-TEST(Initialize, OpensOnlyACatalog) {
-  TestCatalog cat;
-  const std::string garbage = cat.path() + ".garbage";
-  int fd = open(garbage.c_str(), O_WRONLY | O_CREAT, 0600);
-  ASSERT_EQ(4096, write(fd, std::string(4096, 'x').data(), 4096));
-  close(fd);
-  const std::string missing = cat.path() + ".missing";
-  static const struct {
-    std::string path;
-    const char* server;
-    unsigned status;
-  } cases[] = {
-      {missing, kMaster, EMMLIB_CANNOT_OPEN},
-      {garbage, kMaster, EMMLIB_CANNOT_OPEN},
-      {cat.path(), "", EMMLIB_INVALID_ARGUMENT},
-      {cat.path(), kMaster, 0},
-  };
-  for (const auto& c : cases) {
-    int cid = 0;
-    EXPECT_EQ(c.status, emmlib_initialize(&cid, EMMLIB_READ_ONLY, c.server, 1556, c.path.c_str(),
-                                          nullptr, "t"))
-        << c.path;
-    EXPECT_EQ(c.status == 0, cid != 0 && cid != *cat.cid()) << c.path;
-    if (cid != 0) {
-      EXPECT_EQ(0u, emmlib_terminate(&cid));
-    }
-    EXPECT_EQ(EMMLIB_NOT_CONNECTED, emmlib_terminate(&cid));
-  }
-  EXPECT_EQ(-1, access(missing.c_str(), F_OK)) << "a missing catalog must not be created";
-  unlink(garbage.c_str());
-}
 
 // Fetches every snapshot of a query in batches of `batch`; records the
 // status and count of each fetch in *trace.
@@ -104,10 +71,22 @@ TEST(Snapshots, ComeInImageRowOrder) {
   EXPECT_EQ((std::vector<unsigned>{EMMLIB_END_OF_DATA, 0}), trace);
 }
 
-// The updates themselves are what redo's end-to-end tests check; here the
-// refusals and a record that is not there.
-TEST(Updates, RefusedOrWithoutARecord) {
+TEST(CatalogCalls, RefusedOrWithoutARecord) {
   TestCatalog cat;
+  auto open = [&](int* cid, const char* server, const std::string& path) {
+    return emmlib_initialize(cid, EMMLIB_READ_ONLY, server, 1556, path.c_str(), nullptr, "t");
+  };
+  int cid = 0;
+  EXPECT_EQ(EMMLIB_INVALID_ARGUMENT, open(&cid, "", cat.path()));
+  ASSERT_EQ(0u, open(&cid, kMaster, cat.path()));
+  EXPECT_NE(*cat.cid(), cid);
+  // Opening over a connection closes it, whether or not the new one opens.
+  const int first = cid;
+  EXPECT_EQ(EMMLIB_CANNOT_OPEN, open(&cid, kMaster, cat.path() + ".missing"));
+  EXPECT_EQ(0, cid);
+  cid = first;
+  EXPECT_EQ(EMMLIB_NOT_CONNECTED, emmlib_terminate(&cid));
+
   cat.AddCopy(cat.AddImage("c", 100), 1, "SLPIndex = 1");
   EMM_ImageCopyExt* ext = nullptr;
   ASSERT_EQ(0u, emmlib_InitImageCopyExt(&ext));
@@ -129,6 +108,8 @@ TEST(Updates, RefusedOrWithoutARecord) {
   }
   EXPECT_EQ(EMMLIB_INVALID_ARGUMENT,
             emmlib_UpdateImageStorageServiceState(cat.cid(), 1, kMaster, "c_100", -1));
+  EXPECT_EQ(0u, emmlib_terminate(cat.cid()));
+  EXPECT_EQ(EMMLIB_NOT_CONNECTED, emmlib_terminate(cat.cid()));
 }
 
 TEST(Definitions, SlpVersionsWithOperationsAndClassifications) {

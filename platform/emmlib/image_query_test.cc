@@ -11,45 +11,34 @@
 
 namespace {
 
+using emm_test::kMaster;
 using emm_test::TestCatalog;
 
-// Runs the copy-type-and-format query with the filters of `a` and returns
-// the backup ids of its rows, one per image.
+// The filters of the copy-type-and-format query; 0 and -1 stand for none.
 struct QueryArgs {
   const char* master = emm_test::kMaster;
   const char* mediaId = nullptr;
-  const char* storageServer = nullptr;
   const char* mediaServer = nullptr;
-  const int* imageState = nullptr;
-  const int* copyType = nullptr;
+  int imageState = 0;
+  int copyType = -1;
 };
 
-std::vector<std::string> ImagesOf(TestCatalog& cat, const QueryArgs& a,
-                                  std::vector<Legacy_ImageView>* rows = nullptr) {
+// The rows of that query, each "backup id/copy/fragment/media id/residence",
+// blank-separated.
+std::string Rows(TestCatalog& cat, const QueryArgs& a) {
   uint64_t handle = 0;
-  EXPECT_EQ(0u, emmlib_ImageQueryCopyTypeAndFormatExecute(cat.cid(), 3, a.master, nullptr, nullptr,
-                                                          a.mediaId, a.storageServer, a.mediaServer,
-                                                          0, 0, nullptr, 0, 0, a.imageState,
-                                                          a.copyType, 0, -1, nullptr, &handle));
-  std::vector<Legacy_ImageView> all = cat.RawRows(handle);
+  EXPECT_EQ(0u, emmlib_ImageQueryCopyTypeAndFormatExecute(
+                    cat.cid(), 3, a.master, nullptr, nullptr, a.mediaId, nullptr, a.mediaServer, 0,
+                    0, nullptr, 0, 0, a.imageState != 0 ? &a.imageState : nullptr,
+                    a.copyType != -1 ? &a.copyType : nullptr, 0, -1, nullptr, &handle));
+  std::string text;
+  for (const Legacy_ImageView& r : cat.RawRows(handle)) {
+    text += std::string(text.empty() ? "" : " ") + r.image.BackupID + "/" +
+            std::to_string(r.copy.CopyNumber) + "/" + std::to_string(r.fragment.FragmentNumber) +
+            "/" + r.fragment.MediaID + "/" + r.copy.Residence;
+  }
   EXPECT_EQ(0u, emmlib_ReleaseImageResultHandle(cat.cid(), handle));
-  std::vector<std::string> ids;
-  for (const Legacy_ImageView& r : all) {
-    if (ids.empty() || ids.back() != r.image.BackupID) ids.push_back(r.image.BackupID);
-  }
-  if (rows != nullptr) *rows = all;
-  return ids;
-}
-
-// Each flat row as "backup id|copy number|fragment number|media id|residence".
-std::vector<std::string> Shapes(const std::vector<Legacy_ImageView>& rows) {
-  std::vector<std::string> shapes;
-  for (const Legacy_ImageView& r : rows) {
-    shapes.push_back(std::string(r.image.BackupID) + "|" + std::to_string(r.copy.CopyNumber) + "|" +
-                     std::to_string(r.fragment.FragmentNumber) + "|" + r.fragment.MediaID + "|" +
-                     r.copy.Residence);
-  }
-  return shapes;
+  return text;
 }
 
 // Rows in listing order: backup time, backup id, copy, fragment; an image
@@ -68,20 +57,14 @@ TEST(ImageQuery, RowsComeInListingOrder) {
   cat.AddCopy(cat.AddImage("alpha", 1000), 1);
   cat.AddImage("gamma", 1500, "", 2);  // another master's image
 
-  std::vector<Legacy_ImageView> rows;
-  ImagesOf(cat, QueryArgs(), &rows);
-  EXPECT_EQ(
-      (std::vector<std::string>{"alpha_1000|1|0||", "beta_1000|0|0||", "zeta_2000|1|1|A00001|",
-                                "zeta_2000|1|2|A00002|", "zeta_2000|2|0||tape_stu"}),
-      Shapes(rows));
+  const std::string all = Rows(cat, QueryArgs());
+  EXPECT_EQ(all,
+            "alpha_1000/1/0// beta_1000/0/0// zeta_2000/1/1/A00001/ zeta_2000/1/2/A00002/ "
+            "zeta_2000/2/0//tape_stu");
   // The master is matched by any of its aliases, letter case ignored; an
   // unknown master selects nothing.
-  QueryArgs alias;
-  alias.master = "MASTER1";
-  EXPECT_EQ(3u, ImagesOf(cat, alias).size());
-  QueryArgs unknown;
-  unknown.master = "nowhere";
-  EXPECT_TRUE(ImagesOf(cat, unknown).empty());
+  EXPECT_EQ(all, Rows(cat, {"MASTER1"}));
+  EXPECT_EQ("", Rows(cat, {"nowhere"}));
 }
 
 TEST(ImageQuery, FiltersSelectImagesOrCopies) {
@@ -106,47 +89,25 @@ TEST(ImageQuery, FiltersSelectImagesOrCopies) {
   cat.AddImage("c3", 400);
   cat.AddImage("c3", 500, "StorageServiceName = 'gold', StorageServiceState = 4");
 
-  struct Case {
+  // The state codes that stand for two conditions at once; a copy filter
+  // returns only the copies that pass, a volume filter the image whole.
+  const char* const kImage1 = "c1_100/1/1/disk1/ c1_100/2/1/A00001/";
+  static const struct {
     const char* name;
     QueryArgs args;
-    std::vector<std::string> want;
+    std::string want;
+  } cases[] = {
+      {"media id", {kMaster, "A00001"}, kImage1},
+      {"media server", {kMaster, nullptr, "ms2"}, kImage1},
+      {"media id and server must match one fragment", {kMaster, "disk1", "ms2"}, ""},
+      {"image state 10", {kMaster, nullptr, nullptr, 10}, "c2_200/1/1/disk2/"},
+      {"inactive or deleted", {kMaster, nullptr, nullptr, 4}, "c2_200/1/1/disk2/ c3_500/0/0//"},
+      {"copy type duplicate", {kMaster, nullptr, nullptr, 0, 1}, "c1_100/2/1/A00001/"},
+      {"copy type replicate", {kMaster, nullptr, nullptr, 0, 3}, "c1_300/1/0//"},
   };
-  static const int kState10 = 10, kInactive = 4, kDuplicate = 1, kReplicate = 3;
-  std::vector<Case> cases;
-  cases.reserve(32);
-  auto add = [&](const char* name, std::vector<std::string> want) {
-    cases.push_back({name, QueryArgs(), std::move(want)});
-    return &cases.back().args;
-  };
-  // The filters the listing's end-to-end tests do not reach, and the state
-  // codes that stand for two conditions at once.
-  add("none", {"c1_100", "c2_200", "c1_300", "c3_400", "c3_500"});
-  add("media id", {"c1_100"})->mediaId = "A00001";
-  add("storage server", {"c2_200"})->storageServer = "dd2";
-  add("media server", {"c1_100"})->mediaServer = "ms2";
-  add("image state 10", {"c2_200"})->imageState = &kState10;
-  add("inactive or deleted", {"c2_200", "c3_500"})->imageState = &kInactive;
-  add("copy type replicate", {"c1_300"})->copyType = &kReplicate;
-  QueryArgs* both = add("media id and server must match one fragment", {});
-  both->mediaId = "disk1";
-  both->mediaServer = "ms2";
-
-  for (const Case& c : cases) {
-    EXPECT_EQ(c.want, ImagesOf(cat, c.args)) << c.name;
+  for (const auto& c : cases) {
+    EXPECT_EQ(c.want, Rows(cat, c.args)) << c.name;
   }
-
-  // A copy filter returns only the copies that pass; a volume filter returns
-  // the image whole.
-  std::vector<Legacy_ImageView> rows;
-  QueryArgs dup;
-  dup.copyType = &kDuplicate;
-  ImagesOf(cat, dup, &rows);
-  ASSERT_EQ(1u, rows.size());
-  EXPECT_EQ(2, rows[0].copy.CopyNumber);
-  QueryArgs media;
-  media.mediaId = "A00001";
-  ImagesOf(cat, media, &rows);
-  EXPECT_EQ(2u, rows.size());
 
   // Detail level 1: the rows of the managed images, as summary rows that
   // hold what the full rows hold of the fields they carry.
@@ -158,44 +119,29 @@ TEST(ImageQuery, FiltersSelectImagesOrCopies) {
            std::to_string(r.fragment.FragmentSize);
   };
   std::vector<std::string> want, got;
-  ImagesOf(cat, QueryArgs(), &rows);
-  for (const Legacy_ImageView& r : rows) {
-    if (r.image.SLPName[0] != '\0') want.push_back(summary(r));
+  for (int level : {3, 1}) {
+    uint64_t handle = 0;
+    ASSERT_EQ(0u, emmlib_ImageQueryExecute(cat.cid(), level, kMaster, nullptr, nullptr, nullptr,
+                                           nullptr, nullptr, 0, 0, 0, 0, 0, nullptr, &handle));
+    for (const Legacy_ImageView& r : cat.RawRows(handle)) {
+      if (level == 1) {
+        got.push_back(summary(r));
+      } else if (r.image.SLPName[0] != '\0') {
+        want.push_back(summary(r));
+      }
+    }
+    EXPECT_EQ(0u, emmlib_ReleaseImageResultHandle(cat.cid(), handle));
   }
-  uint64_t handle = 0;
-  ASSERT_EQ(0u, emmlib_ImageQueryExecute(cat.cid(), 1, emm_test::kMaster, nullptr, nullptr, nullptr,
-                                         nullptr, nullptr, 0, 0, 0, 0, 0, nullptr, &handle));
-  for (const Legacy_ImageView& r : cat.RawRows(handle)) got.push_back(summary(r));
-  EXPECT_EQ(0u, emmlib_ReleaseImageResultHandle(cat.cid(), handle));
   EXPECT_EQ(want, got);
-}
-
-// Rows that end exactly on a batch: the batch that fills up comes with 0,
-// every fetch after it with end of data. A batch boundary inside one image
-// is what the listing's end-to-end tests meet.
-TEST(ImageQuery, RawFetchEndsOnABatchBoundary) {
-  TestCatalog cat;
-  for (int i = 0; i < 4; ++i) cat.AddFragment(cat.AddCopy(cat.AddImage("c", 100 + i), 1), 1);
-  uint64_t handle = 0;
-  ASSERT_EQ(0u, emmlib_ImageQueryExecute(cat.cid(), 3, emm_test::kMaster, nullptr, nullptr, nullptr,
-                                         nullptr, nullptr, 0, 0, 0, 0, 0, nullptr, &handle));
-  Legacy_ImageView buffer[2];
-  std::vector<unsigned> trace;
-  for (int fetch = 0; fetch < 4; ++fetch) {
-    unsigned count = 2;
-    trace.push_back(emmlib_ImageQueryFetchRaw(cat.cid(), 3, handle, &count, buffer));
-    trace.push_back(count);
-  }
-  EXPECT_EQ((std::vector<unsigned>{0, 2, 0, 2, EMMLIB_END_OF_DATA, 0, EMMLIB_END_OF_DATA, 0}),
-            trace);
-  emmlib_ReleaseImageResultHandle(cat.cid(), handle);
 }
 
 // Rows of one image (and copy) take those parts from the row before them;
 // they must be exactly what reading the columns gives. Each batch goes into
 // a buffer filled with one byte value, so that whole rows compare byte for
 // byte and a text copied without its last byte or NUL shows; batches of one
-// row read every part from the columns.
+// row read every part from the columns. Rows that end exactly on a batch:
+// the batch that fills up comes with 0, every fetch after it with end of
+// data.
 TEST(ImageQuery, RawFetchRepeatsImageAndCopyExactly) {
   TestCatalog cat;
   const std::string longText(300, 'x');  // cut to its field
@@ -216,33 +162,42 @@ TEST(ImageQuery, RawFetchRepeatsImageAndCopyExactly) {
     }
   }
   cat.AddImage("nocopy", 200);
-  auto fetch = [&](unsigned batch) {
+  // The rows and, after them, each fetch's status and count.
+  auto fetch = [&](unsigned batch, std::string* trace) {
     uint64_t handle = 0;
-    EXPECT_EQ(0u,
-              emmlib_ImageQueryExecute(cat.cid(), 3, emm_test::kMaster, nullptr, nullptr, nullptr,
-                                       nullptr, nullptr, 0, 0, 0, 0, 0, nullptr, &handle));
+    EXPECT_EQ(0u, emmlib_ImageQueryExecute(cat.cid(), 3, kMaster, nullptr, nullptr, nullptr,
+                                           nullptr, nullptr, 0, 0, 0, 0, 0, nullptr, &handle));
     std::vector<Legacy_ImageView> all;
-    for (;;) {
+    for (unsigned status = 0, ends = 0; ends < 2;) {
       std::vector<Legacy_ImageView> buffer(batch);
       memset(static_cast<void*>(buffer.data()), 0xab, batch * sizeof buffer[0]);
       unsigned count = batch;
-      if (emmlib_ImageQueryFetchRaw(cat.cid(), 3, handle, &count, buffer.data()) != 0) break;
+      status = emmlib_ImageQueryFetchRaw(cat.cid(), 3, handle, &count, buffer.data());
+      *trace += std::to_string(status) + "/" + std::to_string(count) + " ";
+      if (status != 0) ++ends;
       all.insert(all.end(), buffer.begin(), buffer.begin() + count);
     }
     emmlib_ReleaseImageResultHandle(cat.cid(), handle);
     return all;
   };
-  const std::vector<Legacy_ImageView> single = fetch(1);
+  std::string trace;
+  const std::vector<Legacy_ImageView> single = fetch(1, &trace);
   ASSERT_EQ(10u, single.size());
   EXPECT_EQ(256u, strlen(single[4].image.SLPName));
-  for (unsigned batch : {3u, 500u}) {
-    const std::vector<Legacy_ImageView> rows = fetch(batch);
+  for (unsigned batch : {3u, 5u, 500u}) {
+    const std::vector<Legacy_ImageView> rows = fetch(batch, &trace);
     ASSERT_EQ(single.size(), rows.size());
     for (size_t i = 0; i < rows.size(); ++i) {
       EXPECT_EQ(0, memcmp(&single[i], &rows[i], sizeof rows[i]))
           << "batch " << batch << " row " << i;
     }
   }
+  const std::string end = std::to_string(EMMLIB_END_OF_DATA) + "/0 ";
+  std::string ones;
+  for (int i = 0; i < 10; ++i) ones += "0/1 ";
+  EXPECT_EQ(ones + end + end + "0/3 0/3 0/3 0/1 " + end + end + "0/5 0/5 " + end + end + "0/10 " +
+                end + end,
+            trace);
 }
 
 // Batches of whole images, at each level: images alone (1), with their
