@@ -6,7 +6,7 @@
 #include <unistd.h>
 
 #include <cstdio>
-#include <limits>
+#include <functional>
 #include <set>
 #include <string>
 #include <utility>
@@ -22,64 +22,55 @@ namespace DiskService = Orvantic::Stashwell::DL::DiskService;
 namespace Framework = Orvantic::Stashwell::TL::Framework;
 namespace OBVDiskService = OBV_Orvantic::Stashwell::DL::DiskService;
 
+// A server type name's sub-type, then k, x, d when it is a known, external or
+// deprecated type.
+std::string TypeRow(const char* name) {
+  return std::to_string(DiskServiceHelper::identifyStuSubtype(name)) +
+         (DiskServiceHelper::isKnownServerType(name) ? "k" : "") +
+         (DiskServiceHelper::isKnownExtServerType(name) ? "x" : "") +
+         (DiskServiceHelper::isDeprecatedServerType(name) ? "d" : "");
+}
+
 TEST(DiskServiceHelperTest, ServerTypeNamesMatchWholeWithCase) {
-  const struct {
-    const char* name;
-    short subtype;
-  } subtypes[] = {{"NearStore", 2}, {"LegacyDisk", 0}, {nullptr, 0}, {"basicdisk", 6}, {"", 6}};
-  for (const auto& c : subtypes) {
-    EXPECT_EQ(DiskServiceHelper::identifyStuSubtype(c.name), c.subtype)
-        << (c.name ? c.name : "(null)");
+  std::vector<std::string> rows = {TypeRow(nullptr)};
+  for (const char* name : {"NearStore", "LegacyDisk", "basicdisk", "", "SANDisk", "DiskPool",
+                           "BasicDisk ", "BasicDisk", "ExtCloud", "RemoteDisk"}) {
+    rows.push_back(TypeRow(name));
   }
+  EXPECT_EQ(rows, (std::vector<std::string>{"0", "2kd", "0kd", "6", "6", "6kd", "6", "6", "1k",
+                                            "6x", "6d"}));
   EXPECT_STREQ(DiskServiceHelper::identifyStuServerType(0), "LegacyDisk");
   EXPECT_STREQ(DiskServiceHelper::identifyStuServerType(4), "DiskPool");
   EXPECT_STREQ(DiskServiceHelper::identifyStuServerType(-1), "DiskPool");
-
-  EXPECT_TRUE(DiskServiceHelper::isKnownServerType("SANDisk"));
-  for (const char* unknown :
-       {"DiskPool", "basicdisk", "BasicDisk ", "", static_cast<const char*>(nullptr)}) {
-    EXPECT_FALSE(DiskServiceHelper::isKnownServerType(unknown)) << (unknown ? unknown : "(null)");
-  }
-  EXPECT_TRUE(DiskServiceHelper::isDeprecatedServerType("NearStore"));
-  EXPECT_FALSE(DiskServiceHelper::isDeprecatedServerType("BasicDisk"));
-  EXPECT_FALSE(DiskServiceHelper::isKnownExtServerType(nullptr));
 }
 
 TEST(DiskServiceHelperTest, MapsOnlyDsmErrorsToMessageNumbers) {
-  const struct {
-    int domain;
-    int code;
-    int message;
-  } cases[] = {
-      {1, 2050001, 20}, {1, 2050029, 26}, {1, 2050002, -1}, {1, 2050000, -1},
-      {1, 2050030, -1}, {2, 2050001, -1}, {0, 2050001, -1}, {1, -2050001, -1},
-  };
-  for (const auto& c : cases) {
-    EXPECT_EQ(DiskServiceHelper::mapError2Message(c.domain, c.code), c.message)
-        << c.domain << "/" << c.code;
+  std::string dsm, other;
+  for (int code : {2050001, 2050029, 2050002, 2050000, 2050030, -2050001}) {
+    dsm += " " + std::to_string(DiskServiceHelper::mapError2Message(1, code));
   }
+  for (int domain : {2, 0}) {
+    other += " " + std::to_string(DiskServiceHelper::mapError2Message(domain, 2050001));
+  }
+  EXPECT_EQ(dsm + " |" + other, " 20 26 -1 -1 -1 -1 | -1 -1");
 }
 
 TEST(DiskServiceHelperTest, ReadsNumbersLikeTheClassicLocaleStream) {
-  const struct {
-    const char* text;
-    int value;
-  } ints[] = {{" 42abc", 42}, {"abc", 0}, {nullptr, 0}, {"", 0},      {"-17", -17},
-              {"\t\n 7", 7},  {"+3", 3},  {"1.5", 1},   {"1,000", 1}, {"- 1", 0}};
-  for (const auto& c : ints) {
-    EXPECT_EQ(DiskServiceHelper::ptoi(c.text), c.value) << (c.text ? c.text : "(null)");
-  }
-  EXPECT_EQ(DiskServiceHelper::ptol(" 123456789012 kB"), 123456789012L);
-  EXPECT_EQ(DiskServiceHelper::ptoll("-9223372036854775808"),
-            std::numeric_limits<long long>::min());
-  EXPECT_EQ(DiskServiceHelper::ptoull("18446744073709551615"),
-            std::numeric_limits<unsigned long long>::max());
-  // The library reads "-1" into an unsigned type as its negation.
-  EXPECT_EQ(DiskServiceHelper::ptoull("-1"), std::numeric_limits<unsigned long long>::max());
-  EXPECT_EQ(DiskServiceHelper::ptos("12x"), 12);
   // Out of range: the library's limit of the type.
-  EXPECT_EQ(DiskServiceHelper::ptos("70000"), std::numeric_limits<short>::max());
-  EXPECT_EQ(DiskServiceHelper::ptoi("99999999999"), std::numeric_limits<int>::max());
+  std::string ints = std::to_string(DiskServiceHelper::ptoi(nullptr));
+  for (const char* text :
+       {" 42abc", "abc", "", "-17", "\t\n 7", "+3", "1.5", "1,000", "- 1", "99999999999"}) {
+    ints += " " + std::to_string(DiskServiceHelper::ptoi(text));
+  }
+  EXPECT_EQ(ints, "0 42 0 0 -17 7 3 1 1 0 2147483647");
+  // The library reads "-1" into an unsigned type as its negation.
+  EXPECT_EQ(std::to_string(DiskServiceHelper::ptol(" 123456789012 kB")) + " " +
+                std::to_string(DiskServiceHelper::ptoll("-9223372036854775808")) + " " +
+                std::to_string(DiskServiceHelper::ptoull("18446744073709551615")) + " " +
+                std::to_string(DiskServiceHelper::ptoull("-1")) + " " +
+                std::to_string(DiskServiceHelper::ptos("12x")) + " " +
+                std::to_string(DiskServiceHelper::ptos("70000")),
+            "123456789012 -9223372036854775808 18446744073709551615 18446744073709551615 12 32767");
 }
 
 DiskService::PropertySeq Properties(const std::vector<std::pair<const char*, const char*>>& pairs) {
@@ -131,52 +122,44 @@ TEST(DiskServiceHelperTest, PropertyLists) {
   EXPECT_EQ(Lookup(properties, "DSM::diskMediaId"), "Y");
 }
 
-TEST(DiskServiceHelperTest, NullArgumentsRaiseIllegalArgument) {
-  DiskService::PropertySeq properties = Properties({{"a", "1"}});
-  const struct {
-    const char* argument;
-    void (*call)(DiskService::PropertySeq&);
-  } cases[] = {
-      {"name",
-       [](DiskService::PropertySeq& p) {
-         CORBA::String_var v = DiskServiceHelper::getPropertyByName(p, nullptr);
-       }},
-      {"name",
-       [](DiskService::PropertySeq& p) {
-         DiskServiceHelper::updateProperty(p, nullptr, "v", true);
-       }},
-      {"value",
-       [](DiskService::PropertySeq& p) {
-         DiskServiceHelper::updateProperty(p, "a", nullptr, true);
-       }},
-      {"name", [](DiskService::PropertySeq& p) { DiskServiceHelper::deleteProperty(p, nullptr); }},
-  };
-  for (const auto& c : cases) {
-    try {
-      c.call(properties);
-      ADD_FAILURE() << "no exception for a null " << c.argument;
-    } catch (const Framework::IllegalArgumentException& e) {
-      ASSERT_NE(e.details.in(), nullptr);
-      EXPECT_STREQ(e.details->argumentName(), c.argument);
-      EXPECT_STREQ(e.details->originatingService(), "DiskService");
-      EXPECT_STREQ(e.details->originatingClass(), "DiskServiceHelper");
-    }
+// The argument the IllegalArgumentException that `call` raises names, and
+// where it comes from.
+std::string Refusal(const std::function<void()>& call) {
+  try {
+    call();
+  } catch (const Framework::IllegalArgumentException& e) {
+    if (e.details.in() == nullptr) return "no details";
+    return std::string(e.details->argumentName()) + "@" + e.details->originatingService() + "." +
+           e.details->originatingClass();
   }
-  EXPECT_EQ(Texts(properties), std::vector<std::string>{"a=1"});
+  return "no exception";
+}
+
+TEST(DiskServiceHelperTest, NullArgumentsRaiseIllegalArgument) {
+  DiskService::PropertySeq p = Properties({{"a", "1"}});
+  const std::vector<std::string> refusals = {
+      Refusal([&] { CORBA::String_var v = DiskServiceHelper::getPropertyByName(p, nullptr); }),
+      Refusal([&] { DiskServiceHelper::updateProperty(p, nullptr, "v", true); }),
+      Refusal([&] { DiskServiceHelper::updateProperty(p, "a", nullptr, true); }),
+      Refusal([&] { DiskServiceHelper::deleteProperty(p, nullptr); }),
+  };
+  const std::string origin = "@DiskService.DiskServiceHelper";
+  EXPECT_EQ(refusals, (std::vector<std::string>{"name" + origin, "name" + origin, "value" + origin,
+                                                "name" + origin}));
+  EXPECT_EQ(Texts(p), std::vector<std::string>{"a=1"});
 }
 
 TEST(DiskServiceHelperTest, RaisedExceptionsAndTheirTexts) {
   char host[256] = "";
   gethostname(host, sizeof host);
+  const std::string origin = std::string(" service=DiskService host=") + host;
   try {
     DiskServiceHelper::throwSvcException(1, 2050001, "no memory", "Builder", "build", 77);
     FAIL() << "no exception";
   } catch (const Framework::ServiceException& e) {
     CORBA::String_var text = DiskServiceHelper::ex_str(e);
-    EXPECT_EQ(
-        std::string(text.in()),
-        std::string("ServiceException: method=build class=Builder service=DiskService host=") +
-            host + " errorDomain=DSM errorCode=2050001 errorText=no memory");
+    EXPECT_EQ(text.in(), "ServiceException: method=build class=Builder" + origin +
+                             " errorDomain=DSM errorCode=2050001 errorText=no memory");
     EXPECT_NE(e.details->timeStamp(), 0);
     ASSERT_NE(e.details->message(), nullptr);
     EXPECT_EQ(e.details->message()->textId(), 20);
@@ -189,9 +172,7 @@ TEST(DiskServiceHelperTest, RaisedExceptionsAndTheirTexts) {
     ASSERT_NE(e.details.in(), nullptr);
     EXPECT_STREQ(e.details->argumentName(), "volumeName");
     CORBA::String_var text = DiskServiceHelper::ex_str(e);
-    EXPECT_EQ(
-        std::string(text.in()),
-        std::string("IllegalArgumentException: method=m class=C service=DiskService host=") + host);
+    EXPECT_EQ(text.in(), "IllegalArgumentException: method=m class=C" + origin);
   }
 
   // The last named domain and those just outside the names; details of
@@ -201,9 +182,9 @@ TEST(DiskServiceHelperTest, RaisedExceptionsAndTheirTexts) {
     details->errorDomain(c.first);
     details->errorCode(5);
     CORBA::String_var text = DiskServiceHelper::ex_str(Framework::ServiceException(details));
-    EXPECT_EQ(std::string(text.in()), std::string("ServiceException: method= class= service= "
-                                                  "host= errorDomain=") +
-                                          c.second + " errorCode=5 errorText=")
+    EXPECT_EQ(text.in(),
+              std::string("ServiceException: method= class= service= host= errorDomain=") +
+                  c.second + " errorCode=5 errorText=")
         << c.first;
   }
   CORBA::String_var other = DiskServiceHelper::ex_str(Framework::ServiceException(
@@ -216,10 +197,7 @@ TEST(DiskServiceHelperTest, RaisedExceptionsAndTheirTexts) {
 // The ring's slot holding the entry whose first text is `marker`, or -1.
 int SlotOf(const std::string& marker) {
   for (unsigned slot = 0; slot < 128; ++slot) {
-    std::string entry = DiskServiceHelper::ictraceEntry(slot);
-    if (entry.compare(0, 5 + marker.size() + 1, "ICTR-" + marker + " ") == 0) {
-      return static_cast<int>(slot);
-    }
+    if (DiskServiceHelper::ictraceEntry(slot).rfind("ICTR-" + marker + " ", 0) == 0) return slot;
   }
   return -1;
 }

@@ -1,15 +1,14 @@
 // The process's ORB against the test service: value types read back intact
 // only with their factories registered, a registrar that meets a failing
 // factory goes on, and the wrapper's verification. The call time-out is
-// shown end to end (tests/e2e/remote_faults_test.cc).
-//
-// The whole test process shares one installation root (STASHWELL_ROOT) and
-// one ORB; the root's configuration names the test service's ports before
-// anything reads it.
+// shown end to end (tests/e2e/remote_faults_test.cc). The whole process
+// shares one installation root and one ORB.
+#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include <memory>
 #include <new>
+#include <sstream>
 #include <string>
 
 #include "platform/orb/orb.h"
@@ -26,6 +25,9 @@
 
 namespace {
 
+using ::testing::AllOf;
+using ::testing::Contains;
+using ::testing::HasSubstr;
 namespace Framework = Orvantic::Stashwell::TL::Framework;
 namespace DiskService = Orvantic::Stashwell::DL::DiskService;
 
@@ -57,43 +59,41 @@ class RemoteOrbTest : public ::testing::Test {
 
 cyclesvc_test::TestService* RemoteOrbTest::service_ = nullptr;
 
-// Checks the details tree that kNestedDetails raises, read back through the
-// value factories: each node of its own type, with its members and inserts.
-void ExpectNestedDetails(const Framework::ServiceException& e) {
-  auto* disk = DiskService::DiskServiceExceptionDetails::_downcast(e.details.in());
-  ASSERT_NE(disk, nullptr);
-  EXPECT_EQ(disk->errorCode(), 2050010);
-  EXPECT_STREQ(disk->errorText(), "no volume");
-  EXPECT_STREQ(disk->originatingMethod(), "lookup");
-  EXPECT_EQ(disk->timeStamp(), 1700000000);
-  const Framework::Message* message = disk->message();
-  ASSERT_NE(message, nullptr);
-  EXPECT_EQ(message->textId(), 8);
-  ASSERT_EQ(message->inserts().length(), 2u);
-  auto* text = Framework::StringMessageItem::_downcast(message->inserts()[0]);
-  auto* number = Framework::NumericMessageItem::_downcast(message->inserts()[1]);
-  ASSERT_TRUE(text != nullptr && number != nullptr);
-  EXPECT_STREQ(text->stringValue(), "v1");
-  EXPECT_EQ(number->numericValue(), 42);
-
-  ASSERT_EQ(disk->rootCauses().length(), 2u);
-  auto* coded = Framework::ErrorCodeExceptionDetails::_downcast(disk->rootCauses()[0]);
-  ASSERT_NE(coded, nullptr);
-  EXPECT_EQ(coded->errorCode(), 17);
-  ASSERT_EQ(coded->rootCauses().length(), 1u);
-  auto* illegal = Framework::IllegalArgumentExceptionDetails::_downcast(coded->rootCauses()[0]);
-  ASSERT_NE(illegal, nullptr);
-  EXPECT_STREQ(illegal->argumentName(), "mediaId");
-  EXPECT_STREQ(disk->rootCauses()[1]->originatingMethod(), "inner");
+// Calls the manager and checks the details tree that kNestedDetails raises,
+// read back through the value factories: each node of its own type, with its
+// members and inserts.
+void ExpectNestedDetails(DiskService::DiskServiceMgr_ptr manager) {
+  try {
+    DiskService::DiskVolumeInfo_var info = manager->getDiskVolumeInfoByMediaId("M1");
+    FAIL() << "no exception";
+  } catch (const Framework::ServiceException& e) {
+    auto* disk = DiskService::DiskServiceExceptionDetails::_downcast(e.details.in());
+    ASSERT_NE(disk, nullptr);
+    const Framework::Message* message = disk->message();
+    ASSERT_TRUE(message != nullptr && message->inserts().length() == 2);
+    auto* text = Framework::StringMessageItem::_downcast(message->inserts()[0]);
+    auto* number = Framework::NumericMessageItem::_downcast(message->inserts()[1]);
+    ASSERT_TRUE(text != nullptr && number != nullptr);
+    ASSERT_EQ(disk->rootCauses().length(), 2u);
+    auto* coded = Framework::ErrorCodeExceptionDetails::_downcast(disk->rootCauses()[0]);
+    ASSERT_TRUE(coded != nullptr && coded->rootCauses().length() == 1);
+    auto* illegal = Framework::IllegalArgumentExceptionDetails::_downcast(coded->rootCauses()[0]);
+    ASSERT_NE(illegal, nullptr);
+    std::ostringstream members;
+    members << disk->errorCode() << " " << disk->errorText() << " " << disk->originatingMethod()
+            << " " << disk->timeStamp() << " " << message->textId() << " " << text->stringValue()
+            << " " << number->numericValue() << " | " << coded->errorCode() << " "
+            << illegal->argumentName() << " | " << disk->rootCauses()[1]->originatingMethod();
+    EXPECT_EQ(members.str(), "2050010 no volume lookup 1700000000 8 v1 42 | 17 mediaId | inner");
+  }
 }
 
 const char kNestedDetails[] = R"({"DiskServiceMgr.getDiskVolumeInfoByMediaId": {"raise": {
-    "user": "ServiceException",
-    "details": {"type": "DiskServiceExceptionDetails", "originatingService": "DiskService",
-      "exceptionClassName": "ServiceException", "originatingHost": "emm1",
-      "originatingClass": "DiskServiceMgrImpl", "originatingMethod": "lookup",
-      "timeStamp": 1700000000,
-      "errorCode": 2050010, "errorText": "no volume", "errorDomain": 1,
+    "user": "ServiceException", "details": {"type": "DiskServiceExceptionDetails",
+      "originatingService": "DiskService", "exceptionClassName": "ServiceException",
+      "originatingHost": "emm1", "originatingClass": "DiskServiceMgrImpl",
+      "originatingMethod": "lookup", "timeStamp": 1700000000, "errorCode": 2050010,
+      "errorText": "no volume", "errorDomain": 1,
       "message": {"textId": 8, "timeStamp": 1700000001, "originatorId": 1, "inserts": [
         {"type": "StringMessageItem", "position": 1, "name": "volume", "stringValue": "v1"},
         {"type": "NumericMessageItem", "position": 2, "name": "count", "numericValue": 42}]},
@@ -106,12 +106,7 @@ TEST_F(RemoteOrbTest, DetailsWithNestedRootCausesNeedTheFactories) {
   service_->SetScenario(kNestedDetails);
   DiskService::DiskServiceMgr_var manager = DiskServiceManager();
   ASSERT_FALSE(CORBA::is_nil(manager));
-  try {
-    DiskService::DiskVolumeInfo_var info = manager->getDiskVolumeInfoByMediaId("M1");
-    FAIL() << "no exception";
-  } catch (const Framework::ServiceException& e) {
-    ExpectNestedDetails(e);
-  }
+  ExpectNestedDetails(manager);
 
   // Without the factories the same reply cannot be read.
   CORBA::ORB_ptr orb = SWOrb->orb();
@@ -133,12 +128,7 @@ TEST_F(RemoteOrbTest, DetailsWithNestedRootCausesNeedTheFactories) {
   DiskServiceRegistrar disk;
   EXPECT_EQ(framework.init(orb), 0);
   EXPECT_EQ(disk.init(orb), 0);
-  try {
-    DiskService::DiskVolumeInfo_var info = manager->getDiskVolumeInfoByMediaId("M1");
-    FAIL() << "no exception";
-  } catch (const Framework::ServiceException& e) {
-    ExpectNestedDetails(e);
-  }
+  ExpectNestedDetails(manager);
 }
 
 // A registrar whose second factory cannot be created.
@@ -166,35 +156,25 @@ TEST_F(RemoteOrbTest, RegistrarLogsAFailedFactoryAndGoesOn) {
     EXPECT_NE(factory, nullptr) << id;
     if (factory != nullptr) factory->_remove_ref();
   }
-  bool logged = false;
-  for (const std::string& line : testing_root::LogLines("logs/remote_tests")) {
-    if (line.find("FailingRegistrar::init") != std::string::npos &&
-        line.find("IDL:Test/Second:1.0") != std::string::npos &&
-        line.find("<3> 100") != std::string::npos) {
-      logged = true;
-    }
-  }
-  EXPECT_TRUE(logged);
+  EXPECT_THAT(testing_root::LogLines("logs/remote_tests"),
+              Contains(AllOf(HasSubstr("FailingRegistrar::init"), HasSubstr("IDL:Test/Second:1.0"),
+                             HasSubstr("<3> 100"))));
 }
 
 TEST_F(RemoteOrbTest, ResolveVerifiesOnlyWhenAsked) {
-  ACE_Time_Value connect(10), call(3600);
-  bool apply = true;
-  bool verify = true;
-  CORBA::Object_var present = SWOrb->resolve(
-      "127.0.0.1", "cyclesvc", "StorageService.StorageServiceMgr", connect, call, apply, verify);
-  EXPECT_FALSE(CORBA::is_nil(present));
-  CORBA::Object_var absent =
-      SWOrb->resolve("127.0.0.1", "cyclesvc", "No.Such.Object", connect, call, apply, verify);
-  EXPECT_TRUE(CORBA::is_nil(absent));
-  verify = false;
-  CORBA::Object_var unverified =
-      SWOrb->resolve("127.0.0.1", "cyclesvc", "No.Such.Object", connect, call, apply, verify);
-  EXPECT_FALSE(CORBA::is_nil(unverified));
-  // A daemon without a configured port: nothing to resolve.
-  CORBA::Object_var noPort =
-      SWOrb->resolve("127.0.0.1", "nosuchdaemon", "X", connect, call, apply, verify);
-  EXPECT_TRUE(CORBA::is_nil(noPort));
+  auto found = [](const char* daemon, const char* key, bool verify) {
+    ACE_Time_Value connect(10), call(3600);
+    bool apply = true;
+    CORBA::Object_var object =
+        SWOrb->resolve("127.0.0.1", daemon, key, connect, call, apply, verify);
+    return CORBA::is_nil(object) ? "-" : "+";
+  };
+  // An object the service has, one it lacks, the same unverified, and a
+  // daemon without a configured port.
+  EXPECT_EQ(std::string(found("cyclesvc", "StorageService.StorageServiceMgr", true)) +
+                found("cyclesvc", "No.Such.Object", true) +
+                found("cyclesvc", "No.Such.Object", false) + found("nosuchdaemon", "X", false),
+            "+-+-");
 }
 
 }  // namespace
