@@ -14,23 +14,21 @@
 
 namespace {
 
-// Writes the configuration file and reads it, as start-up does; its messages
-// are dropped.
-void UseConfig(const std::string& text) {
-  testing_root::Write("etc/stashwell.conf", text);
+// Writes the configuration file (removes it when `text` is null) and reads
+// it, as start-up does; its messages are dropped.
+void UseConfig(const char* text) {
+  testing_root::Remove("etc");
+  if (text != nullptr) testing_root::Write("etc/stashwell.conf", text);
   testing::internal::CaptureStderr();
   QbConfReader reread;
   testing::internal::GetCapturedStderr();
 }
 
 TEST(LocalRoles, UnreadableConfigurationIsAnError) {
-  UseConfig("BROKEN\n");
   int isAdmin = 7, how = 7;
+  UseConfig("BROKEN\n");
   EXPECT_EQ(qbrd_get_my_local_roles(&isAdmin, &how, 60), EINVAL);
-  testing_root::Remove("etc");
-  testing::internal::CaptureStderr();
-  QbConfReader reread;
-  testing::internal::GetCapturedStderr();
+  UseConfig(nullptr);
   EXPECT_EQ(qbrd_get_my_local_roles(&isAdmin, &how, 60), ENOENT);
 }
 

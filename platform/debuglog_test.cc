@@ -9,7 +9,6 @@
 #include <filesystem>
 #include <fstream>
 #include <regex>
-#include <sstream>
 
 #include "gtest/gtest.h"
 #include "platform/config.h"
@@ -24,13 +23,6 @@ std::string TodayFile(const std::string& dir, const char* prog) {
   char name[64];
   strftime(name, sizeof name, ".%Y%m%d.log", &t);
   return dir + "/" + prog + name;
-}
-
-std::string Slurp(const std::string& path) {
-  std::ifstream in(path);
-  std::ostringstream s;
-  s << in.rdbuf();
-  return s.str();
 }
 
 TEST(DebugLog, WritesOneLinePerCallInTodaysFile) {
@@ -49,32 +41,28 @@ TEST(DebugLog, WritesOneLinePerCallInTodaysFile) {
   logmsgv(2, "level %d: %s (%s)", 5, "text", "src");
   close_debug_log();
   logmsg(2, "after close", "x");
+  ASSERT_GE(open_debug_log(logs.c_str(), "admin", "prog", 0666, &err), 0);  // appends
+  logmsg(2, "again", "prog");
+  close_debug_log();
 
   std::string file = TodayFile(logs + "/admin", "prog");
   struct stat st;
   ASSERT_EQ(stat(file.c_str(), &st), 0);
   EXPECT_EQ(st.st_mode & 0777, 0640u) << "created with the mode passed, less the umask";
 
-  std::string text = Slurp(file);
   std::regex line(R"(\d\d:\d\d:\d\d\.\d\d\d \[)" + std::to_string(getpid()) +
                   R"(\] <(\d+)> ([^:]+): (.*))");
   std::vector<std::string> bodies;
-  std::istringstream in(text);
+  std::ifstream in(file);
   for (std::string l; std::getline(in, l);) {
     std::smatch m;
     ASSERT_TRUE(std::regex_match(l, m, line)) << l;
     bodies.push_back("<" + m[1].str() + "> " + m[2].str() + ": " + m[3].str());
   }
-  EXPECT_EQ(bodies, (std::vector<std::string>{
-                        "<2> prog: INITIATING: x", "<16> check_routine: two lines",
-                        "<2> prog: trailing blank ", "<2> prog: level 5: text (src)"}));
-
-  // Appends on the next open.
-  ASSERT_GE(open_debug_log(logs.c_str(), "admin", "prog", 0666, &err), 0);
-  logmsg(2, "again", "prog");
-  close_debug_log();
-  EXPECT_EQ(Slurp(file).compare(0, text.size(), text), 0);
-  EXPECT_NE(Slurp(file).find("<2> prog: again\n"), std::string::npos);
+  EXPECT_EQ(bodies,
+            (std::vector<std::string>{"<2> prog: INITIATING: x", "<16> check_routine: two lines",
+                                      "<2> prog: trailing blank ", "<2> prog: level 5: text (src)",
+                                      "<2> prog: again"}));
 }
 
 TEST(DebugLog, ConfiguredVerbosity) {
