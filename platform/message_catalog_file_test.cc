@@ -8,6 +8,7 @@
 #include <fstream>
 #include <sstream>
 #include <string>
+#include <utility>
 
 #include "gtest/gtest.h"
 
@@ -20,20 +21,14 @@ std::string BuiltCatalog() {
   return bytes.str();
 }
 
-void PutWord(std::string* bytes, size_t offset, uint32_t value) {
-  memcpy(&(*bytes)[offset], &value, 4);  // the catalog's order is the machine's
-}
-
 TEST(MessageCatalogFile, FindsTextsOfTheFirstAndLastSets) {
   MessageCatalogFile catalog;
   ASSERT_TRUE(catalog.Parse(BuiltCatalog()));
   EXPECT_STREQ(catalog.Find(1, 430), "%s: unable to read Stashwell configuration");
   EXPECT_STREQ(catalog.Find(2, 10), "cannot malloc progname\n");
-  EXPECT_EQ(catalog.Find(1, 9999), nullptr);
-  EXPECT_EQ(catalog.Find(8, 430), nullptr);
-  EXPECT_EQ(catalog.Find(0, 430), nullptr);
-  EXPECT_EQ(catalog.Find(1, 0), nullptr);
-  EXPECT_EQ(catalog.Find(-1, -1), nullptr);
+  for (const auto& [set, id] : {std::pair{1, 9999}, {8, 430}, {0, 430}, {1, 0}, {-1, -1}}) {
+    EXPECT_EQ(catalog.Find(set, id), nullptr) << set << " " << id;
+  }
 }
 
 TEST(MessageCatalogFile, RefusesHeadersThatDoNotFitTheFile) {
@@ -49,7 +44,7 @@ TEST(MessageCatalogFile, RefusesHeadersThatDoNotFitTheFile) {
   };
   for (const auto& d : damage) {
     std::string bytes = good;
-    PutWord(&bytes, d.offset, d.value);
+    memcpy(&bytes[d.offset], &d.value, 4);  // the catalog's order is the machine's
     MessageCatalogFile catalog;
     EXPECT_FALSE(catalog.Parse(bytes)) << d.offset << " " << d.value;
     EXPECT_EQ(catalog.Find(1, 430), nullptr);
