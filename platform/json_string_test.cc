@@ -19,10 +19,7 @@ TEST(OrvJsonString, TextLengthFallbackAndBadBytes) {
   EXPECT_EQ(Value(orv_json_string(nullptr, 0, "none")), "none");
   EXPECT_EQ(Value(orv_json_string(nullptr, 0, nullptr)), "");
   EXPECT_EQ(Value(orv_json_string("caf\xc3\xa9", 0, "")), "caf\xc3\xa9");
-  EXPECT_EQ(Value(orv_json_string("a\xff"
-                                  "b\xc3",
-                                  0, "")),
-            "a?b?");
+  EXPECT_EQ(Value(orv_json_string("a\377b\303", 0, "")), "a?b?");
   EXPECT_EQ(Value(orv_json_string("\xed\xa0\x80x", 0, "")), "???x");  // a surrogate
 
   json_t* s = orv_json_string("quote \" and \\", 0, "");

@@ -2,30 +2,29 @@
 // its seconds, and orders by seconds first.
 #include "platform/time_value.h"
 
+#include <utility>
+
 #include "gtest/gtest.h"
 
 namespace {
 
-TEST(TimeValueTest, CarriesWholeSecondsOutOfTheMicroseconds) {
-  struct Case {
+TEST(TimeValueTest, CarriesWholeSecondsOutOfTheMicrosecondsAndOrders) {
+  const struct {
     time_t sec;
     suseconds_t usec;
     time_t wantSec;
     suseconds_t wantUsec;
-  };
-  const Case cases[] = {
+  } cases[] = {
       {12, 999999, 12, 999999}, {12, 1000000, 13, 0}, {0, 2500000, 2, 500000},
       {1, -1, 0, 999999},       {-1, 1, 0, -999999},  {0, -1500000, -1, -500000},
       {-2, -1000001, -3, -1},   {3600, 0, 3600, 0},
   };
-  for (const Case& c : cases) {
+  for (const auto& c : cases) {
     ACE_Time_Value value(c.sec, c.usec);
-    EXPECT_EQ(c.wantSec, value.sec()) << c.sec << " " << c.usec;
-    EXPECT_EQ(c.wantUsec, value.usec()) << c.sec << " " << c.usec;
+    EXPECT_EQ(std::make_pair(value.sec(), value.usec()), std::make_pair(c.wantSec, c.wantUsec))
+        << c.sec << " " << c.usec;
   }
-}
 
-TEST(TimeValueTest, OrdersBySecondsThenMicroseconds) {
   EXPECT_TRUE(ACE_Time_Value::zero == ACE_Time_Value());
   EXPECT_TRUE(ACE_Time_Value(0, 1) > ACE_Time_Value::zero);
   EXPECT_TRUE(ACE_Time_Value(0, -1) < ACE_Time_Value::zero);
