@@ -9,13 +9,13 @@
 #include <poll.h>
 #include <pwd.h>
 #include <signal.h>
+#include <sys/mman.h>
 #include <sys/stat.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
 #include <algorithm>
 #include <cerrno>
-#include <chrono>
 #include <cstdlib>
 #include <cstring>
 #include <filesystem>
@@ -31,21 +31,16 @@ namespace e2e {
 namespace {
 
 const char* const kPassedVariables[] = {"ASAN_OPTIONS", "UBSAN_OPTIONS", "LSAN_OPTIONS"};
+const int kTimeoutSeconds = 60;
 
 // Closes the descriptors it holds.
-struct Pipe {
+struct Fds {
   int fd[2] = {-1, -1};
-  ~Pipe() {
+  ~Fds() {
     for (int f : fd)
       if (f >= 0) close(f);
   }
-  void Close(int end) {
-    if (fd[end] >= 0) close(fd[end]);
-    fd[end] = -1;
-  }
 };
-
-std::string BinDir() { return STASHWELL_BIN_DIR; }
 
 void ApplyEnv(std::vector<std::string>* env, const std::string& entry) {
   std::string key = entry.substr(0, entry.find('='));
@@ -57,42 +52,32 @@ void ApplyEnv(std::vector<std::string>* env, const std::string& entry) {
   if (entry.find('=') != std::string::npos) env->push_back(entry);
 }
 
-bool NobodyIds(uid_t* uid, gid_t* gid) {
-  struct passwd* pw = getpwnam("nobody");
-  if (!pw) return false;
-  *uid = pw->pw_uid;
-  *gid = pw->pw_gid;
-  return true;
-}
-
-// The child after fork: standard streams onto the pipes, user switch, exec.
-[[noreturn]] void ExecChild(Pipe& in, Pipe& out, Pipe& err, const std::string& program,
+// The child after fork: standard streams, user switch, a time limit, exec.
+[[noreturn]] void ExecChild(int in, int out, int err, const std::string& program,
                             const std::vector<std::string>& argv,
                             const std::vector<std::string>& environment,
                             const RunOptions& options) {
-  signal(SIGPIPE, SIG_DFL);  // the harness ignores it; the program must not inherit that
-  dup2(in.fd[0], 0);
-  dup2(out.fd[1], 1);
-  dup2(err.fd[1], 2);
-  for (int f : {in.fd[0], in.fd[1], out.fd[0], out.fd[1], err.fd[0], err.fd[1]}) close(f);
+  signal(SIGPIPE, SIG_DFL);  // the ORB of the test service ignores it; the program must not
+  dup2(in, 0);
+  dup2(out, 1);
+  dup2(err, 2);
   if (!options.stdoutFile.empty()) {
-    int file = open(options.stdoutFile.c_str(), O_WRONLY | O_CREAT | O_TRUNC, 0644);
+    int file = open(options.stdoutFile.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, 0644);
     if (file < 0 || dup2(file, 1) < 0) {
       perror("harness: cannot open the standard output file");
       _exit(127);
     }
-    close(file);
   }
   if (options.stderrToStdout) dup2(1, 2);
   if (options.asNobody) {
-    uid_t uid;
-    gid_t gid;
-    if (!NobodyIds(&uid, &gid) || setgroups(0, nullptr) != 0 || setgid(gid) != 0 ||
-        setuid(uid) != 0) {
+    const struct passwd* nobody = getpwnam("nobody");
+    if (!nobody || setgroups(0, nullptr) != 0 || setgid(nobody->pw_gid) != 0 ||
+        setuid(nobody->pw_uid) != 0) {
       perror("harness: cannot switch to nobody");
       _exit(127);
     }
   }
+  alarm(kTimeoutSeconds);  // kept across exec: SIGALRM ends a run that hangs
   std::vector<char*> args, envp;
   for (const std::string& a : argv) args.push_back(const_cast<char*>(a.c_str()));
   args.push_back(nullptr);
@@ -102,45 +87,6 @@ bool NobodyIds(uid_t* uid, gid_t* gid) {
   perror("harness: exec failed");
   _exit(127);
 }
-
-// Copies of the build's programs that the user nobody can run. The build
-// folder may sit where nobody cannot enter (a clone under a folder of mode
-// 700), so runs as nobody start a copy in a world-traversable temporary
-// folder, made when first needed and removed when the test program ends.
-class OtherUserPrograms {
- public:
-  ~OtherUserPrograms() {
-    std::error_code ec;
-    if (!dir_.empty()) fs::remove_all(dir_, ec);
-  }
-  // The copy of `name` (a program of the build's bin folder), or an empty
-  // string after a test failure saying why there is none.
-  std::string Path(const std::string& name) {
-    if (dir_.empty()) {
-      char tmpl[] = "/tmp/cyclectl-e2e-bin.XXXXXX";
-      if (!mkdtemp(tmpl) || chmod(tmpl, 0755) != 0) {
-        ADD_FAILURE() << "harness: no folder for programs run as nobody: " << strerror(errno);
-        return "";
-      }
-      dir_ = tmpl;
-    }
-    const fs::path copy = fs::path(dir_) / name;
-    std::error_code ec;
-    if (!fs::exists(copy, ec)) {
-      // A link where the build and /tmp share a file system, else a copy.
-      fs::create_hard_link(fs::path(BinDir()) / name, copy, ec);
-      if (ec) fs::copy_file(fs::path(BinDir()) / name, copy, ec);
-      if (ec) {
-        ADD_FAILURE() << "harness: cannot copy " << name << " for runs as nobody: " << ec.message();
-        return "";
-      }
-    }
-    return copy.string();
-  }
-
- private:
-  std::string dir_;
-};
 
 // The whole file; empty when it cannot be read.
 std::string FileText(const fs::path& file) {
@@ -157,41 +103,37 @@ std::string CellText(const sqldb::Row& row, int column) {
   return std::string(row.Bytes(column));
 }
 
-// SQL text cut at the semicolons outside quotes, blank pieces left out.
+// SQL text cut at the semicolons outside quotes.
 std::vector<std::string> SplitStatements(const std::string& text) {
-  std::vector<std::string> statements;
-  std::string current;
+  std::vector<std::string> statements(1);
   char quote = 0;
   for (char c : text) {
-    if (quote != 0) {
-      if (c == quote) quote = 0;
-    } else if (c == '\'' || c == '"') {
-      quote = c;
-    } else if (c == ';') {
-      if (current.find_first_not_of(" \t\n") != std::string::npos) statements.push_back(current);
-      current.clear();
+    if (c == ';' && quote == 0) {
+      statements.emplace_back();
       continue;
     }
-    current += c;
+    if (c == '\'' || c == '"') quote = quote == 0 ? c : quote == c ? 0 : quote;
+    statements.back() += c;
   }
-  if (current.find_first_not_of(" \t\n") != std::string::npos) statements.push_back(current);
   return statements;
 }
 
 // Runs `program` (absolute path) with the argument vector `argv` (argv[0]
-// included) and the given environment, for at most a minute.
+// included) and the given environment, for at most kTimeoutSeconds.
+// Standard input and error are memory files; standard output is a pipe, so
+// that its reader can stop early.
 Result RunProgram(const std::string& program, const std::vector<std::string>& argv,
                   const std::vector<std::string>& environment, const std::string& stdinText,
                   const RunOptions& options) {
-  const int timeoutSeconds = 60;
   Result result{"", "", -1};
-  // A program that ends without reading all of its input must not kill the
-  // test with SIGPIPE; the write then fails with EPIPE instead.
-  signal(SIGPIPE, SIG_IGN);
-  Pipe in, out, err;
-  if (pipe2(in.fd, O_CLOEXEC) != 0 || pipe2(out.fd, O_CLOEXEC) != 0 ||
-      pipe2(err.fd, O_CLOEXEC) != 0) {
-    ADD_FAILURE() << "harness: pipe: " << strerror(errno);
+  Fds files, out;
+  files.fd[0] = memfd_create("stdin", MFD_CLOEXEC);
+  files.fd[1] = memfd_create("stderr", MFD_CLOEXEC);
+  if (files.fd[0] < 0 || files.fd[1] < 0 || pipe2(out.fd, O_CLOEXEC) != 0 ||
+      write(files.fd[0], stdinText.data(), stdinText.size()) !=
+          static_cast<ssize_t>(stdinText.size()) ||
+      lseek(files.fd[0], 0, SEEK_SET) != 0) {
+    ADD_FAILURE() << "harness: standard streams: " << strerror(errno);
     return result;
   }
   pid_t pid = fork();
@@ -199,72 +141,33 @@ Result RunProgram(const std::string& program, const std::vector<std::string>& ar
     ADD_FAILURE() << "harness: fork: " << strerror(errno);
     return result;
   }
-  if (pid == 0) ExecChild(in, out, err, program, argv, environment, options);
-  in.Close(0);
-  out.Close(1);
-  err.Close(1);
-  fcntl(in.fd[1], F_SETFL, O_NONBLOCK);
-  size_t written = 0;
-  if (stdinText.empty()) in.Close(1);
-
-  auto deadline = std::chrono::steady_clock::now() + std::chrono::seconds(timeoutSeconds);
-  bool timedOut = false;
+  if (pid == 0) ExecChild(files.fd[0], out.fd[1], files.fd[1], program, argv, environment, options);
+  close(out.fd[1]);
+  out.fd[1] = -1;
   bool killed = false;
-  while (out.fd[0] >= 0 || err.fd[0] >= 0) {
-    struct pollfd fds[3];
-    int n = 0;
-    if (out.fd[0] >= 0) fds[n++] = {out.fd[0], POLLIN, 0};
-    if (err.fd[0] >= 0) fds[n++] = {err.fd[0], POLLIN, 0};
-    if (in.fd[1] >= 0) fds[n++] = {in.fd[1], POLLOUT, 0};
-    auto left = std::chrono::duration_cast<std::chrono::milliseconds>(
-        deadline - std::chrono::steady_clock::now());
-    if (left.count() <= 0) {
-      timedOut = true;
-      break;
-    }
+  while (out.fd[0] >= 0) {
     // What the program wrote before it was killed is still read.
-    if (options.killWhen && !killed) {
-      if (options.killWhen()) {
-        kill(pid, SIGKILL);
-        killed = true;
-      }
-      left = std::min(left, std::chrono::milliseconds(20));
+    if (options.killWhen && !killed && options.killWhen()) killed = kill(pid, SIGKILL) == 0;
+    struct pollfd ready = {out.fd[0], POLLIN, 0};
+    if (poll(&ready, 1, options.killWhen && !killed ? 20 : -1) <= 0) continue;
+    char buf[65536];
+    ssize_t r = read(out.fd[0], buf, sizeof buf);
+    if (r < 0 && errno == EINTR) continue;
+    if (r > 0) result.out.append(buf, static_cast<size_t>(r));
+    const bool enough = options.stdoutLimit > 0 && result.out.size() >= options.stdoutLimit;
+    if (enough) result.out.resize(options.stdoutLimit);
+    if (r <= 0 || enough) {
+      close(out.fd[0]);
+      out.fd[0] = -1;
     }
-    if (poll(fds, n, static_cast<int>(left.count())) < 0 && errno != EINTR) break;
-    for (int i = 0; i < n; ++i) {
-      if (!fds[i].revents) continue;
-      if (fds[i].fd == in.fd[1]) {
-        ssize_t w = write(in.fd[1], stdinText.data() + written, stdinText.size() - written);
-        if (w > 0) written += static_cast<size_t>(w);
-        if (w < 0 && errno != EAGAIN) in.Close(1);
-        if (written == stdinText.size()) in.Close(1);
-        continue;
-      }
-      char buf[65536];
-      ssize_t r = read(fds[i].fd, buf, sizeof buf);
-      bool isOut = fds[i].fd == out.fd[0];
-      if (r > 0) {
-        (isOut ? result.out : result.err).append(buf, static_cast<size_t>(r));
-        if (isOut && options.stdoutLimit > 0 && result.out.size() >= options.stdoutLimit) {
-          result.out.resize(options.stdoutLimit);
-          out.Close(0);
-        }
-      } else if (r == 0 || errno != EINTR) {
-        isOut ? out.Close(0) : err.Close(0);
-      }
-    }
-  }
-  if (timedOut) {
-    kill(pid, SIGKILL);
-    ADD_FAILURE() << "harness: " << program << " did not end within " << timeoutSeconds << " s";
   }
   int status = 0;
   while (waitpid(pid, &status, 0) < 0 && errno == EINTR) {
   }
-  if (WIFEXITED(status))
-    result.status = WEXITSTATUS(status);
-  else if (WIFSIGNALED(status))
-    result.status = 128 + WTERMSIG(status);
+  result.status = WIFEXITED(status) ? WEXITSTATUS(status) : 128 + WTERMSIG(status);
+  if (WIFSIGNALED(status) && WTERMSIG(status) == SIGALRM)
+    ADD_FAILURE() << "harness: " << program << " did not end within " << kTimeoutSeconds << " s";
+  result.err = FileText("/proc/self/fd/" + std::to_string(files.fd[1]));
   return result;
 }
 
@@ -307,11 +210,7 @@ void PrintTo(const Result& result, std::ostream* os) {
       << ", standard error " << testing::PrintToString(result.err);
 }
 
-bool CanRunAsOtherUser() {
-  uid_t uid;
-  gid_t gid;
-  return geteuid() == 0 && NobodyIds(&uid, &gid);
-}
+bool CanRunAsOtherUser() { return geteuid() == 0 && getpwnam("nobody") != nullptr; }
 
 std::string Golden(const std::string& name) {
   fs::path file = fs::path(STASHWELL_SOURCE_DIR) / "tests/e2e/golden" / name;
@@ -349,7 +248,7 @@ Root::Root(const RootOptions& options) {
     argv.insert(argv.end(), {"--demo", std::to_string(options.demoImages), "--now",
                              std::to_string(options.demoNow)});
   std::vector<std::string> env = {"PATH=/usr/bin:/bin", "TZ=UTC", "LC_ALL=C"};
-  Result r = RunProgram(BinDir() + "/stashwell-init", argv, env, "", RunOptions());
+  Result r = RunProgram(STASHWELL_BIN_DIR "/stashwell-init", argv, env, "", RunOptions());
   if (r.status != 0)
     ADD_FAILURE() << "harness: stashwell-init failed (" << r.status << "): " << r.err;
 }
@@ -412,13 +311,8 @@ void Root::Chmod(const std::string& relpath, int mode) {
 
 std::unique_ptr<sqldb::Database> Root::OpenCatalog() const {
   sqldb::Location where;
-  where.display = catalog_;
-  if (database_.empty()) {
-    where.path = catalog_;
-  } else {
-    where.engine = sqldb::Engine::kPostgres;
-    where.conninfo = catalog_;
-  }
+  where.engine = database_.empty() ? sqldb::Engine::kSqlite : sqldb::Engine::kPostgres;
+  where.path = where.conninfo = where.display = catalog_;
   where.busyTimeoutMs = 10000;
   // A test may take a PostgreSQL catalog apart piece by piece: its own
   // connection opens the database whatever schema it holds.
@@ -438,6 +332,7 @@ std::string Root::Sql(const std::string& statements) {
   std::unique_ptr<sqldb::Database> db = OpenCatalog();
   if (!db) return rows;
   for (const std::string& sql : SplitStatements(statements)) {
+    if (sql.find_first_not_of(" \t\n") == std::string::npos) continue;
     std::unique_ptr<sqldb::Statement> stmt = db->Prepare(sql);
     if (!stmt) {
       ADD_FAILURE() << "harness: SQL error: " << db->LastError() << "\nin: " << sql;
@@ -475,11 +370,16 @@ Result Root::Run(const std::vector<std::string>& args, const std::string& stdinT
   for (const std::string& e : options.env) ApplyEnv(&env, e);
   std::vector<std::string> argv = {options.argv0};
   argv.insert(argv.end(), args.begin(), args.end());
-  std::string program = BinDir() + "/" + options.program;
+  std::string program = STASHWELL_BIN_DIR "/" + options.program;
   if (options.asNobody) {
-    static OtherUserPrograms copies;
-    program = copies.Path(options.program);
-    if (program.empty()) return Result{"", "", -1};
+    // The build folder may be closed to nobody (a clone under a folder of
+    // mode 700): nobody runs a link or copy in the root's folder.
+    const std::string copy = dir_ + "/" + options.program;
+    std::error_code ec;
+    if (!fs::exists(copy, ec)) fs::create_hard_link(program, copy, ec);
+    if (ec) fs::copy_file(program, copy, ec);
+    if (ec) ADD_FAILURE() << "harness: cannot copy " << program << " for nobody: " << ec.message();
+    program = copy;
   }
   return RunProgram(program, argv, env, stdinText, options);
 }
@@ -491,7 +391,7 @@ std::string Root::DebugLog() const {
     if (entry.is_regular_file()) files.push_back(entry.path());
   std::sort(files.begin(), files.end());
   std::string text;
-  for (const fs::path& f : files) text += ReadFile(fs::relative(f, path_).string());
+  for (const fs::path& f : files) text += FileText(f);
   return text;
 }
 

@@ -8,15 +8,13 @@
 //
 // A run gets an environment of its own: PATH, STASHWELL_ROOT=<root>, TZ=UTC,
 // LC_ALL=C (and the sanitizer settings of the test process), plus
-// RunOptions::env. Standard input is always a pipe: the text given, or empty.
+// RunOptions::env; its standard input holds the text given, or nothing.
 // Failures of the harness itself (stashwell-init, SQL, a run that exceeds a
-// minute) are reported as gtest failures.
+// minute) are gtest failures.
 //
 // The catalog is a SQLite file, or, when STASHWELL_TEST_PGSERVER names the
-// folder of a running test server (tests/pg/pg-server; the CTest tests of
-// the label postgresql set it), a database of its own on that PostgreSQL
-// server, dropped with the root. Test SQL is written once for both: RETURNING
-// instead of last_insert_rowid(), BytesLiteral for bytes.
+// folder of a running test server (tests/pg/pg-server), a PostgreSQL database
+// of its own, dropped with the root: see docs/testing.md.
 #ifndef TESTS_E2E_HARNESS_H_
 #define TESTS_E2E_HARNESS_H_
 
@@ -58,10 +56,8 @@ struct RunOptions {
   // "KEY=VALUE" sets or replaces a variable, "KEY" removes it:
   // {"LC_ALL", "LANG=de_DE.UTF-8"} runs with LANG instead of LC_ALL=C.
   std::vector<std::string> env;
-  // Runs as the user nobody (needs a test process running as root; see
-  // CanRunAsOtherUser) a copy of the program in a folder nobody can enter.
-  // The root is readable by everyone; logs/admin is not writable by nobody
-  // unless a test changes its mode.
+  // Runs as the user nobody (see CanRunAsOtherUser). The root is readable by
+  // everyone; logs/admin is not writable by nobody unless a test changes it.
   bool asNobody = false;
   std::string program = "cyclectl";  // a program of the build's bin folder
   std::string argv0 = "cyclectl";    // argv[0] as the program sees it
@@ -140,9 +136,8 @@ class Root {
   std::vector<std::string> DebugLogMessages() const;
 
  private:
-  // Rewrites etc/stashwell.conf without the lines of `key`, then with
-  // `replacement` in place of the first of them (or at the end) unless it is
-  // empty.
+  // Puts `replacement` (unless empty) in place of the lines of `key` in
+  // etc/stashwell.conf, or at its end.
   void RewriteConfig(const std::string& key, const std::string& replacement);
 
   std::string dir_;       // the temporary directory
