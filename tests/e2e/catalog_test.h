@@ -28,9 +28,13 @@ class CatalogTest : public ::testing::Test {
     return root_.Run(args);
   }
 
+  // The key of the master server master1, as an SQL expression.
+  static constexpr char kMaster1[] =
+      "(SELECT MachineKey FROM EMM_Machine WHERE MachinePrimaryName = 'master1')";
+
   std::string Insert(const std::string& table, const std::string& keyColumn,
                      const std::string& columns, const std::string& values,
-                     const std::string& set) {
+                     const std::string& set = "") {
     std::string key = root_.Sql("INSERT INTO " + table + " (" + columns + ") VALUES (" + values +
                                 ") RETURNING " + keyColumn);
     key = key.substr(0, key.find('\n'));
@@ -41,9 +45,7 @@ class CatalogTest : public ::testing::Test {
   // An image of the master server master1.
   std::string AddImage(const std::string& client, long backupTime, const std::string& set = "") {
     return Insert("DBM_Image", "ImageKey", "MasterServerKey, ClientMachineName, BackupTime",
-                  "(SELECT MachineKey FROM EMM_Machine WHERE MachinePrimaryName = 'master1'), '" +
-                      client + "', " + std::to_string(backupTime),
-                  set);
+                  kMaster1 + (", '" + client + "', ") + std::to_string(backupTime), set);
   }
   std::string AddCopy(const std::string& image, int number, const std::string& set = "") {
     return Insert("DBM_ImageCopy", "ImageCopyKey", "ImageKey, CopyNumber",
@@ -55,31 +57,33 @@ class CatalogTest : public ::testing::Test {
   }
   void AddSnapshot(const std::string& copy, const std::string& name) {
     Insert("DBM_ImageSnapshot", "SnapshotKey", "ImageCopyKey, StorageServerName, SnapshotName",
-           copy + ", 'array1', '" + name + "'", "");
+           copy + ", 'array1', '" + name + "'");
   }
   // One version of an SLP definition with `operations` operations (copy
   // type 1 each); `flags` 8 marks it inactive.
   void AddSlp(const std::string& name, int version, int operations, int flags = 0) {
     std::string slp = Insert(
         "SLP_StorageService", "StorageServiceKey", "StorageServiceName, VersionNumber, Flags",
-        "'" + name + "', " + std::to_string(version) + ", " + std::to_string(flags), "");
+        "'" + name + "', " + std::to_string(version) + ", " + std::to_string(flags));
     for (int i = 1; i <= operations; ++i) {
       Insert("SLP_StorageServiceOperation", "OperationKey",
-             "StorageServiceKey, OperationIndex, CopyType", slp + ", " + std::to_string(i) + ", 1",
-             "");
+             "StorageServiceKey, OperationIndex, CopyType", slp + ", " + std::to_string(i) + ", 1");
     }
   }
   // A machine of `type` (1 media server, 3 master server, 12 replication
   // target) belonging to master1.
   std::string AddMachine(const std::string& name, int type) {
     return Insert("EMM_Machine", "MachineKey", "ParentKey, MachinePrimaryName, MachineSwuType",
-                  "(SELECT MachineKey FROM EMM_Machine WHERE MachinePrimaryName = 'master1'), '" +
-                      name + "', " + std::to_string(type),
-                  "");
+                  kMaster1 + (", '" + name + "', ") + std::to_string(type));
+  }
+  // An entry of the deleted-fragment list of the master server `master` (a key).
+  void AddDeletedFragment(const std::string& backupId, const std::string& master = kMaster1) {
+    Insert("DBM_DeletedFragment", "DeletedFragmentKey", "MasterServerKey, BackupID",
+           master + ", '" + backupId + "'");
   }
   void AddDataClass(const std::string& id, const std::string& name, int rank) {
     Insert("EMM_DataClassification", "ClassificationID", "ClassificationID, Name, Rank",
-           "'" + id + "', '" + name + "', " + std::to_string(rank), "");
+           "'" + id + "', '" + name + "', " + std::to_string(rank));
   }
 
   Root root_;

@@ -7,73 +7,56 @@
 #include <vector>
 
 #include "tests/e2e/harness.h"
+#include "tests/e2e/prompts.h"
 
 namespace {
 
-const char kDestinationPrompt[] =
-    "This operation will also cancel other destinations if they are using the specified "
-    "destination as source. Do you wish to proceed? (y/n): ";
-const char kWorkGroupPrompt[] =
-    "This operation will remove work group information in the database.  This will increase "
-    "the time taken for SLP processing and may impact ongoing SLP operations.  Do you wish to "
-    "proceed ? (y/n):";
-const char kExpiredPrompt[] =
-    "This operation will remove all expired image fragment entries in the database.  Any files "
-    "containing backup images corresponding to these entries must be deleted manually.  Do you "
-    "wish to proceed? (y/n) >";
+using e2e::kDestinationPrompt;
+using e2e::kExpiredPrompt;
+using e2e::kWorkGroupPrompt;
 
-TEST(CmdlineConfirmTest, DeclinedOperationsEndWithStatusZero) {
+const char kNoEntries[] = "No entries removed\n";
+const char kNoDests[] = "No destinations cancelled\n";
+
+TEST(CmdlineConfirmTest, DeclinedOperationsEndWithStatusZeroOthersGoOn) {
   e2e::Root root;
-  const std::string noEntries = "No entries removed\n";
-  const std::string noDestinations = "No destinations cancelled\n";
+  const std::vector<std::string> destination = {"cancel", "-destination", "d"};
   const struct {
     std::vector<std::string> args;
-    std::string input;
-    std::string out;
+    const char* input;
+    const char* prompt;   // "" for none
+    const char* refusal;  // what follows the prompt when declined; nullptr for a run that goes on
   } cases[] = {
-      {{"dropwg"}, "n\n", kWorkGroupPrompt + noEntries},
-      {{"dropwg"}, "", kWorkGroupPrompt + noEntries},  // end of input
-      {{"dropwg"}, "  x y\n", kWorkGroupPrompt + noEntries},
-      {{"remove_exp"}, "no\n", kExpiredPrompt + noEntries},
-      {{"remove_exp"}, "", kExpiredPrompt + noEntries},
-      {{"cancel", "-lifecycle", "s", "-destination", "d"},
-       "Yes\n",
-       kDestinationPrompt + noDestinations},
-      {{"cancel", "-destination", "d"}, "yes-please\n", kDestinationPrompt + noDestinations},
-      {{"cancel", "-destination", "d"}, "", kDestinationPrompt + noDestinations},
+      {{"dropwg"}, "n\n", kWorkGroupPrompt, kNoEntries},
+      {{"dropwg"}, "", kWorkGroupPrompt, kNoEntries},  // end of input
+      {{"dropwg"}, "  x y\n", kWorkGroupPrompt, kNoEntries},
+      {{"remove_exp"}, "no\n", kExpiredPrompt, kNoEntries},
+      {{"remove_exp"}, "", kExpiredPrompt, kNoEntries},
+      {{"cancel", "-lifecycle", "s", "-destination", "d"}, "Yes\n", kDestinationPrompt, kNoDests},
+      {destination, "yes-please\n", kDestinationPrompt, kNoDests},
+      {destination, "", kDestinationPrompt, kNoDests},
+      // A yes, -nowarn, or a cancel without a destination goes on to the operation.
+      {{"dropwg"}, "\n yes\n", kWorkGroupPrompt, nullptr},
+      {{"dropwg"}, "Y\n", kWorkGroupPrompt, nullptr},
+      {{"remove_exp"}, "Y", kExpiredPrompt, nullptr},  // "y" in remove_exp_test.cc
+      {destination, "YES\n", kDestinationPrompt, nullptr},
+      {{"dropwg", "-nowarn"}, "n\n", "", nullptr},
+      {{"remove_exp", "-NOWARN"}, "n\n", "", nullptr},
+      {{"cancel", "-destination", "d", "-nowarn"}, "n\n", "", nullptr},
+      {{"cancel", "-lifecycle", "s"}, "n\n", "", nullptr},
   };
   for (const auto& c : cases) {
-    EXPECT_EQ(root.Run(c.args, c.input), (e2e::Result{c.out, "", 0}))
-        << c.args[0] << " [" << c.input << "]";
-  }
-}
-
-// A yes, -nowarn, or a cancel without a destination goes on to the operation.
-TEST(CmdlineConfirmTest, AcceptedOrSkippedPromptsGoOnToTheOperation) {
-  e2e::Root root;
-  const struct {
-    std::vector<std::string> args;
-    std::string input;
-    std::string prompt;  // "" for none
-  } cases[] = {
-      {{"dropwg"}, "\n yes\n", kWorkGroupPrompt},
-      {{"dropwg"}, "Y\n", kWorkGroupPrompt},
-      {{"remove_exp"}, "Y", kExpiredPrompt},  // "y" in remove_exp_test.cc
-      {{"cancel", "-destination", "d"}, "YES\n", kDestinationPrompt},
-      {{"dropwg", "-nowarn"}, "n\n", ""},
-      {{"remove_exp", "-NOWARN"}, "n\n", ""},
-      {{"cancel", "-destination", "d", "-nowarn"}, "n\n", ""},
-      {{"cancel", "-lifecycle", "s"}, "n\n", ""},
-  };
-  for (const auto& c : cases) {
-    const std::string out = root.Run(c.args, c.input).out;
-    // The prompt is all the front end writes; no refusal follows it.
-    EXPECT_EQ(out.substr(0, c.prompt.size()), c.prompt) << c.args.back();
-    if (c.prompt.empty()) {
-      EXPECT_EQ(out.find("(y/n)"), std::string::npos) << c.args.back();
+    SCOPED_TRACE(testing::PrintToString(c.args) + " answered " + testing::PrintToString(c.input));
+    const e2e::Result r = root.Run(c.args, c.input);
+    if (c.refusal) {
+      EXPECT_EQ(r, (e2e::Result{std::string(c.prompt) + c.refusal, "", 0}));
+      continue;
     }
-    EXPECT_EQ(out.find("No entries removed"), std::string::npos) << c.args.back();
-    EXPECT_EQ(out.find("No destinations cancelled"), std::string::npos) << c.args.back();
+    // The prompt is all the front end writes; no refusal follows it.
+    EXPECT_EQ(r.out.substr(0, std::string(c.prompt).size()), c.prompt);
+    EXPECT_EQ(r.out.find("(y/n)") != std::string::npos, *c.prompt != '\0');
+    EXPECT_EQ(r.out.find(kNoEntries), std::string::npos);
+    EXPECT_EQ(r.out.find(kNoDests), std::string::npos);
   }
 }
 

@@ -3,8 +3,8 @@
 // that value asks of it.
 #include <gtest/gtest.h>
 
-#include <cstdio>
 #include <ctime>
+#include <iomanip>
 #include <sstream>
 #include <string>
 #include <vector>
@@ -57,7 +57,7 @@ class HandedOnOptionsTest : public e2e::CatalogTest {
                 "StorageServer = 'sts2', FragmentSize = 2097152");
     Insert("DBM_ImageReplicationDestination", "ReplicationDestinationKey",
            "ImageCopyKey, TargetMachineKey, VolumeInfo, RemoteMasterServer",
-           replica + ", " + AddMachine("tgt1", 12) + ", 'vol1', 'remote1'", "");
+           replica + ", " + AddMachine("tgt1", 12) + ", 'vol1', 'remote1'");
 
     const std::string charlie = AddImage("charlie", 3000, "OriginMasterServer = 'remote1'");
     AddFragment(AddCopy(charlie, 1, "CopyState = 14"), 1);
@@ -73,12 +73,8 @@ class HandedOnOptionsTest : public e2e::CatalogTest {
                  ", StorageServiceName = 'slp1', "
                  "StorageServiceState = 3");
 
-    for (const char* backupId : {"alpha_1000", "bravo_2000"}) {
-      Insert("DBM_DeletedFragment", "DeletedFragmentKey", "MasterServerKey, BackupID",
-             "(SELECT MachineKey FROM EMM_Machine WHERE MachinePrimaryName = 'master1'), '" +
-                 std::string(backupId) + "'",
-             "");
-    }
+    AddDeletedFragment("alpha_1000");
+    AddDeletedFragment("bravo_2000");
   }
 };
 
@@ -88,13 +84,10 @@ TEST_F(HandedOnOptionsTest, NoticeThenTheOperationActsOnTheValue) {
   ASSERT_NE(std::string::npos, replicas.find(" RT master1 alpha_1000 2 tgt1 vol1 remote1\n"));
   ASSERT_NE(std::string::npos, pending.find("V7.6.0 I master1 delta_4000 "));
   const time_t now = time(nullptr);
-  struct tm today;
-  gmtime_r(&now, &today);
-  char day[16];
-  strftime(day, sizeof day, "%Y/%m/%d", &today);
-  char completion[160];
-  snprintf(completion, sizeof completion, "%-50s%s\n%-50s%s\n", "Client name",
-           "Most recent completion date", "zulu", day);
+  std::ostringstream completion;
+  completion << std::left << std::setw(50) << "Client name"
+             << "Most recent completion date\n"
+             << std::setw(50) << "zulu" << std::put_time(gmtime(&now), "%Y/%m/%d\n");
 
   const struct {
     std::vector<std::string> args;
@@ -126,7 +119,7 @@ TEST_F(HandedOnOptionsTest, NoticeThenTheOperationActsOnTheValue) {
        {"-storageserver"}},
       {{"stlilist", "-b"}, "", {"-b"}},  // no image line in a form it does not know
       {{"completion_report", "-sincetime", "1", "-days", "1", "-m", "master2"},
-       completion,
+       completion.str(),
        {"-M", "-sincetime"}},
       {{"remove_exp", "-nowarn", "-backupid", "bravo_2000"}, "", {"-backupid"}},
       // remove_repl works by target machine: the master server it is handed
