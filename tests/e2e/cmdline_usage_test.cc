@@ -14,77 +14,54 @@ namespace {
 
 std::string Synopsis(const std::string& word) { return e2e::Golden("synopsis/" + word + ".txt"); }
 
-TEST(CmdlineUsageTest, GeneralUsageGoesToStandardError) {
+TEST(CmdlineUsageTest, GeneralUsageOnStandardErrorSynopsesOnStandardOutput) {
   e2e::Root root;
-  const std::string publicUsage = e2e::Golden("usage.txt");
-  const std::string allUsage = e2e::Golden("usage-internal.txt");
-  struct {
+  const std::string usage = e2e::Golden("usage.txt"), all = e2e::Golden("usage-internal.txt");
+  const std::string none = "\nMust specify an operation to perform\n";
+  const std::string list = Synopsis("list");
+  const struct {
     std::vector<std::string> args;
-    std::string err;
-    int status;
+    e2e::Result expected;
   } cases[] = {
-      {{}, publicUsage, 0},
-      {{"help"}, publicUsage, 0},
-      {{"HELP"}, publicUsage, 0},
-      {{"-h"}, publicUsage, 0},
-      {{"-help", "-q"}, allUsage, 0},
-      {{"-q", "help"}, allUsage, 0},
-      {{"-client", "c"}, "\nMust specify an operation to perform\n" + publicUsage, 1},
+      {{}, {"", usage, 0}},
+      {{"help"}, {"", usage, 0}},
+      {{"HELP"}, {"", usage, 0}},
+      {{"-h"}, {"", usage, 0}},
+      {{"-help", "-q"}, {"", all, 0}},
+      {{"-q", "help"}, {"", all, 0}},
+      {{"-client", "c"}, {"", none + usage, 1}},
       {{"-wait", "-q"},
-       "option '-wait' is no longer necessary and has been deprecated\n"
-       "\nMust specify an operation to perform\n" +
-           allUsage,
-       1},
+       {"", "option '-wait' is no longer necessary and has been deprecated\n" + none + all, 1}},
+      {{"ns", "-help"}, {Synopsis("new_session"), "", 0}},
+      {{"LIST", "-H"}, {list, "", 0}},
+      {{"-q", "list", "-help"}, {list, "", 0}},  // the form only changes the general usage
+      {{"list", "-client", "c", "-help", "-U", "-b"}, {list, "", 0}},  // help before other rules
+      {{"-test_import_frags", "f", "-help"}, {Synopsis("add_import_frags"), "", 0}},
+      {{"-list_import_frags", "-help"}, {Synopsis("list_import_frags"), "", 0}},
+      {{"remove_all", "-help"}, {"", "", 0}},
   };
-  for (const auto& c : cases) {
-    EXPECT_EQ(root.Run(c.args), (e2e::Result{"", c.err, c.status}))
-        << (c.args.empty() ? "(none)" : c.args[0]);
-  }
+  for (const auto& c : cases)
+    EXPECT_EQ(root.Run(c.args), c.expected) << testing::PrintToString(c.args);
 
-  // The first line names the program; the last one always says cyclectl.
-  e2e::RunOptions options;
-  options.argv0 = "/opt/bin/slpadm";
-  std::string expected = publicUsage;
-  expected.replace(expected.find("cyclectl"), 8, "slpadm");
-  EXPECT_EQ(root.Run({"help"}, "", options).err, expected);
-}
-
-// Every word of the operation table but help (the general usage), ns (the
-// synopsis of new_session, below) and the withdrawn remove_all.
-TEST(CmdlineUsageTest, EveryOperationHasItsSynopsisOnStandardOutput) {
-  e2e::Root root;
+  // Every word of the operation table but help (the general usage), ns (the
+  // synopsis of new_session, above) and the withdrawn remove_all.
   for (const OperInfo* row = operInfo + 1; row->id != OP_END; ++row) {
     const std::string word = row->name;
     if (row->id == OP_HELP || row->id == OP_REMOVE_ALL || word == "ns") continue;
     EXPECT_EQ(root.Run({word, "-help"}), (e2e::Result{Synopsis(word), "", 0})) << word;
   }
-}
 
-TEST(CmdlineUsageTest, SynopsisSpellingsAndForms) {
-  e2e::Root root;
-  struct {
-    std::vector<std::string> args;
-    const char* synopsisOf;  // "" for no text at all
-  } cases[] = {
-      {{"ns", "-help"}, "new_session"},
-      {{"LIST", "-H"}, "list"},
-      {{"-q", "list", "-help"}, "list"},  // the form only changes the general usage
-      {{"list", "-client", "c", "-help", "-U", "-b"}, "list"},  // help before the other rules
-      {{"-test_import_frags", "f", "-help"}, "add_import_frags"},
-      {{"-list_import_frags", "-help"}, "list_import_frags"},
-      {{"remove_all", "-help"}, ""},
-  };
-  for (const auto& c : cases) {
-    std::string out = *c.synopsisOf ? Synopsis(c.synopsisOf) : "";
-    EXPECT_EQ(root.Run(c.args), (e2e::Result{out, "", 0})) << c.args[0];
-  }
-}
-
-TEST(CmdlineUsageTest, DateFormFollowsTheTimeLocale) {
-  e2e::Root root;
+  // The first line names the program; the last one always says cyclectl.
   e2e::RunOptions options;
+  options.argv0 = "/opt/bin/slpadm";
+  std::string expected = usage;
+  expected.replace(expected.find("cyclectl"), 8, "slpadm");
+  EXPECT_EQ(root.Run({"help"}, "", options).err, expected);
+
+  // The date form follows the time locale.
+  options = {};
   options.env = {"LC_ALL", "LC_TIME=de_DE.UTF-8"};
-  std::string expected = Synopsis("active");
+  expected = Synopsis("active");
   for (size_t at; (at = expected.find("mm/dd/yyyy")) != std::string::npos;) {
     expected.replace(at, 10, "dd.mm.yyyy");
   }
