@@ -1,9 +1,12 @@
 // End-to-end tests of the operations that write the catalog when the write
 // cannot be made: another process's lock, a write-protected file, a full
 // disk. Each operation keeps its message and status, and the debug log says
-// why at severity 16.
+// why at severity 16. And under kill -9: a run killed in the middle of its
+// change leaves the catalog as it was, and what a run has reported done is
+// in the catalog however it ends.
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
+#include <unistd.h>
 
 #include <cstdlib>
 #include <regex>
@@ -19,23 +22,46 @@ namespace {
 
 class CatalogWriteFaultsTest : public e2e::CatalogTest {
  protected:
-  // A replication record, a copy to redo, a deleted fragment and a test
-  // import file: something for each operation to write.
+  // client1_1000 with a backup copy and a replication made from it (to
+  // redo), three replication records of the target tgt1, three entries of
+  // the deleted-fragment list and a test import file: something for each
+  // operation to write.
   void SetUp() override {
     root_.SetConfig("CATALOG_BUSY_TIMEOUT", "200");
     const std::string image =
         AddImage("client1", 1000, "StorageServiceName = 'slp1', StorageServiceState = 3");
     AddCopy(image, 1, "SLPIndex = 1, CopyType = 0, CopyState = 5");
-    const std::string replica =
+    const std::string copy =
         AddCopy(image, 2, "SLPIndex = 2, SLPSourceIndex = 1, CopyType = 3, CopyState = 13");
-    Insert("DBM_ImageReplicationDestination", "ReplicationDestinationKey",
-           "ImageCopyKey, TargetMachineKey, VolumeInfo, RemoteMasterServer",
-           replica + ", " + AddMachine("tgt1", 12) + ", 'vol1', 'remote1'", "");
-    Insert("DBM_DeletedFragment", "DeletedFragmentKey", "MasterServerKey, BackupID",
-           "(SELECT MachineKey FROM EMM_Machine WHERE MachinePrimaryName = 'master1'), "
-           "'client1_1000'",
-           "");
+    const std::string target = AddMachine("tgt1", 12);
+    for (const char* volume : {"vol1", "vol2", "vol3"}) {
+      Insert("DBM_ImageReplicationDestination", "ReplicationDestinationKey",
+             "ImageCopyKey, TargetMachineKey, VolumeInfo, RemoteMasterServer",
+             copy + ", " + target + ", '" + volume + "', 'remote1'", "");
+    }
+    const std::string master1 =
+        "(SELECT MachineKey FROM EMM_Machine WHERE MachinePrimaryName = 'master1')";
+    root_.Sql("INSERT INTO DBM_DeletedFragment (MasterServerKey, BackupID) VALUES (" + master1 +
+              ", 'client1_1000'), (" + master1 + ", 'client2_2000'), (" + master1 +
+              ", 'client3_3000');");
     root_.WriteFile("frags.txt", "STS_IMAGE = img1\n");
+  }
+
+  // Everything the writing operations change, one line per row.
+  std::string State() {
+    return root_.Sql(
+        "SELECT 'image ' || BackupID || ' ' || StorageServiceState FROM DBM_Image"
+        " UNION ALL SELECT 'copy ' || SLPIndex || ' ' || CopyState FROM DBM_ImageCopy"
+        " UNION ALL SELECT 'replica ' || VolumeInfo FROM DBM_ImageReplicationDestination"
+        " UNION ALL SELECT 'deleted ' || BackupID FROM DBM_DeletedFragment"
+        " UNION ALL SELECT 'queued ' || BackupID FROM SLP_PendingImport ORDER BY 1;");
+  }
+
+  // True once a run of this catalog waits for a lock the test holds.
+  bool SomeoneWaits() {
+    return root_.Sql(
+               "SELECT count(*) FROM pg_stat_activity"
+               " WHERE datname = current_database() AND wait_event_type = 'Lock';") != "0\n";
   }
 
   // Runs each writing operation, whose write fails with the data-access
@@ -77,17 +103,13 @@ class CatalogWriteFaultsTest : public e2e::CatalogTest {
 };
 
 TEST_F(CatalogWriteFaultsTest, EachOperationKeepsItsStatusAndLogsWhy) {
-  // What the operations would change; a failed write leaves it as it was.
-  const std::string changeable =
-      "SELECT (SELECT count(*) FROM DBM_ImageReplicationDestination),"
-      " (SELECT count(*) FROM DBM_DeletedFragment), (SELECT sum(CopyState) FROM DBM_ImageCopy),"
-      " (SELECT count(*) FROM SLP_PendingImport)";
-  const std::string before = root_.Sql(changeable);
+  // A failed write leaves the catalog as it was.
+  const std::string before = State();
   {
     e2e::CatalogLock writer(root_);
     ExpectEachFails("locked", 2007005, 2007061, 2008004);
   }
-  EXPECT_EQ(root_.Sql(changeable), before);
+  EXPECT_EQ(State(), before);
   if (e2e::OnPostgres()) GTEST_SKIP() << "a write-protected file and a full disk are SQLite's";
   // Write-protected with the immutable flag, as the tests run as root.
   const std::string file = root_.catalog();
@@ -95,11 +117,65 @@ TEST_F(CatalogWriteFaultsTest, EachOperationKeepsItsStatusAndLogsWhy) {
   if (immutable) {
     ExpectEachFails("read-only", 2007009, 2007062, 2008005);
     system(("chattr -i " + file).c_str());
-    EXPECT_EQ(root_.Sql(changeable), before);
+    EXPECT_EQ(State(), before);
   }
   e2e::FullCatalogDisk full(root_);
   if (full.ok()) ExpectEachFails("disk full", 2007017, 2007062, 2008005);
   if (!immutable || !full.ok()) GTEST_SKIP() << "needs chattr and the right to mount";
+}
+
+// Each change is stopped by a row lock the test holds, killed while it
+// waits, and then run again to the end.
+TEST_F(CatalogWriteFaultsTest, AChangeKilledHalfwayLeavesNothing) {
+  if (!e2e::OnPostgres()) GTEST_SKIP() << "needs row locks, which SQLite does not have";
+  root_.SetConfig("CATALOG_BUSY_TIMEOUT", "60000");
+  static const struct {
+    std::vector<std::string> args;
+    const char* lockedRow;  // taken by the test's transaction
+  } cases[] = {
+      {{"remove_repl", "-target_machine", "tgt1"},
+       "SELECT 1 FROM DBM_ImageReplicationDestination WHERE VolumeInfo = 'vol3' FOR UPDATE"},
+      {{"remove_exp", "-nowarn"},
+       "SELECT 1 FROM DBM_DeletedFragment WHERE BackupID = 'client3_3000' FOR UPDATE"},
+      // Each of redo's three updates stands by itself; the first waits.
+      {{"redo", "-backupid", "client1_1000", "-slpindex", "2"},
+       "SELECT 1 FROM DBM_ImageCopy WHERE SLPIndex = 2 FOR UPDATE"},
+  };
+  for (const auto& c : cases) {
+    const std::string before = State();
+    {
+      e2e::CatalogLock holder(root_, c.lockedRow, e2e::CatalogLock::kRows);
+      e2e::RunOptions options;
+      options.killWhen = [this] { return SomeoneWaits(); };
+      EXPECT_EQ(137, root_.Run(c.args, "", options).status) << c.args[0];
+      // The server notices that the client is gone and gives its statement
+      // up, rather than finishing it once the lock is free.
+      for (int i = 0; i < 250 && SomeoneWaits(); ++i) usleep(20000);
+    }
+    EXPECT_EQ(before, State()) << c.args[0];
+    EXPECT_EQ(0, root_.Run(c.args).status) << c.args[0];
+    EXPECT_NE(before, State()) << c.args[0];
+  }
+}
+
+// add_import_frags queues image by image: killed in its pause after the
+// 1,000th image, the queue holds exactly the images it reported queued.
+TEST_F(CatalogWriteFaultsTest, QueuedImagesStayQueued) {
+  root_.SetConfig("TEST_IMPORT_PAUSE_MS", "60000");
+  std::string file, reported;
+  for (int i = 1; i <= 1500; ++i) file += "STS_IMAGE = i" + std::to_string(i) + "\n";
+  for (int i = 1; i <= 1000; ++i) {
+    reported += "Import Manager returned: 0 for fragment name i" + std::to_string(i) +
+                ". Total images = " + std::to_string(i) + "\n";
+  }
+  root_.WriteFile("frags.txt", file);
+  e2e::RunOptions options;
+  options.killWhen = [this] { return root_.DebugLog().find("pausing") != std::string::npos; };
+  EXPECT_EQ(root_.Run({"-test_import_frags", root_.path() + "/frags.txt"}, "", options),
+            (e2e::Result{"", reported, 137}));
+  EXPECT_EQ("1000\n", root_.Sql("SELECT count(*) FROM SLP_PendingImport;"));
+  EXPECT_EQ("i1000\n", root_.Sql("SELECT BackupID FROM SLP_PendingImport"
+                                 " WHERE BackupID IN ('i1000', 'i1001');"));
 }
 
 }  // namespace
