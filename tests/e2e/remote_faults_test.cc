@@ -25,15 +25,11 @@ namespace {
 class FakeService {
  public:
   explicit FakeService(bool garbage) {
-    sockaddr_in address{};
-    address.sin_family = AF_INET;
-    address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
+    sockaddr_in address{AF_INET, 0, {htonl(INADDR_LOOPBACK)}, {}};
     socklen_t length = sizeof address;
-    if (fd_ < 0 || bind(fd_, reinterpret_cast<sockaddr*>(&address), length) != 0 ||
-        listen(fd_, 8) != 0 ||
-        getsockname(fd_, reinterpret_cast<sockaddr*>(&address), &length) != 0) {
+    sockaddr* name = reinterpret_cast<sockaddr*>(&address);
+    if (bind(fd_, name, length) != 0 || listen(fd_, 8) != 0 || getsockname(fd_, name, &length) != 0)
       return;
-    }
     port_ = ntohs(address.sin_port);
     // Without a garbage reply nothing accepts: the kernel completes the
     // connections and the requests wait unanswered.
