@@ -13,26 +13,25 @@ namespace {
 using emm_test::kMaster;
 using emm_test::TestCatalog;
 
-// Fetches every snapshot of a query in batches of `batch`; records the
-// status and count of each fetch in *trace.
-std::vector<std::string> Snapshots(TestCatalog& cat, const char* backupId, int level,
-                                   unsigned batch, std::vector<unsigned>* trace) {
+// Every snapshot of a query fetched `batch` at a time, each fetch followed
+// by its status, "(0)" or "(end)", and by its count when that is not the
+// number of records it gave.
+std::string Snapshots(TestCatalog& cat, const char* backupId, int level, unsigned batch) {
   uint64_t handle = 0;
   EXPECT_EQ(0u,
             emmlib_QueryActiveSnapshotInfo(cat.cid(), level, kMaster, 0, backupId, -1, 0, &handle));
-  std::vector<std::string> out;
-  for (;;) {
-    unsigned count = batch;
+  std::string out;
+  for (unsigned status = 0; status == 0;) {
+    unsigned count = batch, n = 0;
     EMM_SnapshotInfo* list = nullptr;
-    unsigned status = emmlib_FetchSnapshotInfo(cat.cid(), 0, handle, &count, &list);
-    trace->push_back(status);
-    trace->push_back(count);
-    for (EMM_SnapshotInfo* s = list; s != nullptr; s = s->next) {
-      out.push_back(std::string(s->BackupID) + "/" + std::to_string(s->CopyNumber) + "/" +
-                    s->SnapshotName);
+    status = emmlib_FetchSnapshotInfo(cat.cid(), 0, handle, &count, &list);
+    for (EMM_SnapshotInfo* s = list; s != nullptr; s = s->next, ++n) {
+      out += std::string(s->BackupID) + "/" + std::to_string(s->CopyNumber) + "/" +
+             s->SnapshotName + " ";
     }
+    out += status == EMMLIB_END_OF_DATA ? "(end)" : "(" + std::to_string(status) + ") ";
+    if (count != n) out += "count " + std::to_string(count);
     emmlib_FreeSnapshotInfo_List(&list);
-    if (status != 0) break;
   }
   emmlib_ReleaseImageResultHandle(cat.cid(), handle);
   return out;
@@ -56,63 +55,16 @@ TEST(Snapshots, ComeInImageRowOrder) {
   snapshot(cat.AddCopy(sameTime, 1, "DataFormat = 2"), "s1", 1);
   snapshot(lateCopy2, "gone", 0);
 
-  std::vector<unsigned> trace;
-  EXPECT_EQ((std::vector<std::string>{"z_100/1/s0", "a_300/1/s1", "b_300/1/s2", "b_300/1/s3",
-                                      "b_300/2/s4"}),
-            Snapshots(cat, nullptr, 1, 2, &trace));
   // Full batches come with 0, the last one with end of data.
-  EXPECT_EQ((std::vector<unsigned>{0, 2, 0, 2, EMMLIB_END_OF_DATA, 1}), trace);
-
-  trace.clear();
-  EXPECT_EQ((std::vector<std::string>{"b_300/1/s2", "b_300/1/s3", "b_300/2/s4", "b_300/2/gone"}),
-            Snapshots(cat, "b_300", 3, 50, &trace));
-  trace.clear();
-  EXPECT_TRUE(Snapshots(cat, "nothing_1", 1, 50, &trace).empty());
-  EXPECT_EQ((std::vector<unsigned>{EMMLIB_END_OF_DATA, 0}), trace);
+  EXPECT_EQ("z_100/1/s0 a_300/1/s1 (0) b_300/1/s2 b_300/1/s3 (0) b_300/2/s4 (end)",
+            Snapshots(cat, nullptr, 1, 2));
+  EXPECT_EQ("b_300/1/s2 b_300/1/s3 b_300/2/s4 b_300/2/gone (end)", Snapshots(cat, "b_300", 3, 50));
+  EXPECT_EQ("(end)", Snapshots(cat, "nothing_1", 1, 50));
 }
 
-TEST(CatalogCalls, RefusedOrWithoutARecord) {
-  TestCatalog cat;
-  auto open = [&](int* cid, const char* server, const std::string& path) {
-    return emmlib_initialize(cid, EMMLIB_READ_ONLY, server, 1556, path.c_str(), nullptr, "t");
-  };
-  int cid = 0;
-  EXPECT_EQ(EMMLIB_INVALID_ARGUMENT, open(&cid, "", cat.path()));
-  ASSERT_EQ(0u, open(&cid, kMaster, cat.path()));
-  EXPECT_NE(*cat.cid(), cid);
-  // Opening over a connection closes it, whether or not the new one opens.
-  const int first = cid;
-  EXPECT_EQ(EMMLIB_CANNOT_OPEN, open(&cid, kMaster, cat.path() + ".missing"));
-  EXPECT_EQ(0, cid);
-  cid = first;
-  EXPECT_EQ(EMMLIB_NOT_CONNECTED, emmlib_terminate(&cid));
-
-  cat.AddCopy(cat.AddImage("c", 100), 1, "SLPIndex = 1");
-  EMM_ImageCopyExt* ext = nullptr;
-  ASSERT_EQ(0u, emmlib_InitImageCopyExt(&ext));
-  EXPECT_FALSE(ext->hasMasterServer || ext->hasCopyState || ext->hasBackupID || ext->hasSLPIndex);
-  ext->hasMasterServer = ext->hasBackupID = ext->hasCopyState = true;
-  strcpy(ext->MasterServer, "MASTER1");
-  strcpy(ext->BackupID, "c_100");
-  EXPECT_EQ(EMMLIB_INVALID_ARGUMENT, emmlib_UpdateImageCopy(cat.cid(), 1, ext));  // no index
-  ext->hasSLPIndex = true;
-  ext->SLPIndex = 9;
-  EXPECT_EQ(EMMLIB_INVALID_ARGUMENT, emmlib_UpdateImageCopy(cat.cid(), 2, ext));
-  EXPECT_EQ(EMMLIB_NO_SUCH_RECORD, emmlib_UpdateImageCopy(cat.cid(), 1, ext));
-  emmlib_FreeImageCopyExt(&ext);
-  EXPECT_EQ(nullptr, ext);
-  for (const char* master : {kMaster, "other.example.com"}) {
-    EXPECT_EQ(EMMLIB_NO_SUCH_RECORD,
-              emmlib_UpdateImageStorageServiceState(cat.cid(), 1, master,
-                                                    master == kMaster ? "c_999" : "c_100", 2));
-  }
-  EXPECT_EQ(EMMLIB_INVALID_ARGUMENT,
-            emmlib_UpdateImageStorageServiceState(cat.cid(), 1, kMaster, "c_100", -1));
-  EXPECT_EQ(0u, emmlib_terminate(cat.cid()));
-  EXPECT_EQ(EMMLIB_NOT_CONNECTED, emmlib_terminate(cat.cid()));
-}
-
-TEST(Definitions, SlpVersionsWithOperationsAndClassifications) {
+// The SLP definitions and classifications in their order, then the
+// refusals and records that are not there.
+TEST(CatalogCalls, DefinitionsThenRefusals) {
   TestCatalog cat;
   int status = -1;
   EXPECT_EQ(nullptr, db_getAllStorageServicesWithAllVersions(&status));
@@ -152,6 +104,44 @@ TEST(Definitions, SlpVersionsWithOperationsAndClassifications) {
   EXPECT_EQ(0, db_get_Policy_Category());
   cat.Exec("INSERT INTO EMM_Parameter VALUES ('PolicyCategory', 1)");
   EXPECT_EQ(1, db_get_Policy_Category());
+
+  auto open = [&](int* cid, const char* server, const std::string& path) {
+    return emmlib_initialize(cid, EMMLIB_READ_ONLY, server, 1556, path.c_str(), nullptr, "t");
+  };
+  int cid = 0;
+  EXPECT_EQ(EMMLIB_INVALID_ARGUMENT, open(&cid, "", cat.path()));
+  ASSERT_EQ(0u, open(&cid, kMaster, cat.path()));
+  EXPECT_NE(*cat.cid(), cid);
+  // Opening over a connection closes it, whether or not the new one opens.
+  const int first = cid;
+  EXPECT_EQ(EMMLIB_CANNOT_OPEN, open(&cid, kMaster, cat.path() + ".missing"));
+  EXPECT_EQ(0, cid);
+  cid = first;
+  EXPECT_EQ(EMMLIB_NOT_CONNECTED, emmlib_terminate(&cid));
+
+  cat.AddCopy(cat.AddImage("c", 100), 1, "SLPIndex = 1");
+  EMM_ImageCopyExt* ext = nullptr;
+  ASSERT_EQ(0u, emmlib_InitImageCopyExt(&ext));
+  EXPECT_FALSE(ext->hasMasterServer || ext->hasCopyState || ext->hasBackupID || ext->hasSLPIndex);
+  ext->hasMasterServer = ext->hasBackupID = ext->hasCopyState = true;
+  strcpy(ext->MasterServer, "MASTER1");
+  strcpy(ext->BackupID, "c_100");
+  EXPECT_EQ(EMMLIB_INVALID_ARGUMENT, emmlib_UpdateImageCopy(cat.cid(), 1, ext));  // no index
+  ext->hasSLPIndex = true;
+  ext->SLPIndex = 9;
+  EXPECT_EQ(EMMLIB_INVALID_ARGUMENT, emmlib_UpdateImageCopy(cat.cid(), 2, ext));
+  EXPECT_EQ(EMMLIB_NO_SUCH_RECORD, emmlib_UpdateImageCopy(cat.cid(), 1, ext));
+  emmlib_FreeImageCopyExt(&ext);
+  EXPECT_EQ(nullptr, ext);
+  for (const char* master : {kMaster, "other.example.com"}) {
+    EXPECT_EQ(EMMLIB_NO_SUCH_RECORD,
+              emmlib_UpdateImageStorageServiceState(cat.cid(), 1, master,
+                                                    master == kMaster ? "c_999" : "c_100", 2));
+  }
+  EXPECT_EQ(EMMLIB_INVALID_ARGUMENT,
+            emmlib_UpdateImageStorageServiceState(cat.cid(), 1, kMaster, "c_100", -1));
+  EXPECT_EQ(0u, emmlib_terminate(cat.cid()));
+  EXPECT_EQ(EMMLIB_NOT_CONNECTED, emmlib_terminate(cat.cid()));
 }
 
 }  // namespace
