@@ -18,24 +18,6 @@ std::string Notice(const std::string& option, const std::string& operation) {
   return "option '" + option + "'  is not valid for operation '" + operation + "' and is ignored\n";
 }
 
-// `out` with each short-form image line replaced by the image's backup ID
-// (the brief form), or left out when `brief` is false.
-std::string ImageLines(const std::string& out, bool brief) {
-  std::istringstream lines(out);
-  std::string result, line;
-  while (std::getline(lines, line)) {
-    if (line.compare(0, 9, "V7.6.0 I ") != 0) {
-      result += line + "\n";
-    } else if (brief) {
-      std::istringstream fields(line);
-      std::string version, letter, master, backupId;
-      fields >> version >> letter >> master >> backupId;
-      result += backupId + "\n";
-    }
-  }
-  return result;
-}
-
 class HandedOnOptionsTest : public e2e::CatalogTest {
  protected:
   // alpha and bravo: SLP images on storage servers sts1 and sts2, alpha with
@@ -79,9 +61,14 @@ class HandedOnOptionsTest : public e2e::CatalogTest {
 };
 
 TEST_F(HandedOnOptionsTest, NoticeThenTheOperationActsOnTheValue) {
-  const std::string replicas = root_.Run({"repllist"}).out;
+  // The lines of alpha's replica and of charlie's copy that follow their image lines.
+  const std::string replica =
+      "V7.6.0 C master1 alpha_1000 2 0 0 *Remote*Master* 2 0 0 0 0 *NULL* 0 0 0 0 3 0 1 0\n"
+      "V7.6.0 RT master1 alpha_1000 2 tgt1 vol1 remote1\n";
+  const std::string charlie =
+      "V7.6.0 C master1 charlie_3000 1 0 0 *NULL* 14 0 0 0 0 *NULL* 0 0 0 0 0 0 1 0\n"
+      "V7.6.0 F master1 charlie_3000 1 1 0 *NULL* *NULL* *NULL* 0 0 1 0 0 *NULL* *NULL* *NULL*\n";
   const std::string pending = root_.Run({"pendimplist"}).out;
-  ASSERT_NE(std::string::npos, replicas.find(" RT master1 alpha_1000 2 tgt1 vol1 remote1\n"));
   ASSERT_NE(std::string::npos, pending.find("V7.6.0 I master1 delta_4000 "));
   const time_t now = time(nullptr);
   std::ostringstream completion;
@@ -96,16 +83,14 @@ TEST_F(HandedOnOptionsTest, NoticeThenTheOperationActsOnTheValue) {
     std::string err = "";  // after the notices
   } cases[] = {
       // each run ends with status 0
-      {{"repllist", "-b"}, ImageLines(replicas, true), {"-b"}},
+      // the brief form: backup IDs in place of the image lines
+      {{"repllist", "-b"}, "alpha_1000\n" + replica, {"-b"}},
       {{"repllist", "-json_compact"},
-       ImageLines(replicas, false),
+       replica,
        {"-json_compact"},
        "unrecognized output format: 4\n"},
-      {{"pendimplist", "-b"}, ImageLines(pending, true), {"-b"}},
-      {{"pendimplist", "-json"},
-       ImageLines(pending, false),
-       {"-json"},
-       "Not implemented\nNot implemented\n"},
+      {{"pendimplist", "-b"}, "charlie_3000\n" + charlie + "delta_4000\n", {"-b"}},
+      {{"pendimplist", "-json"}, charlie, {"-json"}, "Not implemented\nNot implemented\n"},
       {{"pendimplist", "-sincetime", "3001"},
        pending.substr(pending.find("V7.6.0 I master1 delta_4000 ")),
        {"-sincetime"}},

@@ -22,6 +22,8 @@ using ::testing::Contains;
 
 const char kNotice[] = "This operation has been deprecated and is no longer available.\n";
 const char kConf[] = "etc/stashwell.conf";
+const char kStart[] = "<2> cyclectl: INITIATING: Stashwell 9.1.0.1 created: 0";
+const char kVerbose[] = "<2> cyclectl: VERBOSE = 0";
 const char kCheck[] = "check_if_local_swu_admin_for_secure_command";
 const std::string kRefusalLogged =
     std::string("<16> ") + kCheck + ": cyclectl: must be superuser to execute";
@@ -86,54 +88,42 @@ TEST(StartupTest, ConfigurationFailures) {
 TEST(StartupTest, ProgramNameComesFromTheLastComponentOfArgv0) {
   e2e::Root root;
   root.RemoveConfig("EMM_SERVER");
-  e2e::RunOptions path;
-  path.argv0 = "/opt/tools/slpadm";
-  EXPECT_EQ(root.Run({"list"}, "", path).err,
-            "slpadm: invalid Stashwell configuration: EMM Server is not defined\n");
-
   // An empty last component is no failure: the run goes by its own name.
-  for (const char* argv0 : {"", "tools/"}) {
+  for (const auto& [argv0, name] :
+       {std::pair<std::string, std::string>{"/opt/tools/slpadm", "slpadm"},
+        {"", "cyclectl"},
+        {"tools/", "cyclectl"}}) {
     e2e::RunOptions options;
     options.argv0 = argv0;
     EXPECT_EQ(root.Run({"list"}, "", options).err,
-              "cyclectl: invalid Stashwell configuration: EMM Server is not defined\n");
+              name + ": invalid Stashwell configuration: EMM Server is not defined\n");
     e2e::Root good;
     EXPECT_EQ(good.Run({"-testhook"}, "", options), (e2e::Result{"SLP_WINDOWS_VERSION=1\n", "", 0}))
         << argv0;
     EXPECT_EQ(good.DebugLogMessages().front(),
-              "<2> cyclectl: INITIATING: Stashwell 9.1.0.1 created: 0");
+              "<2> " + name + ": INITIATING: Stashwell 9.1.0.1 created: 0");
   }
 }
 
 TEST(StartupTest, DebugLogOfANormalRunAndOfAnEarlyEnd) {
   e2e::Root root;
   EXPECT_EQ(root.Run({"remove_all"}), (e2e::Result{kNotice, "", 0}));
-  std::vector<std::string> log = root.DebugLogMessages();
-  ASSERT_GE(log.size(), 4u);
-  EXPECT_EQ(log[0], "<2> cyclectl: INITIATING: Stashwell 9.1.0.1 created: 0");
-  EXPECT_EQ(log[1], "<2> cyclectl: cyclectl remove_all ");
-  EXPECT_THAT(log, Contains("<2> cyclectl: VERBOSE = 0"));
-  EXPECT_EQ(log.back(), "<2> cyclectl: EXITING, status = 0");
-
   root.SetConfig("VERBOSE.cyclectl", "4");
   root.Run({"lists"});
-  log = root.DebugLogMessages();
-  EXPECT_EQ(log.back(), "<2> cyclectl: EXITING, status= 1");
-  EXPECT_EQ(log[log.size() - 2], "<2> cyclectl: cyclectl lists ");
-
-  // A run that ends at the master check has logged its start.
   root.RemoveConfig("MASTER_SERVER");
-  root.Run({"-testhook"});
-  log = root.DebugLogMessages();
-  EXPECT_EQ(log[log.size() - 3], "<2> cyclectl: INITIATING: Stashwell 9.1.0.1 created: 0");
-  EXPECT_EQ(log.back(), "<2> cyclectl: EXITING, status= 1");
-
+  root.Run({"-testhook"});  // ends at the master check, its start logged
   // An argument past 4 KiB is logged cut, with its length.
   const std::string full(4096, 'a'), longer(4097, 'b');
   root.Run({"-testhook", "-client", full, "-policy", longer});
-  log = root.DebugLogMessages();
-  EXPECT_EQ(log[log.size() - 2], "<2> cyclectl: cyclectl -testhook -client " + full + " -policy " +
-                                     longer.substr(0, 4096) + "...[4097 bytes] ");
+  const std::string failed = "<2> cyclectl: EXITING, status= 1";
+  EXPECT_EQ(root.DebugLogMessages(),
+            (std::vector<std::string>{kStart, "<2> cyclectl: cyclectl remove_all ", kVerbose,
+                                      "<2> cyclectl: EXITING, status = 0", kStart,
+                                      "<2> cyclectl: cyclectl lists ", failed, kStart,
+                                      "<2> cyclectl: cyclectl -testhook ", failed, kStart,
+                                      "<2> cyclectl: cyclectl -testhook -client " + full +
+                                          " -policy " + longer.substr(0, 4096) + "...[4097 bytes] ",
+                                      failed}));
 }
 
 // Without logs/admin the run logs nothing; where it cannot be made the
@@ -183,22 +173,15 @@ TEST(StartupTest, AdministratorCheck) {
     root.SetConfig("USE_QZSS", c.mode);
     if (c.credential) root.WriteFile("etc/credentials/nobody", c.credential);
     if (c.adminUser) root.SetConfig("ADMIN_USER", c.adminUser);
-    std::string what = std::string(c.mode) + (c.credential ? " with credential" : "") +
-                       (c.adminUser ? std::string(" ADMIN_USER ") + c.adminUser : "");
-
+    SCOPED_TRACE(std::string(c.mode) + (c.credential ? " with credential" : "") +
+                 (c.adminUser ? std::string(" ADMIN_USER ") + c.adminUser : ""));
     EXPECT_EQ(root.Run({"remove_all"}, "", nobody),
-              c.passes ? (e2e::Result{kNotice, "", 0}) : (e2e::Result{"", refused, 140}))
-        << what;
-    std::vector<std::string> log = root.DebugLogMessages();
-    ASSERT_FALSE(log.empty()) << what << ": nothing in the debug log";
-    EXPECT_THAT(log, Contains("<2> cyclectl: VERBOSE = 0")) << what;
-    if (c.logLine) {
-      EXPECT_THAT(log, Contains(std::string("<2> ") + kCheck + ": " + c.logLine)) << what;
-    }
-    if (!c.passes) {
-      EXPECT_THAT(log, Contains(kRefusalLogged)) << what;
-      EXPECT_EQ(log.back(), "<2> cyclectl: EXITING, status= 140") << what;
-    }
+              c.passes ? (e2e::Result{kNotice, "", 0}) : (e2e::Result{"", refused, 140}));
+    std::vector<std::string> log = {kStart, "<2> cyclectl: cyclectl remove_all ", kVerbose};
+    if (c.logLine) log.push_back(std::string("<2> ") + kCheck + ": " + c.logLine);
+    if (c.passes) log.push_back("<2> cyclectl: EXITING, status = 0");
+    if (!c.passes) log.insert(log.end(), {kRefusalLogged, "<2> cyclectl: EXITING, status= 140"});
+    EXPECT_EQ(root.DebugLogMessages(), log);
   }
 
   // So does a member of a group named by any of the ADMIN_GROUP lines.
@@ -254,9 +237,8 @@ TEST(StartupTest, DamagedMessageCatalogsGiveTheEnglishTexts) {
     options.env = {"LC_ALL", lang};
     EXPECT_EQ(root.Run({"list", "-zzz"}, "", options), unknown) << lang;
   }
-  e2e::Result listed = root.Run({"list"});
-  EXPECT_EQ(listed.err, "No images or lifecycles matching criteria found.\n");
-  EXPECT_EQ(listed.status, 0);
+  EXPECT_EQ(root.Run({"list"}),
+            (e2e::Result{"", "No images or lifecycles matching criteria found.\n", 0}));
 }
 
 }  // namespace
