@@ -14,20 +14,22 @@ namespace Orvantic {
 namespace Stashwell {
 namespace {
 
-// The names `format` gives `values`, blank-separated.
-std::string Names(const char* (*format)(int), std::initializer_list<int> values) {
-  std::string names;
-  for (int value : values) names += std::string(names.empty() ? "" : " ") + format(value);
-  return names;
+// What `format` makes of each of `values`, joined by ", ".
+template <typename T, typename F>
+std::string Joined(F format, std::initializer_list<T> values) {
+  std::string out;
+  for (const T& value : values) out += (out.empty() ? "" : ", ") + std::string(format(value));
+  return out;
 }
 
 TEST(FormatTest, EnumerationNames) {
-  EXPECT_EQ(Names(FormatImageState, {0, 9, 10, 11, -1}),
-            "NOT_MANAGED NOT_STARTED|INACTIVE IN_PROCESS|INACTIVE INVALID INVALID");
-  EXPECT_EQ(Names(FormatCopyState, {5, 15, 16, -1}), "COPYCOMPLETE IMPORT_FAILED INVALID INVALID");
-  EXPECT_EQ(Names(FormatCopyType, {0, 9, 10, INT_MIN}),
-            "BACKUP CLOUD_SNAPSHOT_INDEX INVALID INVALID");
-  EXPECT_EQ(Names(FormatExpirationType, {5, 6, -1}), "MIRROR INVALID INVALID");
+  EXPECT_EQ(Joined<int>(FormatImageState, {0, 9, 10, 11, -1}),
+            "NOT_MANAGED, NOT_STARTED|INACTIVE, IN_PROCESS|INACTIVE, INVALID, INVALID");
+  EXPECT_EQ(Joined<int>(FormatCopyState, {5, 15, 16, -1}),
+            "COPYCOMPLETE, IMPORT_FAILED, INVALID, INVALID");
+  EXPECT_EQ(Joined<int>(FormatCopyType, {0, 9, 10, INT_MIN}),
+            "BACKUP, CLOUD_SNAPSHOT_INDEX, INVALID, INVALID");
+  EXPECT_EQ(Joined<int>(FormatExpirationType, {5, 6, -1}), "MIRROR, INVALID, INVALID");
 }
 
 TEST(FormatTest, SlpOperationsMask) {
@@ -45,30 +47,18 @@ TEST(FormatTest, SlpOperationsMask) {
       FormatSlpOperationsMask(1024 + 512 + 4 + 1));
 }
 
+// Below a year a duration, from a year on a date; "???" where none can be
+// made. The date-only flag is for dates alone.
 TEST(FormatTest, DurationsAndDates) {
   setenv("TZ", "UTC", 1);
   tzset();
-  static const struct {
-    int64_t seconds;
-    bool dateOnly;
-    const char* expected;
-  } cases[] = {
-      {0, false, "0 secs"},
-      {59, false, "59 secs"},
-      {60, false, "0:01:00"},
-      {3661, false, "1:01:01"},
-      {86400, false, "1 days 0:00:00"},
-      {90061, true, "1 days 1:01:01"},  // the date-only flag is for dates alone
-      {31535999, false, "364 days 23:59:59"},
-      {-5, false, "-5 secs"},
-      {31536000, false, "1971/01/01 00:00:00"},
-      {31536000, true, "1971/01/01"},
-      {1700000000, false, "2023/11/14 22:13:20"},
-      {INT64_MAX, false, "???"},
-  };
-  for (const auto& c : cases) {
-    EXPECT_EQ(c.expected, FormatTime(c.seconds, c.dateOnly)) << c.seconds;
-  }
+  EXPECT_EQ(
+      Joined<int64_t>([](int64_t s) { return FormatTime(s, false); },
+                      {0, 59, 60, 3661, 86400, 31535999, -5, 31536000, 1700000000, INT64_MAX}),
+      "0 secs, 59 secs, 0:01:00, 1:01:01, 1 days 0:00:00, 364 days 23:59:59, -5 secs, "
+      "1971/01/01 00:00:00, 2023/11/14 22:13:20, ???");
+  EXPECT_EQ(Joined<int64_t>([](int64_t s) { return FormatTime(s, true); }, {90061, 31536000}),
+            "1 days 1:01:01, 1971/01/01");
   // Microseconds pad to four digits; longer durations and dates show none.
   EXPECT_EQ("0.5000 secs", FormatTimeMS(0, ACE_Time_Value(0, 5000), false));
   EXPECT_EQ("12.0042 secs", FormatTime(ACE_Time_Value(12, 42), false));
@@ -77,27 +67,21 @@ TEST(FormatTest, DurationsAndDates) {
   EXPECT_EQ("1971/01/01", FormatTime(ACE_Time_Value(31536000, 42), true));
 }
 
+// Status|time|client, the outputs starting as -1 and "untouched": a
+// non-numeric time still succeeds (strtoll rules); a text without a client
+// writes both outputs, the other failures leave them untouched.
 TEST(ParseBackupIdTest, SplitsAtTheLastUnderscore) {
-  static const struct {
-    const char* id;
-    const char* result;  // status|time|client, the outputs starting as -1 and "untouched"
-  } cases[] = {
-      {"client1_1700000000", "0|1700000000|client1"},
-      {"my_host_name_42", "0|42|my_host_name"},
-      {"host_abc", "0|0|host"},    // non-numeric time still succeeds
-      {"host_ 17x", "0|17|host"},  // strtoll rules
-      {"host_-3", "0|-3|host"},
-      {"nounderscore", "20|-1|untouched"},
-      {"host_", "20|-1|untouched"},
-      {"_1700000000", "20|1700000000|"},  // both outputs written
-      {"", "20|-1|untouched"},
-  };
-  for (const auto& c : cases) {
+  const auto split = [](const char* id) {
     int64_t time = -1;
     std::string client = "untouched";
-    const int status = ParseBackupId(c.id, time, client);
-    EXPECT_EQ(std::to_string(status) + "|" + std::to_string(time) + "|" + client, c.result) << c.id;
-  }
+    const int status = ParseBackupId(id, time, client);
+    return std::to_string(status) + "|" + std::to_string(time) + "|" + client;
+  };
+  EXPECT_EQ(
+      Joined<const char*>(split, {"client1_1700000000", "my_host_name_42", "host_abc", "host_ 17x",
+                                  "host_-3", "nounderscore", "host_", "_1700000000", ""}),
+      "0|1700000000|client1, 0|42|my_host_name, 0|0|host, 0|17|host, 0|-3|host, "
+      "20|-1|untouched, 20|-1|untouched, 20|1700000000|, 20|-1|untouched");
 }
 
 }  // namespace
