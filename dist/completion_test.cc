@@ -29,16 +29,14 @@ std::string Complete(const std::string& words, const std::string& directory = ".
   return out == "\n" ? "" : out;
 }
 
-TEST(CompletionTest, OffersOperationWordsFirst) {
+TEST(CompletionTest, OffersWordsThenOptionsThenValues) {
   EXPECT_EQ("list\nlist_import_conf\nlist_import_frags\nlist_import_notify\nlistwg\n",
             Complete("cyclectl li"));
   EXPECT_EQ("new_session\nns\n", Complete("cyclectl n"));
   EXPECT_EQ("update_hwm\nupdate_pfs\n", Complete("cyclectl up"));
   EXPECT_EQ("active\nadd_import_frags\n", Complete("cyclectl a"));
   EXPECT_EQ("", Complete("cyclectl zz"));
-}
-
-TEST(CompletionTest, OffersOnlyTheOptionsOfTheOperation) {
+  // Then only the options of the operation.
   EXPECT_EQ("-M\n-help\n-nowarn\n", Complete("cyclectl dropwg -"));
   EXPECT_EQ("-df\n-dopts\n", Complete("cyclectl DUMP -dopts x -d"));
   // The value of -client is not taken for the operation word.
@@ -47,9 +45,7 @@ TEST(CompletionTest, OffersOnlyTheOptionsOfTheOperation) {
   EXPECT_EQ("-stype\n", Complete("cyclectl diskspaceinfo -M m1 -st"));
   // Before any operation word only the options that select one.
   EXPECT_EQ("-h\n-help\n", Complete("cyclectl -h"));
-}
-
-TEST(CompletionTest, OffersTheValuesOfFixedVocabularies) {
+  // Then the values of fixed vocabularies.
   EXPECT_EQ("I\nIC\nICF\nICFS\n", Complete("cyclectl list -rt I"));
   EXPECT_EQ("j\nl\nr\n", Complete("cyclectl dump -DF ''"));
   EXPECT_EQ("conf\n", Complete("cyclectl list_import_notify -ntype c"));
