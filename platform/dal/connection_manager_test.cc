@@ -4,7 +4,6 @@
 #include "platform/dal/connection_manager.h"
 
 #include <gtest/gtest.h>
-#include <sys/stat.h>
 
 #include <chrono>
 #include <fstream>
@@ -17,16 +16,22 @@ namespace Corvela {
 namespace Dal {
 namespace {
 
-// Leases one connection from a fresh manager on `where`; the status.
-int LeaseStatus(const CatalogLocation& where, bool readOnly = false) {
+// Leases one connection from a fresh manager on `where`: the status, or
+// with `sql` the status of running it there.
+int LeaseStatus(const CatalogLocation& where, const char* sql = nullptr, bool readOnly = false) {
   DbConnectionManager manager(2, 32, 1, 1, 30, 15, 40, USERID_DBM_ADMIN, readOnly, &where);
   MSRDbConnection* connection = nullptr;
   MSRGuard guard(&manager, connection);
   EXPECT_EQ(connection == nullptr, guard.status() != DAL_SUCCESS);
-  return guard.status();
+  if (guard.status() != DAL_SUCCESS || sql == nullptr) return guard.status();
+  int status = -1;
+  DalOdbcView* view = connection->GetOdbcView(&status);
+  status = connection->Execute(view, sql, nullptr, LOG_AT_VERBOSITY_5, "t", false, false);
+  connection->ReturnOdbcView(view);
+  return status;
 }
 
-TEST(ConnectionManagerTest, UsableOnlyForKnownAccountsAndLimits) {
+TEST(ConnectionManagerTest, AccountsLimitsAndLeases) {
   TempCatalog catalog;
   catalog.Exec("CREATE TABLE t (x)");
   const CatalogLocation where = catalog.location();
@@ -36,17 +41,12 @@ TEST(ConnectionManagerTest, UsableOnlyForKnownAccountsAndLimits) {
       DbConnectionManager(2, 32, 1, 1, 30, 15, 40, USERID_TYPES(7), false, &where).isUsable());
   EXPECT_FALSE(
       DbConnectionManager(4, 2, 1, 1, 30, 15, 40, USERID_DBM_ADMIN, false, &where).isUsable());
-
   DbConnectionManager unusable(2, 32, 1, 1, 30, 15, 40, USERID_TYPES(0), false, &where);
   MSRDbConnection* connection = nullptr;
   EXPECT_EQ(MSRGuard(&unusable, connection).status(), DAL_MANAGER_UNUSABLE);
   EXPECT_EQ(MSRGuard(nullptr, connection).status(), DAL_MANAGER_UNUSABLE);
-}
+  EXPECT_EQ(LeaseStatus(where, "INSERT INTO t VALUES (1)", true), DAL_READ_ONLY);
 
-TEST(ConnectionManagerTest, LeasesAreLimitedAndGivenBack) {
-  TempCatalog catalog;
-  catalog.Exec("CREATE TABLE t (x)");
-  const CatalogLocation where = catalog.location();
   DbConnectionManager manager(1, 1, 1, 1, 30, 15, 40, USERID_SLP_ADMIN, false, &where);
   MSRDbConnection* first = nullptr;
   {
@@ -98,71 +98,26 @@ TEST(ConnectionManagerTest, MissingOrDamagedCatalogsGiveStatuses) {
     f.seekp(4096 * 3);
     f << std::string(4096 * 4, '\x5a');
   }
-  const CatalogLocation where = catalog.location();
-  DbConnectionManager manager(2, 32, 1, 1, 30, 15, 40, USERID_DBM_ADMIN, false, &where);
-  MSRDbConnection* connection = nullptr;
-  MSRGuard guard(&manager, connection);
-  ASSERT_EQ(guard.status(), DAL_SUCCESS);
-  int status = -1;
-  DalOdbcView* view = connection->GetOdbcView(&status);
-  uint32_t count = 0;
-  EXPECT_EQ(connection->ULongReturningQuery(view, "SELECT count(*) FROM t WHERE length(x) = 100",
-                                            nullptr, &count, LOG_AT_VERBOSITY_3, "q", "ULong"),
+  EXPECT_EQ(LeaseStatus(catalog.location(), "SELECT count(*) FROM t WHERE length(x) = 100"),
             DAL_CATALOG_CORRUPT);
-  connection->ReturnOdbcView(view);
-}
-
-class ReadOnlyManagerTest : public DalConnectionTest {};
-
-TEST_F(ReadOnlyManagerTest, CannotWrite) {
-  catalog_.Exec("CREATE TABLE t (x)");
-  Connect(true);
-  EXPECT_EQ(Execute("INSERT INTO t VALUES (1)"), DAL_READ_ONLY);
 }
 
 // Another process's write lock: the layer waits for it up to the busy
 // timeout (giving up after it is what the end-to-end tests show).
-class LockedCatalogTest : public ::testing::Test {
- protected:
-  void SetUp() override {
-    catalog_.Exec("CREATE TABLE t (x); INSERT INTO t VALUES (1)");
-    writer_ = catalog_.Open();
-    ASSERT_EQ(writer_->Exec("BEGIN EXCLUSIVE"), sqldb::Code::kOk);
-    sqldb::ResetLockWait();
-  }
-
-  // Runs a count on the locked catalog; the status and how long it took.
-  int Count(int busyTimeoutMs, std::chrono::milliseconds* took) {
-    const auto start = std::chrono::steady_clock::now();
-    const CatalogLocation where = catalog_.location(busyTimeoutMs);
-    DbConnectionManager manager(2, 32, 1, 1, 30, 15, 40, USERID_DBM_ADMIN, false, &where);
-    MSRDbConnection* connection = nullptr;
-    MSRGuard guard(&manager, connection);
-    int status = guard.status();
-    if (status == DAL_SUCCESS) {
-      DalOdbcView* view = connection->GetOdbcView(&status);
-      uint32_t count = 0;
-      status = connection->ULongReturningQuery(view, "SELECT count(*) FROM t", nullptr, &count,
-                                               LOG_AT_VERBOSITY_3, "q", "ULong");
-    }
-    *took = std::chrono::duration_cast<std::chrono::milliseconds>(std::chrono::steady_clock::now() -
-                                                                  start);
-    return status;
-  }
-
-  TempCatalog catalog_;
-  std::unique_ptr<sqldb::Database> writer_;
-};
-
-TEST_F(LockedCatalogTest, WaitsForTheWriterToFinish) {
-  std::thread writer([this] {
+TEST(ConnectionManagerTest, WaitsForAWriterToFinish) {
+  TempCatalog catalog;
+  catalog.Exec("CREATE TABLE t (x); INSERT INTO t VALUES (1)");
+  const std::unique_ptr<sqldb::Database> writer = catalog.Open();
+  ASSERT_EQ(writer->Exec("BEGIN EXCLUSIVE"), sqldb::Code::kOk);
+  sqldb::ResetLockWait();
+  std::thread finish([&writer] {
     std::this_thread::sleep_for(std::chrono::milliseconds(300));
-    writer_->Exec("INSERT INTO t VALUES (2); COMMIT");
+    writer->Exec("INSERT INTO t VALUES (2); COMMIT");
   });
-  std::chrono::milliseconds took;
-  EXPECT_EQ(Count(5000, &took), DAL_SUCCESS);
-  writer.join();
-  EXPECT_GE(took.count(), 250);
+  const auto start = std::chrono::steady_clock::now();
+  EXPECT_EQ(LeaseStatus(catalog.location(5000), "SELECT count(*) FROM t"), DAL_SUCCESS);
+  finish.join();
+  EXPECT_GE(std::chrono::steady_clock::now() - start, std::chrono::milliseconds(250));
 }
 
 }  // namespace
