@@ -38,8 +38,25 @@ class ServiceProbeTest : public ::testing::Test {
   e2e::Root root_{LoopbackRoot()};
 };
 
-// Each row's line on standard error, nothing on standard output, status 255.
-TEST_F(ServiceProbeTest, EachLadderRowPrintsItsLineAndEndsTheRun) {
+// The disk service not there, not configured or of another interface; then
+// each ladder row's line on standard error, nothing on standard output,
+// status 255; then the legacy lookups, once per volume into the server type
+// cache.
+TEST_F(ServiceProbeTest, ConnectFailuresLadderRowsAndLegacyLookups) {
+  root_.SetConfig("DAEMON_PORT.SWDSMFSM", std::to_string(cyclesvc_test::FreeLoopbackPort()));
+  EXPECT_EQ(Probe({"stype", "M1"}), (e2e::Result{"", "cannot connect to dsm\n", 255}));
+  root_.RemoveConfig("DAEMON_PORT.SWDSMFSM");
+  EXPECT_EQ(Probe({"ping"}), (e2e::Result{"", "cannot connect to Disk Service Manager\n", 255}));
+  {
+    ServiceOptions options;
+    options.mismatchedObjects = true;
+    TestService service(root_.path(), "{}", options);
+    ASSERT_TRUE(service.ok()) << service.error();
+    EXPECT_EQ(Probe({"ping"}),
+              (e2e::Result{"", "cannot narrow Disk Service Manager object\n", 255}));
+    EXPECT_EQ(service.Calls(), std::vector<std::string>());
+  }
+
   const struct {
     const char* scenario;  // replaces the test service's scenario when not null
     std::vector<std::string> probe;
@@ -89,26 +106,8 @@ TEST_F(ServiceProbeTest, EachLadderRowPrintsItsLineAndEndsTheRun) {
     EXPECT_EQ(Probe(c.probe), (e2e::Result{"", c.err, 255}))
         << (c.scenario != nullptr ? c.scenario : c.probe[0]);
   }
-}
 
-TEST_F(ServiceProbeTest, DiskServiceNotThereNotConfiguredOrOfAnotherInterface) {
-  // A configured port with nothing listening: the narrowing call fails to
-  // connect. No port at all: nothing to resolve, the service's own message.
-  root_.SetConfig("DAEMON_PORT.SWDSMFSM", std::to_string(cyclesvc_test::FreeLoopbackPort()));
-  EXPECT_EQ(Probe({"stype", "M1"}), (e2e::Result{"", "cannot connect to dsm\n", 255}));
-  root_.RemoveConfig("DAEMON_PORT.SWDSMFSM");
-  EXPECT_EQ(Probe({"ping"}), (e2e::Result{"", "cannot connect to Disk Service Manager\n", 255}));
-
-  ServiceOptions options;
-  options.mismatchedObjects = true;
-  TestService service(root_.path(), "{}", options);
-  ASSERT_TRUE(service.ok()) << service.error();
-  EXPECT_EQ(Probe({"ping"}), (e2e::Result{"", "cannot narrow Disk Service Manager object\n", 255}));
-  EXPECT_EQ(service.Calls(), std::vector<std::string>());
-}
-
-TEST_F(ServiceProbeTest, LegacyLookupsCallOncePerVolumeAndFillTheServerTypeCache) {
-  TestService service(root_.path(), R"({"DiskServiceMgr.getDiskVolumeInfoByLegacyInfo": [
+  service.SetScenario(R"({"DiskServiceMgr.getDiskVolumeInfoByLegacyInfo": [
       {"args": [null, null, null, "MID1"], "result": {"servertype": "NearStore",
           "volume": {"properties": [["a", "1"], ["DSM::diskMediaId", "D1"],
                                     ["DSM::diskMediaId", "D9"]]}}},
@@ -117,29 +116,26 @@ TEST_F(ServiceProbeTest, LegacyLookupsCallOncePerVolumeAndFillTheServerTypeCache
       {"args": [null, null, null, "MID3"], "result": {"servertype": "BasicDisk",
           "volume": {"properties": []}}},
       {"result": null}]})");
-  ASSERT_TRUE(service.ok()) << service.error();
-  e2e::Result r = Probe({"legacy", "2",    "MID1", "ms1", "ss1",  // found
-                         "1",      "MID1", "ms1",  "ss1",         // the same volume: no call
-                         "2",      "MID1", "ms1",  "ss2",         // another storage server
-                         "4",      "MID2", "ms1",  "ss1",         // unknown sub-type
-                         "6",      "MID3", "ms1",  "ss1",         // no disk media id property
-                         "6",      "MID4", "ms1",  "ss1",         // not found ...
-                         "6",      "MID4", "ms1",  "ss1"});       // ... asked again
-  EXPECT_EQ(r, (e2e::Result{"MID1 -> D1 (NearStore)\nMID1 -> D1 (NearStore)\n"
-                            "MID1 -> D1 (NearStore)\nMID2 -> D2 (ExtDisk)\nMID3 -> \n"
-                            "MID4 -> \nMID4 -> \n",
-                            "unrecognized disk subtype encountered\n", 0}));
-  auto call = [](const char* storageServer, const char* serverType, const char* mediaId) {
-    return std::string(R"(DiskServiceMgr.getDiskVolumeInfoByLegacyInfo("127.0.0.1", ")") +
-           storageServer + "\", \"" + serverType + "\", \"" + mediaId + "\")";
-  };
+  service.ClearCalls();
+  EXPECT_EQ(Probe({"legacy", "2",    "MID1", "ms1", "ss1",  // found
+                   "1",      "MID1", "ms1",  "ss1",         // the same volume: no call
+                   "2",      "MID1", "ms1",  "ss2",         // another storage server
+                   "4",      "MID2", "ms1",  "ss1",         // unknown sub-type
+                   "6",      "MID3", "ms1",  "ss1",         // no disk media id property
+                   "6",      "MID4", "ms1",  "ss1",         // not found ...
+                   "6",      "MID4", "ms1",  "ss1"}),       // ... asked again
+            (e2e::Result{"MID1 -> D1 (NearStore)\nMID1 -> D1 (NearStore)\n"
+                         "MID1 -> D1 (NearStore)\nMID2 -> D2 (ExtDisk)\nMID3 -> \n"
+                         "MID4 -> \nMID4 -> \n",
+                         "unrecognized disk subtype encountered\n", 0}));
+  const std::string lookup = "DiskServiceMgr.getDiskVolumeInfoByLegacyInfo(\"127.0.0.1\", ";
   EXPECT_EQ(service.Calls(), (std::vector<std::string>{
-                                 call("ss1", "NearStore", "MID1"),
-                                 call("ss2", "NearStore", "MID1"),
-                                 call("ss1", "", "MID2"),
-                                 call("ss1", "DiskPool", "MID3"),
-                                 call("ss1", "DiskPool", "MID4"),
-                                 call("ss1", "DiskPool", "MID4"),
+                                 lookup + R"("ss1", "NearStore", "MID1"))",
+                                 lookup + R"("ss2", "NearStore", "MID1"))",
+                                 lookup + R"("ss1", "", "MID2"))",
+                                 lookup + R"("ss1", "DiskPool", "MID3"))",
+                                 lookup + R"("ss1", "DiskPool", "MID4"))",
+                                 lookup + R"("ss1", "DiskPool", "MID4"))",
                              }));
 }
 
