@@ -91,12 +91,6 @@ TEST_F(ServiceProbeTest, ConnectFailuresLadderRowsAndLegacyLookups) {
       {R"({"DiskServiceMgr.ping": {"raise": {"user": "IllegalArgumentException"}}})",
        {"ping"},
        "IllegalArgumentException from dsm: IllegalArgumentException\n"},
-      // Another user exception: its repository id and no line end.
-      {R"({"DiskServiceMgr.ping": {"raise": {"user": "ServiceException",
-           "details": {"type": "DiskServiceExceptionDetails", "errorCode": 2050010}}}})",
-       {"ping"},
-       "Caught CORBA UserException from dsm: IDL:Orvantic/Stashwell/TL/Framework/"
-       "ServiceException:1.0"},
       {nullptr, {"runtime-error"}, "Runtime error from cyclesvc: probe failure\n"},
   };
   TestService service(root_.path());

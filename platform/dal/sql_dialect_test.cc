@@ -1,5 +1,5 @@
-// The dialect adapter: translations token by token, date-time texts and
-// the registered functions' edges. The tool's own statements run on both
+// The dialect adapter: translations token by token and the edges of the
+// registered functions and their date-time texts. The tool's own statements run on both
 // engines end to end (tests/e2e/, e.g. list_import_conf_test.cc and
 // list_import_notify_test.cc).
 #include "platform/dal/sql_dialect.h"
@@ -10,7 +10,6 @@
 
 #include "platform/dal/dal_test_support.h"
 #include "platform/dal/sql_tokenizer.h"
-#include "platform/sqldb/sqlite_functions.h"
 
 namespace Corvela {
 namespace Dal {
@@ -103,29 +102,6 @@ TEST(SqlDialectTest, TokensJoinBackToTheInput) {
   }
 }
 
-TEST(SqlDialectTest, DateTimeTexts) {
-  const int64_t kInvalid = INT64_MIN;
-  static const struct {
-    const char* text;
-    int64_t seconds;
-  } cases[] = {
-      {"1970-01-01 00:00:00", 0},
-      {"2023-11-14 22:13:20", 1700000000},
-      {"2023-11-14T22:13:20Z", 1700000000},
-      {"2023-11-14 22:13:20.999", 1700000000},
-      {"2024-02-29", 1709164800},
-      {"1969-12-31 23:59:59", -1},
-      {"2023-02-29 00:00:00", kInvalid},
-      {"2023-11-14 24:00:00", kInvalid},
-      {"20231114", kInvalid},
-      {"2023-11-14 22:13:20x", kInvalid},
-  };
-  for (const auto& c : cases) {
-    int64_t seconds = 12345;
-    EXPECT_EQ(sqldb::ParseDateTime(c.text, &seconds) ? seconds : kInvalid, c.seconds) << c.text;
-  }
-}
-
 // The native dialect's functions as SQLite runs them through a connection,
 // where no statement of the tool reaches (notification_store_test.cc
 // stores DATEADD's seconds).
@@ -150,6 +126,16 @@ TEST_F(DialectOnCatalogTest, FunctionsOfTheNativeDialect) {
       {"SELECT DATEADD(DAY, 1, '2024-01-01 00:00:00')", "1704153600"},
       {"SELECT DATEDIFF(fortnight, 0, 1)", error},
       {"SELECT DATEDIFF(SECOND, 'yesterday', 1)", error},
+      // Date-time texts: with a time or not, 'T' and 'Z', fractions; valid dates only.
+      {"SELECT DATEDIFF(SECOND, 0, '1970-01-01 00:00:00')", "0"},
+      {"SELECT DATEDIFF(SECOND, 0, '2023-11-14T22:13:20Z')", "1700000000"},
+      {"SELECT DATEDIFF(SECOND, 0, '2023-11-14 22:13:20.999')", "1700000000"},
+      {"SELECT DATEDIFF(SECOND, 0, '2024-02-29')", "1709164800"},
+      {"SELECT DATEDIFF(SECOND, 0, '1969-12-31 23:59:59')", "-1"},
+      {"SELECT DATEDIFF(SECOND, 0, '2023-02-29 00:00:00')", error},
+      {"SELECT DATEDIFF(SECOND, 0, '2023-11-14 24:00:00')", error},
+      {"SELECT DATEDIFF(SECOND, 0, '20231114')", error},
+      {"SELECT DATEDIFF(SECOND, 0, '2023-11-14 22:13:20x')", error},
   };
   for (const auto& c : cases) {
     char text[32] = "";
