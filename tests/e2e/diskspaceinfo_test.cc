@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "tests/e2e/catalog_test.h"
+#include "tests/e2e/test_data.h"
 #include "tools/cyclesvc-test/test_service.h"
 
 namespace {
@@ -17,20 +18,7 @@ namespace {
 // volume; "vol_x" has no disk media id property; anything else is unknown.
 // Media-id lookups answer "dm_dyn" with server type Alpha, "dm_zed" with
 // Zed, anything else with no volume.
-const char kScenario[] = R"({
-  "DiskServiceMgr.getDiskVolumeInfoByLegacyInfo": [
-    {"args": [null, null, null, "vol_b"], "result": {"servertype": "PoolDisk",
-      "volume": {"name": "vol_b", "properties": [["other", "1"], ["DSM::diskMediaId", "dm_b"]]}}},
-    {"args": [null, null, null, "vol_n"], "result": {"servertype": "SnapStore",
-      "volume": {"name": "vol_n", "properties": [["DSM::diskMediaId", "dm_n"]]}}},
-    {"args": [null, null, null, "vol_x"], "result": {"servertype": "Never",
-      "volume": {"name": "vol_x", "properties": []}}},
-    {"result": null}],
-  "DiskServiceMgr.getDiskVolumeInfoByMediaId": [
-    {"args": ["dm_dyn"], "result": {"servertype": "Alpha"}},
-    {"args": ["dm_zed"], "result": {"servertype": "Zed"}},
-    {"result": null}]
-})";
+const char kScenario[] = "diskspaceinfo/scenario.json";
 
 std::string Legacy(const std::string& subtype, const std::string& mediaId) {
   return "DiskServiceMgr.getDiskVolumeInfoByLegacyInfo(\"master1\", \"sts1\", \"" + subtype +
@@ -76,15 +64,12 @@ TEST_F(DiskSpaceInfoTest, TotalsByServerTypeWithOneLookupPerVolume) {
   AddFragment(0, 6, "", 20000000000);  // no media id: Unknown without a call
   root_.Sql("UPDATE DBM_ImageFragment SET FragmentSize = -5 WHERE MediaID = 'dm_zed';");
 
-  cyclesvc_test::TestService service(root_.path(), kScenario);
+  cyclesvc_test::TestService service(root_.path(), e2e::Golden(kScenario));
   ASSERT_TRUE(service.ok()) << service.error();
-  const std::string totals =
-      "Disktype: Alpha: 100\n"
-      "Disktype: PoolDisk: 101010\n"
-      "Disktype: SnapStore: 10000\n"
-      "Disktype: Unknown: 4021111000000\n"
-      "Disktype: Zed: -5\n";
-  EXPECT_EQ(Run(), (e2e::Result{totals, "", 0}));
+  EXPECT_EQ(Run(), (e2e::Result{"Disktype: Alpha: 100\nDisktype: PoolDisk: 101010\n"
+                                "Disktype: SnapStore: 10000\nDisktype: Unknown: 4021111000000\n"
+                                "Disktype: Zed: -5\n",
+                                "", 0}));
   EXPECT_EQ(service.Calls(),
             (std::vector<std::string>{
                 ByMediaId("dm_zed"), Legacy("BasicDisk", "vol_b"), ByMediaId("dm_dyn"),
@@ -100,15 +85,12 @@ TEST_F(DiskSpaceInfoTest, TotalsByServerTypeWithOneLookupPerVolume) {
 
 TEST_F(DiskSpaceInfoTest, EveryBatchOfAHundredImagesCounts) {
   // 100 images fill the first batch exactly; the 101st comes in a second.
+  e2e::AddImages(root_, 101, 1700000000);
   root_.Sql(
-      "WITH RECURSIVE n(i) AS (SELECT 0 UNION ALL SELECT i + 1 FROM n WHERE i < 100) "
-      "INSERT INTO DBM_Image (MasterServerKey, ClientMachineName, BackupTime) "
-      "SELECT (SELECT MachineKey FROM EMM_Machine WHERE MachinePrimaryName = 'master1'), 'c', "
-      "1700000000 + i FROM n;"
       "INSERT INTO DBM_ImageCopy (ImageKey, CopyNumber) SELECT ImageKey, 1 FROM DBM_Image;"
       "INSERT INTO DBM_ImageFragment (ImageCopyKey, FragmentNumber, MediaType, MediaSubType, "
       "MediaID, FragmentSize) SELECT ImageCopyKey, 1, 0, 6, 'dm_dyn', 1 FROM DBM_ImageCopy;");
-  cyclesvc_test::TestService service(root_.path(), kScenario);
+  cyclesvc_test::TestService service(root_.path(), e2e::Golden(kScenario));
   ASSERT_TRUE(service.ok()) << service.error();
   EXPECT_EQ(Run(), (e2e::Result{"Disktype: Alpha: 101\n", "", 0}));
   root_.Sql("DELETE FROM DBM_Image WHERE BackupTime = 1700000100;");
@@ -120,15 +102,8 @@ TEST_F(DiskSpaceInfoTest, ALookupThatFailsEndsTheRunWithTheLadder) {
   AddFragment(0, 4, "vol_b", 1);
   AddFragment(0, 6, "dm_dyn", 2);
   AddFragment(0, 6, "dm_zed", 3);
-  cyclesvc_test::TestService service(
-      root_.path(),
-      R"({"DiskServiceMgr.getDiskVolumeInfoByLegacyInfo": {"result": {"servertype": "PoolDisk",
-            "volume": {"properties": [["DSM::diskMediaId", "dm_b"]]}}},
-          "DiskServiceMgr.getDiskVolumeInfoByMediaId": [
-            {"args": ["dm_zed"], "raise": {"user": "ServiceException", "details": {
-              "type": "DiskServiceExceptionDetails", "errorCode": 2050010, "errorDomain": 1,
-              "errorText": "volume offline"}}},
-            {"result": {"servertype": "Alpha"}}]})");
+  cyclesvc_test::TestService service(root_.path(),
+                                     e2e::Golden("diskspaceinfo/failing-lookup.json"));
   ASSERT_TRUE(service.ok()) << service.error();
   EXPECT_EQ(Run(), (e2e::Result{"",
                                 "unrecognized disk subtype encountered\n"

@@ -1,12 +1,12 @@
 // End-to-end tests of `cyclectl stlilist`: both forms, filters, batches, faults.
 #include <gtest/gtest.h>
 
-#include <algorithm>
 #include <string>
 #include <vector>
 
 #include "tests/e2e/catalog_test.h"
 #include "tests/e2e/harness.h"
+#include "tests/e2e/test_data.h"
 
 namespace {
 
@@ -95,25 +95,19 @@ TEST_F(StlilistTest, NothingFoundOrQueryFails) {
 
 TEST_F(StlilistTest, BatchesOfAHundredImages) {
   // 100 images fill the first batch exactly; 101 need a second one.
-  std::string sql;
-  for (int i = 0; i < 101; ++i) {
-    sql +=
-        "INSERT INTO DBM_Image (MasterServerKey, ClientMachineName, BackupTime,"
-        " StorageServiceName, StorageServiceState) VALUES (1, 'c', " +
-        std::to_string(1000 + i) +
-        ", 'slp1', 2);"
-        "INSERT INTO DBM_ImageCopy (ImageKey, CopyNumber, Residence, CopyState)"
-        " SELECT max(ImageKey), 1, 'disk1', 1 FROM DBM_Image;";
-  }
-  root_.Sql(sql);
-  auto lines = [](const e2e::Result& r) { return std::count(r.out.begin(), r.out.end(), '\n'); };
-  e2e::Result r = Run({});
-  EXPECT_EQ(202, lines(r));
+  e2e::AddImages(root_, 101, 1000, "StorageServiceName = 'slp1', StorageServiceState = 2");
+  root_.Sql(
+      "INSERT INTO DBM_ImageCopy (ImageKey, CopyNumber, Residence, CopyState)"
+      " SELECT ImageKey, 1, 'disk1', 1 FROM DBM_Image;");
+  auto listing = [](int images) {
+    std::string out;
+    for (int i = 0; i < images; ++i)
+      out += "V7.6.0 I c_" + std::to_string(1000 + i) + " slp1 2 \nV7.6.0 C disk1 1 0 \n";
+    return e2e::Result{out, "", 0};
+  };
+  EXPECT_EQ(Run(), listing(101));
   root_.Sql("DELETE FROM DBM_Image WHERE BackupTime = 1100;");
-  r = Run({});
-  EXPECT_EQ(200, lines(r));
-  EXPECT_EQ("", r.err);
-  EXPECT_EQ("V7.6.0 C disk1 1 0 \n", r.out.substr(r.out.size() - 20));
+  EXPECT_EQ(Run(), listing(100));
 }
 
 }  // namespace
