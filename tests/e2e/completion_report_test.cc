@@ -12,6 +12,7 @@
 
 #include "tests/e2e/catalog_test.h"
 #include "tests/e2e/harness.h"
+#include "tests/e2e/test_data.h"
 
 namespace {
 
@@ -146,19 +147,14 @@ TEST_F(CompletionReportTest, Trace) {
   Image("a", 0, 3, "PolicyName = 'pol1'");
   e2e::Result r = Run({"-T", "-days", "1", "-policy", "pol1", "-client", "a"});
   const std::string key = root_.Sql("SELECT MachineKey FROM EMM_Machine;").substr(0, 1);
-  const std::string start = std::to_string(DayStart(0)), end = std::to_string(DayStart(0) + 86399);
   // The golden text names the catalog's key and today's bounds.
-  std::string trace = e2e::Golden("completion_report/trace.txt");
-  for (const auto& [name, value] :
-       std::vector<std::pair<std::string, std::string>>{{"KEY", key},
-                                                        {"START", start},
-                                                        {"END", end},
-                                                        {"DAYTIME", Date(0, true)},
-                                                        {"DAY", Date(0, false)}}) {
-    for (size_t at; (at = trace.find(name)) != std::string::npos;)
-      trace.replace(at, name.size(), value);
-  }
-  EXPECT_EQ(r, (e2e::Result{trace, "", 0}));
+  EXPECT_EQ(r, (e2e::Result{e2e::GoldenFilled("completion_report/trace.txt",
+                                              {{"KEY", key},
+                                               {"START", std::to_string(DayStart(0))},
+                                               {"END", std::to_string(DayStart(0) + 86399)},
+                                               {"DAYTIME", Date(0, true)},
+                                               {"DAY", Date(0, false)}}),
+                            "", 0}));
   r = Run({"-T", "-days", "1", "-bydate"});
   EXPECT_NE(std::string::npos, r.out.find("new CNS inserted for " + Date(0, true) + "\n\n" +
                                           Date(0, true) + "\na\n\n"))

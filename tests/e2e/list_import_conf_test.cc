@@ -7,6 +7,7 @@
 
 #include "tests/e2e/catalog_test.h"
 #include "tests/e2e/harness.h"
+#include "tests/e2e/test_data.h"
 
 namespace {
 
@@ -27,33 +28,28 @@ class ListImportConfTest : public e2e::CatalogTest {
         " Destination, TargetDomain) VALUES (1, 1, 0, 'stu1', ''),"
         " (1, 2, 3, '*Remote*Master*', 'domA'), (2, 1, 0, 'stu1', ''),"
         " (2, 2, 3, '*Remote*Master*', 'domB'), (3, 1, 0, 'stu2', '');");
-    AddCopy("c1", 1000, "Repl_A", 1, 3, 2, 14, Ago(9000));
-    AddCopy("c1", 1000, "Repl_A", 1, 2, 2, 14, Ago(7200));
-    AddCopy("c2", 2000, "Repl_A", 2, 2, 2, 14, Ago(8000));
-    AddCopy("c3", 3000, "Repl_B", 1, 2, 5, 14, Ago(9500));  // no operation 5
-    AddCopy("c4", 4000, "Repl_A", 9, 2, 2, 14, Ago(9600));  // no version 9
-    AddCopy("c5", 5000, "Repl_A", 1, 2, 2, 14, Ago(60));    // within the threshold
-    AddCopy("c6", 6000, "Repl_A", 1, 2, 2, 5, Ago(9700));   // complete
+    const std::string c1 = Image("c1", 1000, "Repl_A", 1);
+    Copy(c1, 3, 2, 14, 9000);
+    Copy(c1, 2, 2, 14, 7200);
+    Copy(Image("c2", 2000, "Repl_A", 2), 2, 2, 14, 8000);
+    Copy(Image("c3", 3000, "Repl_B", 1), 2, 5, 14, 9500);  // no operation 5
+    Copy(Image("c4", 4000, "Repl_A", 9), 2, 2, 14, 9600);  // no version 9
+    Copy(Image("c5", 5000, "Repl_A", 1), 2, 2, 14, 60);    // within the threshold
+    Copy(Image("c6", 6000, "Repl_A", 1), 2, 2, 5, 9700);   // complete
   }
 
   long Ago(long seconds) const { return now_ - seconds; }
-
-  // An image of master1 with one copy (each image here has its own client).
-  void AddCopy(const std::string& client, long backupTime, const std::string& slp, int version,
-               int copyNumber, int slpIndex, int state, long lastRetry) {
-    const std::string bt = std::to_string(backupTime);
-    root_.Sql(
-        "INSERT INTO DBM_Image (MasterServerKey, ClientMachineName, BackupTime,"
-        " StorageServiceName, StorageServiceVersionNumber) SELECT"
-        " (SELECT MachineKey FROM EMM_Machine WHERE MachinePrimaryName = 'master1'), '" +
-        client + "', " + bt + ", '" + slp + "', " + std::to_string(version) +
-        " WHERE NOT EXISTS (SELECT 1 FROM DBM_Image WHERE ClientMachineName = '" + client +
-        "');"
-        "INSERT INTO DBM_ImageCopy (ImageKey, CopyNumber, SLPIndex, CopyState,"
-        " LastRetryTime) SELECT ImageKey, " +
-        std::to_string(copyNumber) + ", " + std::to_string(slpIndex) + ", " +
-        std::to_string(state) + ", " + std::to_string(lastRetry) +
-        " FROM DBM_Image WHERE ClientMachineName = '" + client + "'");
+  std::string Image(const std::string& client, long backupTime, const std::string& slp,
+                    int version) {
+    return AddImage(client, backupTime,
+                    "StorageServiceName = '" + slp +
+                        "', StorageServiceVersionNumber = " + std::to_string(version));
+  }
+  // A copy last retried `ago` seconds before the test began.
+  void Copy(const std::string& image, int number, int slpIndex, int state, long ago) {
+    AddCopy(image, number,
+            "SLPIndex = " + std::to_string(slpIndex) + ", CopyState = " + std::to_string(state) +
+                ", LastRetryTime = " + std::to_string(Ago(ago)));
   }
 
   // The short line of a reported copy.
@@ -70,58 +66,44 @@ TEST_F(ListImportConfTest, ReportsPastTheThresholdOldestFirstInEachForm) {
   const std::string a1 = Line("c1_1000", 3, Ago(9000), "Repl_A", 1);
   const std::string a2 = Line("c2_2000", 2, Ago(8000), "Repl_A", 2);
   const std::string a3 = Line("c1_1000", 2, Ago(7200), "Repl_A", 1);
-  EXPECT_EQ(Run({}), (e2e::Result{a1 + a2 + a3, "", 0}));
-  EXPECT_EQ(Run({"-all_pending_images", "-l"}),
-            (e2e::Result{a1 + a2 + a3 + Line("c5_5000", 2, Ago(60), "Repl_A", 1), "", 0}));
-
-  struct Case {
+  char date[32];
+  const time_t when = Ago(8000);
+  struct tm parts;
+  strftime(date, sizeof date, "%Y/%m/%d %H:%M:%S", gmtime_r(&when, &parts));
+  const std::vector<std::pair<std::string, std::string>> times = {
+      {"TIME_9000", std::to_string(Ago(9000))},
+      {"TIME_8000", std::to_string(Ago(8000))},
+      {"TIME_7200", std::to_string(Ago(7200))},
+      {"DATE_8000", date}};
+  const struct {
     std::vector<std::string> args;
-    std::string out;
-  };
-  const Case cases[] = {
+    std::string out;  // empty: the message of no match instead
+  } cases[] = {
+      {{}, a1 + a2 + a3},
+      {{"-all_pending_images", "-l"}, a1 + a2 + a3 + Line("c5_5000", 2, Ago(60), "Repl_A", 1)},
+      {{"-b"}, "c1_1000\nc2_2000\nc1_1000\n"},
+      {{"-U", "-target_domain", "domB"},
+       e2e::GoldenFilled("list_import_conf/user-domB.txt", times)},
+      {{"-json_compact", "-target_domain", "domA"},
+       e2e::GoldenFilled("list_import_conf/json-compact-domA.txt", times)},
       {{"-destination", "*Remote*Master*", "-target_domain", "domA"}, a1 + a3},
       {{"-target_domain", "doma"}, ""},
       {{"-destination", "stu1"}, ""},  // operation 1 is not the replica's
       {{"-lifecycle", "Repl_A' OR 'x' = 'x"}, ""},
+      {{"-json", "-lifecycle", "Repl_B"}, ""},  // the message alone, no document
   };
-  for (const Case& c : cases) {
+  for (const auto& c : cases) {
     EXPECT_EQ(Run(c.args), (e2e::Result{c.out, c.out.empty() ? kNoMatch : "", 0}))
         << testing::PrintToString(c.args);
   }
-  EXPECT_EQ(Run({"-b"}), (e2e::Result{"c1_1000\nc2_2000\nc1_1000\n", "", 0}));
-  const std::string t = std::to_string(Ago(8000));
-  char date[32];
-  const time_t when = Ago(8000);
-  struct tm parts;
-  gmtime_r(&when, &parts);
-  strftime(date, sizeof date, "%Y/%m/%d %H:%M:%S", &parts);
-  EXPECT_EQ(Run({"-U", "-target_domain", "domB"}), (e2e::Result{"Backup ID           c2_2000\n"
-                                                                "Copy number         2\n"
-                                                                "Replication time    " +
-                                                                    t + "(" + date +
-                                                                    ")\n"
-                                                                    "SLP name            Repl_A\n"
-                                                                    "SLP version         2\n"
-                                                                    "\n",
-                                                                "", 0}));
-  EXPECT_EQ(
-      Run({"-json_compact", "-target_domain", "domA"}),
-      (e2e::Result{"{\"ImportPendingInfo\":[{\"BackupID\":\"c1_1000\",\"CopyNumber\":3,"
-                   "\"ReplicationTime\":" +
-                       std::to_string(Ago(9000)) +
-                       ",\"SLPName\":\"Repl_A\",\"SLPVersion\":1},{\"BackupID\":"
-                       "\"c1_1000\",\"CopyNumber\":2,\"ReplicationTime\":" +
-                       std::to_string(Ago(7200)) + ",\"SLPName\":\"Repl_A\",\"SLPVersion\":1}]}\n",
-                   "", 0}));
-  // Nothing to report: the message alone, no document.
-  EXPECT_EQ(Run({"-json", "-lifecycle", "Repl_B"}), (e2e::Result{"", kNoMatch, 0}));
 }
 
 TEST_F(ListImportConfTest, WithoutTheSettingTheThresholdIsOneHour) {
   root_.RemoveConfig("IMPORT_CONF_THRESHOLD");
-  AddCopy("c7", 7000, "Repl_A", 1, 2, 2, 14, Ago(3700));
-  AddCopy("c8", 8000, "Repl_A", 1, 2, 2, 14, Ago(3500));
-  EXPECT_EQ(Run({"-lifecycle", "Repl_A", "-b"}).out, "c1_1000\nc2_2000\nc1_1000\nc7_7000\n");
+  Copy(Image("c7", 7000, "Repl_A", 1), 2, 2, 14, 3700);
+  Copy(Image("c8", 8000, "Repl_A", 1), 2, 2, 14, 3500);
+  EXPECT_EQ(Run({"-lifecycle", "Repl_A", "-b"}),
+            (e2e::Result{"c1_1000\nc2_2000\nc1_1000\nc7_7000\n", "", 0}));
 }
 
 TEST_F(ListImportConfTest, CatalogFaultsPrintTheirMessageAndEndWithZero) {
