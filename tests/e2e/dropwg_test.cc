@@ -23,57 +23,49 @@ std::string Status(int status) {
   return R"({"Dssvc.DropAllWorkGroupAllocations": {"status": )" + std::to_string(status) + "}}";
 }
 
-TEST(DropWgTest, ConfirmedThenEachStatusGivesItsMessageAndTheRunSucceeds) {
-  e2e::Root root(LoopbackRoot());
-  cyclesvc_test::TestService service(root.path(), Status(0));
-  ASSERT_TRUE(service.ok()) << service.error();
-  const std::string prompt =
-      "This operation will remove work group information in the database.  This will increase "
-      "the time taken for SLP processing and may impact ongoing SLP operations.  Do you wish to "
-      "proceed ? (y/n):";
-  // The confirmation comes before the call.
-  EXPECT_EQ(root.Run({"dropwg"}, "\nn\n"), (e2e::Result{prompt + "No entries removed\n", "", 0}));
-  EXPECT_EQ(service.Calls(), std::vector<std::string>{});
-  EXPECT_EQ(root.Run({"dropwg"}, "  yes\n"), (e2e::Result{prompt, "", 0}));
-  EXPECT_EQ(service.Calls(), std::vector<std::string>{kDropCall});
-
-  const struct {
-    int status;
-    const char* err;
-  } cases[] = {
-      {0, ""},
-      {133, "Work groups cannot be removed.  There are still in-process SLP managed images\n"},
-      {13, "Cannot query work group information from the database\n"},
-      {14, "Cannot update work group information in the database\n"},
-      {-1, "error -1 (unknown status code -1) returned by 'dropwg' operation\n"},
-  };
-  for (const auto& c : cases) {
-    service.SetScenario(Status(c.status));
-    EXPECT_EQ(root.Run({"dropwg", "-nowarn"}), (e2e::Result{"", c.err, 0})) << c.status;
-  }
-}
-
-TEST(DropWgTest, UnreachableOrWrongServiceEndsWith25ExceptionsWithMinusOne) {
+TEST(DropWgTest, ConfirmedThenEachStatusOrFailureGivesItsMessage) {
   e2e::Root root(LoopbackRoot());
   {
-    cyclesvc_test::ServiceOptions mismatched;
-    mismatched.mismatchedObjects = true;
-    cyclesvc_test::TestService service(root.path(), "{}", mismatched);
+    cyclesvc_test::TestService service(root.path(), Status(0));
     ASSERT_TRUE(service.ok()) << service.error();
-    EXPECT_EQ(root.Run({"dropwg", "-nowarn"}),
-              (e2e::Result{"", "cannot narrow SLP manager object\n", 25}));
-  }
-  {
-    cyclesvc_test::TestService service(
-        root.path(),
-        R"({"Dssvc.DropAllWorkGroupAllocations": {"raise": {"system": "TRANSIENT"}}})");
-    ASSERT_TRUE(service.ok()) << service.error();
-    EXPECT_EQ(root.Run({"dropwg", "-nowarn"}),
-              (e2e::Result{"", "cannot connect to cyclesvc\n", 255}));
+    const std::string prompt =
+        "This operation will remove work group information in the database.  This will increase "
+        "the time taken for SLP processing and may impact ongoing SLP operations.  Do you wish to "
+        "proceed ? (y/n):";
+    // The confirmation comes before the call.
+    EXPECT_EQ(root.Run({"dropwg"}, "\nn\n"), (e2e::Result{prompt + "No entries removed\n", "", 0}));
+    EXPECT_EQ(service.Calls(), std::vector<std::string>{});
+    EXPECT_EQ(root.Run({"dropwg"}, "  yes\n"), (e2e::Result{prompt, "", 0}));
+    EXPECT_EQ(service.Calls(), std::vector<std::string>{kDropCall});
+
+    const struct {
+      std::string scenario;
+      const char* err;
+      int status;
+    } cases[] = {
+        {Status(0), "", 0},
+        {Status(133),
+         "Work groups cannot be removed.  There are still in-process SLP managed images\n", 0},
+        {Status(13), "Cannot query work group information from the database\n", 0},
+        {Status(14), "Cannot update work group information in the database\n", 0},
+        {Status(-1), "error -1 (unknown status code -1) returned by 'dropwg' operation\n", 0},
+        {R"({"Dssvc.DropAllWorkGroupAllocations": {"raise": {"system": "TRANSIENT"}}})",
+         "cannot connect to cyclesvc\n", 255},
+    };
+    for (const auto& c : cases) {
+      service.SetScenario(c.scenario);
+      EXPECT_EQ(root.Run({"dropwg", "-nowarn"}), (e2e::Result{"", c.err, c.status})) << c.scenario;
+    }
   }
   // The service has gone; its port stays in the configuration.
   EXPECT_EQ(root.Run({"dropwg", "-nowarn"}),
             (e2e::Result{"", "cannot connect to cyclesvc\n", 255}));
+  cyclesvc_test::ServiceOptions mismatched;
+  mismatched.mismatchedObjects = true;
+  cyclesvc_test::TestService service(root.path(), "{}", mismatched);
+  ASSERT_TRUE(service.ok()) << service.error();
+  EXPECT_EQ(root.Run({"dropwg", "-nowarn"}),
+            (e2e::Result{"", "cannot narrow SLP manager object\n", 25}));
 }
 
 }  // namespace

@@ -84,18 +84,14 @@ TEST_F(ReplicationRecordsTest, Removals) {
     EXPECT_EQ(Run({"-target_machine", name}),
               (e2e::Result{"", "No target machine with name '" + name + "' located.\n", 48}));
   }
+  const std::string tgt1 = "replication records for target machine 'tgt1'";
+  const std::string vol1 = tgt1 + " with target info 'vol1'";
   EXPECT_EQ(Run({"-target_machine", "tgt1", "-target_info", "vol1"}),
-            (e2e::Result{"2 replication records for target machine 'tgt1' with target info "
-                         "'vol1' deleted\n",
-                         "", 0}));
+            (e2e::Result{"2 " + vol1 + " deleted\n", "", 0}));
   EXPECT_EQ(Run({"-target_machine", "tgt1", "-target_info", "vol1"}),
-            (e2e::Result{"No replication records for target machine 'tgt1' with target info "
-                         "'vol1' found\n",
-                         "", 0}));
-  EXPECT_EQ(Run({"-target_machine", "tgt1"}),
-            (e2e::Result{"1 replication records for target machine 'tgt1' deleted\n", "", 0}));
-  EXPECT_EQ(Run({"-target_machine", "tgt1"}),
-            (e2e::Result{"No replication records for target machine 'tgt1' found\n", "", 0}));
+            (e2e::Result{"No " + vol1 + " found\n", "", 0}));
+  EXPECT_EQ(Run({"-target_machine", "tgt1"}), (e2e::Result{"1 " + tgt1 + " deleted\n", "", 0}));
+  EXPECT_EQ(Run({"-target_machine", "tgt1"}), (e2e::Result{"No " + tgt1 + " found\n", "", 0}));
   EXPECT_EQ("tgt2 vol1\nmedia1 vol1\n", Left());
   // Without a catalog nothing can be looked up.
   root_.RemoveCatalog();
