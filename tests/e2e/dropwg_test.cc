@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "tests/e2e/harness.h"
+#include "tests/e2e/prompts.h"
 #include "tools/cyclesvc-test/test_service.h"
 
 namespace {
@@ -28,10 +29,7 @@ TEST(DropWgTest, ConfirmedThenEachStatusOrFailureGivesItsMessage) {
   {
     cyclesvc_test::TestService service(root.path(), Status(0));
     ASSERT_TRUE(service.ok()) << service.error();
-    const std::string prompt =
-        "This operation will remove work group information in the database.  This will increase "
-        "the time taken for SLP processing and may impact ongoing SLP operations.  Do you wish to "
-        "proceed ? (y/n):";
+    const std::string prompt = e2e::kWorkGroupPrompt;
     // The confirmation comes before the call.
     EXPECT_EQ(root.Run({"dropwg"}, "\nn\n"), (e2e::Result{prompt + "No entries removed\n", "", 0}));
     EXPECT_EQ(service.Calls(), std::vector<std::string>{});
