@@ -76,10 +76,8 @@ TEST_F(DbConnectionTest, NumbersRoundTripThroughEveryValueType) {
     // Little-endian: the low bytes of the value are the variable.
     const DalBinding params[] = {
         DalInputParameter(c.valueType, DAL_PT_BIGINT, c.width, &c.value, c.width), DalTerminator()};
-    const std::string bytes(reinterpret_cast<const char*>(&c.value), 8);
-    EXPECT_EQ(Fetched("SELECT ?", DAL_VT_SBIGINT, 8, 0, params), "~" + bytes + "~");
     EXPECT_EQ(Fetched("SELECT ?", c.valueType, c.width, 0, params),
-              "~" + bytes.substr(0, c.width) + "~");
+              "~" + std::string(reinterpret_cast<const char*>(&c.value), c.width) + "~");
   }
 }
 
@@ -140,41 +138,30 @@ TEST_F(DbConnectionTest, OneValueIntoItsField) {
   connection_->ReturnOdbcView(fresh);
 }
 
-// 65 rows fetched `capacity` at a time: each batch's rows (a batch ends in
-// '|'), then end of data with no row (also when asked again) and the number
-// of rows read. A batch boundary inside the rows: notification_store_test.cc.
+// 65 keys fetched `capacity` at a time: each batch's keys (a batch ends in
+// '|'), end of data with no row, also when asked again, and the rows read.
+// Rows of several columns and a batch boundary inside the rows:
+// notification_store_test.cc.
 TEST_F(DbConnectionTest, BatchFetchesAcrossTheBatchSize) {
-  struct Row {
-    int32_t key;
-    char name[12];
-  };
-  const DalBinding table[] = {DalResultColumn(1, "n.k", DAL_VT_SLONG, offsetof(Row, key), 4),
-                              DalResultColumn(2, "n.name", DAL_VT_CHAR, offsetof(Row, name), 12)};
+  const DalBinding key = DalResultColumn(1, "n.k", DAL_VT_SLONG, 0, 4);
   for (unsigned int capacity : {1u, 65u, 100u}) {
-    SCOPED_TRACE(capacity);
-    ASSERT_EQ(Execute("SELECT k, name FROM n ORDER BY k"), DAL_SUCCESS);
-    std::vector<Row> rows(capacity);
+    ASSERT_EQ(Execute("SELECT k FROM n ORDER BY k"), DAL_SUCCESS);
+    std::vector<int32_t> keys(capacity);
     std::string fetched, expected;
-    auto fetch = [&](unsigned int* count) {
-      *count = capacity;
-      return connection_->Fetch(view_, rows.data(), sizeof(Row), table, 2, count, true, false);
-    };
-    unsigned int count;
-    int status;
-    while ((status = fetch(&count)) == DAL_SUCCESS) {
-      for (unsigned int i = 0; i < count; ++i)
-        fetched += std::to_string(rows[i].key) + "=" + rows[i].name + (i + 1 < count ? " " : "|");
-    }
     for (unsigned int k = 1; k <= 65; ++k)
-      expected +=
-          std::to_string(k) + "=row" + std::to_string(k) + (k % capacity && k < 65 ? " " : "|");
+      expected += std::to_string(k) + (k % capacity && k < 65 ? " " : "|");
+    for (int ends = 0; ends < 2;) {
+      unsigned int count = capacity;
+      const int status = connection_->Fetch(view_, keys.data(), 4, &key, 1, &count, true, false);
+      for (unsigned int i = 0; i < count; ++i)
+        fetched += std::to_string(keys[i]) + (i + 1 < count ? " " : "|");
+      if (status != DAL_SUCCESS) fetched += Status(status) + (++ends < 2 ? " " : "");
+    }
     int64_t read = 0;
-    const int counted = view_->RowCount(&read);
-    unsigned int again;
-    const int second = fetch(&again);
-    EXPECT_EQ(fetched + Status(status) + " " + std::to_string(count) + " " + std::to_string(read) +
-                  " " + Status(counted) + " " + Status(second) + " " + std::to_string(again),
-              expected + Status(DAL_NO_DATA) + " 0 65 status 0 " + Status(DAL_NO_DATA) + " 0");
+    EXPECT_EQ(view_->RowCount(&read), DAL_SUCCESS);
+    EXPECT_EQ(fetched + " " + std::to_string(read),
+              expected + Status(DAL_NO_DATA) + " " + Status(DAL_NO_DATA) + " 65")
+        << capacity;
   }
 }
 
