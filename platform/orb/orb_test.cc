@@ -12,10 +12,8 @@ TEST(CorbalocAddressTest, FormsIiopAddressesOrNone) {
     const char* key;
     const char* expected;
   } cases[] = {
-      {"master1", 13724, "StorageService.StorageServiceMgr",
-       "corbaloc::master1:13724/StorageService.StorageServiceMgr"},
-      {"127.0.0.1", 1, "DiskService.DiskServiceMgr",
-       "corbaloc::127.0.0.1:1/DiskService.DiskServiceMgr"},
+      {"master1", 13724, "Disk.Mgr_09-Zz,~", "corbaloc::master1:13724/Disk.Mgr_09-Zz,~"},
+      {"127.0.0.1", 1, "K", "corbaloc::127.0.0.1:1/K"},
       {"::1", 65535, "K", "corbaloc::[::1]:65535/K"},
       {"[::1]", 80, "K", "corbaloc::[::1]:80/K"},
       // Key characters outside the unreserved set are escaped.
