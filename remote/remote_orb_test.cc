@@ -50,10 +50,6 @@ class RemoteOrbTest : public ::testing::Test {
   }
   void SetUp() override { ASSERT_TRUE(service_->ok()) << service_->error(); }
 
-  static DiskService::DiskServiceMgr_ptr DiskServiceManager() {
-    return NarrowService<DiskService::DiskServiceMgr>(kDiskServiceManager);
-  }
-
   static cyclesvc_test::TestService* service_;
 };
 
@@ -104,7 +100,8 @@ const char kNestedDetails[] = R"({"DiskServiceMgr.getDiskVolumeInfoByMediaId": {
 
 TEST_F(RemoteOrbTest, DetailsWithNestedRootCausesNeedTheFactories) {
   service_->SetScenario(kNestedDetails);
-  DiskService::DiskServiceMgr_var manager = DiskServiceManager();
+  DiskService::DiskServiceMgr_var manager =
+      NarrowService<DiskService::DiskServiceMgr>(kDiskServiceManager);
   ASSERT_FALSE(CORBA::is_nil(manager));
   ExpectNestedDetails(manager);
 
@@ -131,18 +128,16 @@ TEST_F(RemoteOrbTest, DetailsWithNestedRootCausesNeedTheFactories) {
   ExpectNestedDetails(manager);
 }
 
+CORBA::ValueFactoryBase* NewFactory() { return new Framework::Message_init(); }
+CORBA::ValueFactoryBase* NoMemory() { throw std::bad_alloc(); }
+
 // A registrar whose second factory cannot be created.
 class FailingRegistrar : public ValueFactoryRegistrar {
  public:
   int init(CORBA::ORB_ptr orb) {
-    static const ValueFactoryEntry entries[] = {
-        {[] { return "IDL:Test/First:1.0"; },
-         []() -> CORBA::ValueFactoryBase* { return new Framework::Message_init(); }},
-        {[] { return "IDL:Test/Second:1.0"; },
-         []() -> CORBA::ValueFactoryBase* { throw std::bad_alloc(); }},
-        {[] { return "IDL:Test/Third:1.0"; },
-         []() -> CORBA::ValueFactoryBase* { return new Framework::Message_init(); }},
-    };
+    static const ValueFactoryEntry entries[] = {{[] { return "IDL:Test/First:1.0"; }, NewFactory},
+                                                {[] { return "IDL:Test/Second:1.0"; }, NoMemory},
+                                                {[] { return "IDL:Test/Third:1.0"; }, NewFactory}};
     return registerAll(orb, entries, 3, "FailingRegistrar::init");
   }
 };
