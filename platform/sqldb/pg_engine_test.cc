@@ -255,8 +255,7 @@ TEST_F(PgEngineTest, OpensAndReadOnlyRoles) {
        to + "nosuch: FATAL:  database \"nosuch\" does not exist"},
       {"no schema", "postgresql://stashwell:s3cret" + at + "postgres", Code::kMissing,
        "the catalog database " + at.substr(1) +
-           "postgres has no schema emm_main, dbm_main, "
-           "slp_main"},
+           "postgres has no schema emm_main, dbm_main, slp_main"},
       {"not a URI", "postgresql://stashwell:s3cret@[127.0.0.1", Code::kMisuse,
        "the catalog's connection string is not valid"},
       {"right password", "postgresql://writer:right" + at + "enginetest", Code::kOk, ""},
