@@ -8,7 +8,9 @@
 #include <string>
 #include <vector>
 
+#include "tests/e2e/prompts.h"
 #include "tests/e2e/remote_fixture.h"
+#include "tests/e2e/test_data.h"
 
 namespace {
 
@@ -124,21 +126,10 @@ TEST_F(ImageCopyProcessingTest, CancelStopsAfterAListingThatFindsNothingOrFails)
 }
 
 TEST_F(ImageCopyProcessingTest, CancelListsWhatWouldExpireAndAsksTwice) {
-  long long now = time(nullptr);
-  Answer(R"({"Dssvc.CancelImageCopyProcessing": [
-      {"args": [null, null, null, null, null, null, false], "status": 1626,
-       "cancellableImages": [
-         {"backupid": "c1_100", "copyNumber": 1, "slpName": "gold", "slpVersion": 2,
-          "expireTime": 0},
-         {"backupid": "c1_200", "copyNumber": 2, "slpName": "gold", "slpVersion": 2,
-          "expireTime": 4102444800, "expirationType": 2},
-         {"backupid": "c2_300", "copyNumber": 1, "slpName": "silver", "slpVersion": 0,
-          "expireTime": )" +
-         std::to_string(now + 5400) + R"(},
-         {"backupid": "c2_400", "copyNumber": 3, "slpName": "silver", "slpVersion": 0,
-          "expireTime": )" +
-         std::to_string(now - 5400) + R"(}]},
-      {"status": -4, "cancellableImages": []}]})");
+  const long long now = time(nullptr);
+  Answer(
+      e2e::GoldenFilled("cancel/expiring.json", {{"IN_90_MINUTES", std::to_string(now + 5400)},
+                                                 {"90_MINUTES_AGO", std::to_string(now - 5400)}}));
   const std::string expired =
       "Canceling these images will cause some or all of the images to be expired. Do you want to ";
   const std::string see = expired + "see the list of images that will be expired? (y/n):";
@@ -167,16 +158,9 @@ TEST_F(ImageCopyProcessingTest, CancelListsWhatWouldExpireAndAsksTwice) {
 }
 
 TEST_F(ImageCopyProcessingTest, ForcedCancelCallsOnceAndLogsEachCancelledCopy) {
-  Answer(R"({"Dssvc.CancelImageCopyProcessing": {"status": 0, "cancellableImages": [
-      {"backupid": "c1_100", "copyNumber": 1, "slpName": "gold", "slpVersion": 2,
-       "imageState": 11, "copyState": 6, "expireTime": 86400},
-      {"backupid": "c1_200", "copyNumber": 2, "slpName": "gold", "slpVersion": 2,
-       "imageState": 0, "copyState": 16, "expireTime": 0},
-      {"backupid": "c1_300", "copyNumber": 3, "slpName": "gold", "slpVersion": 2,
-       "imageState": 10, "copyState": -1, "expireTime": 0}]}})");
+  Answer(e2e::Golden("cancel/forced.json"));
   EXPECT_EQ(Run({"cancel", "-destination", "dst1", "-force"}, "y\n"),
-            (e2e::Result{"This operation will also cancel other destinations if they are using "
-                         "the specified destination as source. Do you wish to proceed? (y/n): ",
+            (e2e::Result{e2e::kDestinationPrompt,
                          "3 image copies have been canceled successfully\n", 0}));
   EXPECT_EQ(Calls(), std::vector<std::string>{R"(Dssvc.CancelImageCopyProcessing("dst1", "", )"
                                               R"("", -1, TIME_RANGE_NONE, 0, true))"});

@@ -9,13 +9,9 @@
 #include "tests/e2e/catalog_lock.h"
 #include "tests/e2e/catalog_test.h"
 #include "tests/e2e/harness.h"
+#include "tests/e2e/prompts.h"
 
 namespace {
-
-const char kPrompt[] =
-    "This operation will remove all expired image fragment entries in the database.  Any files "
-    "containing backup images corresponding to these entries must be deleted manually.  Do you "
-    "wish to proceed? (y/n) >";
 
 class RemoveExpTest : public e2e::CatalogTest {};
 
@@ -29,7 +25,7 @@ TEST_F(RemoveExpTest, AConfirmedRunRemovesAllTheMastersEntriesAndOnlyThem) {
             ", 'client1_1000'), (" + master1 + ", 'client2_2000'), (" + other +
             ", 'client3_3000');");
   root_.SetConfig("CATALOG_BUSY_TIMEOUT", "200");
-  const std::string declined = std::string(kPrompt) + "No entries removed\n";
+  const std::string declined = std::string(e2e::kExpiredPrompt) + "No entries removed\n";
   const std::string all = "client1_1000\nclient2_2000\nclient3_3000\n";
   const struct {
     const char* answer;
@@ -42,9 +38,10 @@ TEST_F(RemoveExpTest, AConfirmedRunRemovesAllTheMastersEntriesAndOnlyThem) {
       {"maybe\n", false, {declined, "", 0}, all},
       {"y\n",
        true,
-       {kPrompt, "error removing all entries in deleted fragment list, status= 2007061\n", 0},
+       {e2e::kExpiredPrompt,
+        "error removing all entries in deleted fragment list, status= 2007061\n", 0},
        all},
-      {"yes\n", false, {kPrompt, "", 0}, "client3_3000\n"},
+      {"yes\n", false, {e2e::kExpiredPrompt, "", 0}, "client3_3000\n"},
   };
   for (const auto& c : cases) {
     SCOPED_TRACE(c.answer);
