@@ -20,12 +20,7 @@ std::vector<std::string> Words(const std::string& line) {
 }
 
 TEST_F(ExpirationControlTest, DiskfullQueryAndDeletionDonePrintWhatTheManagerAnswers) {
-  Answer(R"({"ExpMgr.DiskfullExpiration": [
-                {"args": ["EXP_TYPE_NORMAL", "ms1"], "status": 0, "expirationId": 2147483647,
-                 "expiredSpace": 9223372036854775807},
-                {"status": 227, "expirationId": -1, "expiredSpace": -9223372036854775808}],
-             "ExpMgr.QueryExpiration": {"status": 1, "opStatus": 134, "expiredSpace": 4096},
-             "ExpMgr.DeletionDone": [{"status": 0}, {"status": 9}]})");
+  Answer(e2e::Golden("diskfull/scenario.json"));  // diskfull, query_exp and deletedone
   const e2e::Result queried{e2e::Golden("query_exp/partial.txt"), "", 0};
   const struct {
     const char* args;
@@ -51,25 +46,19 @@ TEST_F(ExpirationControlTest, DiskfullQueryAndDeletionDonePrintWhatTheManagerAns
       {"deletedone -expid 1", {"DeletionDone return value = 9(unknown status code 9)\n", "", 0}},
   };
   for (const auto& c : cases) EXPECT_EQ(Run(Words(c.args)), c.result) << c.args;
-  EXPECT_EQ(Calls(), (std::vector<std::string>{
-                         std::string("ExpMgr.DiskfullExpiration(EXP_TYPE_NORMAL, ") + kVolume +
-                             "6, 9223372036854775807, 9223372036854775807)",
-                         R"(ExpMgr.DiskfullExpiration(EXP_TYPE_NORMAL, "", "", "", "", 0, 1, 0))",
-                         "ExpMgr.QueryExpiration(2147483647)",
-                         "ExpMgr.QueryExpiration(0)",
-                         "ExpMgr.QueryExpiration(0)",
-                         "ExpMgr.DeletionDone(2147483647)",
-                         "ExpMgr.DeletionDone(1)",
-                     }));
-}
-
-TEST_F(ExpirationControlTest, StatusTextsFollowTheMessageLocale) {
-  Answer(R"({"ExpMgr.DeletionDone": {"status": 227}})");
+  // Status texts follow the message locale.
   e2e::RunOptions german;
   german.env = {"LC_ALL", "LANG=de_DE.UTF-8"};
   EXPECT_EQ(
       Run({"deletedone", "-expid", "3"}, "", german),
       (e2e::Result{"DeletionDone return value = 227(kein passendes Objekt gefunden)\n", "", 0}));
+  EXPECT_EQ(Calls(), (std::vector<std::string>{
+                         std::string("ExpMgr.DiskfullExpiration(EXP_TYPE_NORMAL, ") + kVolume +
+                             "6, 9223372036854775807, 9223372036854775807)",
+                         R"(ExpMgr.DiskfullExpiration(EXP_TYPE_NORMAL, "", "", "", "", 0, 1, 0))",
+                         "ExpMgr.QueryExpiration(2147483647)", "ExpMgr.QueryExpiration(0)",
+                         "ExpMgr.QueryExpiration(0)", "ExpMgr.DeletionDone(2147483647)",
+                         "ExpMgr.DeletionDone(1)", "ExpMgr.DeletionDone(3)"}));
 }
 
 TEST_F(ExpirationControlTest, InitiateHwmAndPfsSpeakOnlyOfANonZeroStatus) {

@@ -11,10 +11,7 @@ namespace {
 class SubsystemControlTest : public e2e::RemoteTest {};
 
 TEST_F(SubsystemControlTest, SuspendResumeAndOneSessionSendTheSubsystemAndArguments) {
-  Answer(R"({"Dssvc.SubSystemSuspend": {"status": 5},
-             "Dssvc.SubSystemResume": [{"args": ["SUBSYSTEM_ID_EXPIRATION_MGR"], "status": 7},
-                                       {"status": 0}],
-             "Dssvc.SubSystemOneSession": {"status": 0}})");
+  Answer(e2e::Golden("suspend/scenario.json"));  // suspend, resume and one_session
   // All subsystems: the message does not name one.
   EXPECT_EQ(Run({"suspend"}),
             (e2e::Result{"", "unable to suspend, resume, or operate on all subsystems\n", 0}));
@@ -37,8 +34,7 @@ TEST_F(SubsystemControlTest, SuspendResumeAndOneSessionSendTheSubsystemAndArgume
                          "Dssvc.SubSystemResume(SUBSYSTEM_ID_REPORT_MGR)",
                          R"(Dssvc.SubSystemOneSession(SUBSYSTEM_ID_IMAGE_MGR, "P", "", -1))",
                          R"(Dssvc.SubSystemOneSession(SUBSYSTEM_ID_NULL, "A", "B", 4))",
-                         R"(Dssvc.SubSystemOneSession(SUBSYSTEM_ID_APPL_LOG_MGR, "", "S", 9))",
-                     }));
+                         R"(Dssvc.SubSystemOneSession(SUBSYSTEM_ID_APPL_LOG_MGR, "", "S", 9))"}));
   for (const char* line :
        {"<2> cyclectl: SubSystemSuspend executed with subsys ID 0, status= 5",
         "<2> cyclectl: SubSystemResume executed with subsys ID 15, status= 7",
@@ -48,10 +44,7 @@ TEST_F(SubsystemControlTest, SuspendResumeAndOneSessionSendTheSubsystemAndArgume
 }
 
 TEST_F(SubsystemControlTest, DumpPrintsTheLinesOrOnlyTheStatus) {
-  Answer(R"({"Dssvc.SubSystemDump": [
-      {"args": ["SUBSYSTEM_ID_IMAGE_MGR"], "status": 0, "dumpLines": ["{", "  \"a\": 1", "}"]},
-      {"args": ["SUBSYSTEM_ID_ERROR_MGR"], "status": 133, "dumpLines": ["never shown"]},
-      {"status": 0, "dumpLines": []}]})");
+  Answer(e2e::Golden("dump/scenario.json"));
   EXPECT_EQ(Run({"dump", "-subsys", "im", "-df", "J", "-dopts", "verbose=2 x"}),
             (e2e::Result{"{\n  \"a\": 1\n}\n", "", 0}));
   EXPECT_EQ(
@@ -62,8 +55,7 @@ TEST_F(SubsystemControlTest, DumpPrintsTheLinesOrOnlyTheStatus) {
                          "Dssvc.SubSystemDump(SUBSYSTEM_ID_IMAGE_MGR, DUMPFORM_JSON, "
                          R"("verbose=2 x"))",
                          R"(Dssvc.SubSystemDump(SUBSYSTEM_ID_ERROR_MGR, DUMPFORM_LOGFILE, ""))",
-                         R"(Dssvc.SubSystemDump(SUBSYSTEM_ID_NULL, DUMPFORM_READABLE, ""))",
-                     }));
+                         R"(Dssvc.SubSystemDump(SUBSYSTEM_ID_NULL, DUMPFORM_READABLE, ""))"}));
 }
 
 TEST_F(SubsystemControlTest, ADumpReplyOfTwentyMegabytes) {
