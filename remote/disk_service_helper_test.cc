@@ -2,10 +2,10 @@
 // lists, exception texts and raising, and the trace ring.
 #include "remote/disk_service_helper.h"
 
+#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <unistd.h>
 
-#include <cstdio>
 #include <functional>
 #include <set>
 #include <string>
@@ -18,6 +18,7 @@
 namespace {
 
 using Orvantic::Stashwell::DL::DiskService::DiskServiceHelper;
+using ::testing::MatchesRegex;
 namespace DiskService = Orvantic::Stashwell::DL::DiskService;
 namespace Framework = Orvantic::Stashwell::TL::Framework;
 namespace OBVDiskService = OBV_Orvantic::Stashwell::DL::DiskService;
@@ -97,15 +98,21 @@ std::string Lookup(const DiskService::PropertySeq& properties, const char* name)
   return value.in() ? value.in() : "(none)";
 }
 
+// " service=DiskService host=<this host>", the end of a raised exception's text.
+std::string Origin() {
+  char host[256] = "";
+  gethostname(host, sizeof host);
+  return std::string(" service=DiskService host=") + host;
+}
+
 // The argument the IllegalArgumentException that `call` raises names, and
-// where it comes from.
+// the exception's text.
 std::string Refusal(const std::function<void()>& call) {
   try {
     call();
   } catch (const Framework::IllegalArgumentException& e) {
-    if (e.details.in() == nullptr) return "no details";
-    return std::string(e.details->argumentName()) + "@" + e.details->originatingService() + "." +
-           e.details->originatingClass();
+    CORBA::String_var text = DiskServiceHelper::ex_str(e);
+    return std::string(e.details.in() ? e.details->argumentName() : "no details") + " " + text.in();
   }
   return "no exception";
 }
@@ -137,18 +144,20 @@ TEST(DiskServiceHelperTest, PropertyListsAndTheirNullArguments) {
       Refusal([&] { DiskServiceHelper::updateProperty(list, "a", nullptr, true); }),
       Refusal([&] { DiskServiceHelper::deleteProperty(list, nullptr); }),
   };
-  const std::string origin = "@DiskService.DiskServiceHelper";
-  EXPECT_EQ(refusals, (std::vector<std::string>{"name" + origin, "name" + origin, "value" + origin,
-                                                "name" + origin}));
+  auto refused = [](const char* argument, const char* method) {
+    return std::string(argument) + " IllegalArgumentException: method=" + method +
+           " class=DiskServiceHelper" + Origin();
+  };
+  EXPECT_EQ(refusals, (std::vector<std::string>{
+                          refused("name", "getPropertyByName"), refused("name", "updateProperty"),
+                          refused("value", "updateProperty"), refused("name", "deleteProperty")}));
   EXPECT_EQ(Texts(list),
             (std::vector<std::string>{"a=1", "null", "=", "DSM::diskMediaId=Y", "b=2", "a=3"}));
   EXPECT_EQ(Lookup(list, "DSM::diskMediaId"), "Y");
 }
 
 TEST(DiskServiceHelperTest, RaisedExceptionsAndTheirTexts) {
-  char host[256] = "";
-  gethostname(host, sizeof host);
-  const std::string origin = std::string(" service=DiskService host=") + host;
+  const std::string origin = Origin();
   try {
     DiskServiceHelper::throwSvcException(1, 2050001, "no memory", "Builder", "build", 77);
     FAIL() << "no exception";
@@ -162,15 +171,10 @@ TEST(DiskServiceHelperTest, RaisedExceptionsAndTheirTexts) {
                   std::to_string(e.details->message()->inserts().length()),
               "20 2");
   }
-  try {
-    DiskServiceHelper::throwIllArgException(1, 0, "bad", "C", "m", 5, "volumeName");
-    FAIL() << "no exception";
-  } catch (const Framework::IllegalArgumentException& e) {
-    ASSERT_NE(e.details.in(), nullptr);
-    EXPECT_STREQ(e.details->argumentName(), "volumeName");
-    CORBA::String_var text = DiskServiceHelper::ex_str(e);
-    EXPECT_EQ(text.in(), "IllegalArgumentException: method=m class=C" + origin);
-  }
+  EXPECT_EQ(Refusal([] {
+              DiskServiceHelper::throwIllArgException(1, 0, "bad", "C", "m", 5, "volumeName");
+            }),
+            "volumeName IllegalArgumentException: method=m class=C" + origin);
 
   // The last named domain and those just outside the names; details of
   // another kind, or none.
@@ -204,32 +208,23 @@ TEST(DiskServiceHelperTest, TraceRingWrapsAndCutsEntries) {
   for (int i = 0; i < 128; ++i) {
     ASSERT_EQ(DiskServiceHelper::ictrace(("m" + std::to_string(i)).c_str(), "b", "c", "d"), 0);
   }
-  std::set<int> slots;
+  std::set<int> slots = {-1};
   for (int i = 0; i < 128; ++i) slots.insert(SlotOf("m" + std::to_string(i)));
-  EXPECT_EQ(slots.size(), 128u);
-  EXPECT_EQ(slots.count(-1), 0u);
+  EXPECT_EQ(slots.size(), 129u) << "an entry missing, or two in one slot";
 
-  // The 129th entry overwrites the oldest.
+  // The 129th entry overwrites the oldest; longer texts are cut to their
+  // fields, the whole entry to 80 characters.
   int oldest = SlotOf("m0");
   DiskServiceHelper::ictrace("OP", "b", nullptr, "d");
   EXPECT_EQ(SlotOf("m0"), -1);
   ASSERT_EQ(SlotOf("OP"), oldest);
-  std::string entry = DiskServiceHelper::ictraceEntry(static_cast<unsigned>(oldest));
-  int counter = -1;
-  ASSERT_EQ(sscanf(entry.c_str(), "ICTR-OP %d", &counter), 1);
-  char number[8];
-  snprintf(number, sizeof number, "%5d", counter);
-  EXPECT_EQ(entry, std::string("ICTR-OP   ") + number + " <" + std::string(23, ' ') + "b | " +
-                       std::string(12, ' ') + "NULL | " + std::string(15, ' ') + "d>");
-
-  // Longer texts are cut to their fields, the whole entry to 80 characters.
-  std::string longText(100, 'x');
-  DiskServiceHelper::ictrace("LONG", longText.c_str(), longText.c_str(), longText.c_str());
-  int slot = SlotOf("LONG");
-  ASSERT_GE(slot, 0);
-  std::string cut = DiskServiceHelper::ictraceEntry(static_cast<unsigned>(slot));
-  EXPECT_EQ(cut.size(), 80u);
-  EXPECT_EQ(cut.substr(17, 24), std::string(24, 'x'));
+  EXPECT_THAT(DiskServiceHelper::ictraceEntry(oldest),
+              MatchesRegex("ICTR-OP   [ 0-9]{5} < {23}b \\| {13}NULL \\| {16}d>"));
+  std::string x(100, 'x');
+  DiskServiceHelper::ictrace("LONG", x.c_str(), x.c_str(), x.c_str());
+  ASSERT_GE(SlotOf("LONG"), 0);
+  EXPECT_THAT(DiskServiceHelper::ictraceEntry(SlotOf("LONG")),
+              MatchesRegex("ICTR-LONG [ 0-9]{5} <x{24} \\| x{16} \\| x{16}>"));
 }
 
 }  // namespace
