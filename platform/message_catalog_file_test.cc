@@ -21,19 +21,18 @@ std::string BuiltCatalog() {
   return bytes.str();
 }
 
-TEST(MessageCatalogFile, FindsTextsOfTheFirstAndLastSets) {
+TEST(MessageCatalogFile, FindsTextsOfTheFirstAndLastSetsAndRefusesBadHeaders) {
+  const std::string good = BuiltCatalog();
+  ASSERT_GT(good.size(), 12u);
   MessageCatalogFile catalog;
-  ASSERT_TRUE(catalog.Parse(BuiltCatalog()));
+  ASSERT_TRUE(catalog.Parse(good));
   EXPECT_STREQ(catalog.Find(1, 430), "%s: unable to read Stashwell configuration");
   EXPECT_STREQ(catalog.Find(2, 10), "cannot malloc progname\n");
   for (const auto& [set, id] : {std::pair{1, 9999}, {8, 430}, {0, 430}, {1, 0}, {-1, -1}}) {
     EXPECT_EQ(catalog.Find(set, id), nullptr) << set << " " << id;
   }
-}
 
-TEST(MessageCatalogFile, RefusesHeadersThatDoNotFitTheFile) {
-  const std::string good = BuiltCatalog();
-  ASSERT_GT(good.size(), 12u);
+  // Headers that do not fit the file.
   const struct {
     size_t offset;
     uint32_t value;
@@ -45,11 +44,10 @@ TEST(MessageCatalogFile, RefusesHeadersThatDoNotFitTheFile) {
   for (const auto& d : damage) {
     std::string bytes = good;
     memcpy(&bytes[d.offset], &d.value, 4);  // the catalog's order is the machine's
-    MessageCatalogFile catalog;
-    EXPECT_FALSE(catalog.Parse(bytes)) << d.offset << " " << d.value;
-    EXPECT_EQ(catalog.Find(1, 430), nullptr);
+    MessageCatalogFile damaged;
+    EXPECT_FALSE(damaged.Parse(bytes)) << d.offset << " " << d.value;
+    EXPECT_EQ(damaged.Find(1, 430), nullptr);
   }
-  MessageCatalogFile catalog;
   EXPECT_FALSE(catalog.Parse(good.substr(0, good.size() - 1)));  // last text cut
   EXPECT_FALSE(catalog.Parse(good.substr(0, 11)));
   EXPECT_FALSE(catalog.Parse(""));

@@ -52,7 +52,7 @@ TEST(PrintfArgumentTypes, ClassifiesEachConversion) {
   }
 }
 
-TEST_F(MsgCatTest, LooksUpTheLocaleThenFallsBack) {
+TEST_F(MsgCatTest, LooksUpTheLocaleThenFallsBackAndFillsTheBuffers) {
   const struct {
     const char* id;
     const char* locale;
@@ -81,9 +81,8 @@ TEST_F(MsgCatTest, LooksUpTheLocaleThenFallsBack) {
     EXPECT_EQ(std::to_string(used) + " " + buf, c.expected)
         << (c.id ? c.id : "null") << " " << c.locale;
   }
-}
 
-TEST_F(MsgCatTest, ReorderedArgumentsAndTheSecondBuffer) {
+  // Reordered arguments, the second buffer in another locale, a short buffer.
   char user[64], log[64];
   zkgetmsg("SmeSlp0120N", "xx", sizeof user, user, "C", sizeof log, log, "'%s' needs '%s'", "-a",
            "-b");
