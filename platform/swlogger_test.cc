@@ -2,7 +2,6 @@
 #include "platform/swlogger.h"
 
 #include <filesystem>
-#include <fstream>
 
 #include "gtest/gtest.h"
 #include "platform/test_root.h"
