@@ -73,12 +73,7 @@ class PgEngineTest : public ::testing::Test {
 
   static Code Connect(const std::string& conninfo, OpenMode mode, int busyMs,
                       std::unique_ptr<Database>* db, std::string* why) {
-    Location where;
-    where.engine = Engine::kPostgres;
-    where.conninfo = conninfo;
-    where.busyTimeoutMs = busyMs;
-    where.connectTimeoutS = 2;
-    return OpenPostgres(where, mode, db, why);
+    return OpenPostgres(Location{Engine::kPostgres, "", conninfo, "", busyMs, 2}, mode, db, why);
   }
 
   static std::unique_ptr<Database> OpenAs(const std::string& user, int busyMs = 5000,

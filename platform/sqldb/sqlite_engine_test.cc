@@ -19,12 +19,10 @@ namespace {
 
 std::unique_ptr<Database> OpenAt(const std::string& path, OpenMode mode, int timeoutMs = 0,
                                  Code expected = Code::kOk) {
-  Location where;
-  where.path = path;
-  where.busyTimeoutMs = timeoutMs;
   std::unique_ptr<Database> db;
   std::string why;
-  EXPECT_EQ(expected, Open(where, mode, &db, &why)) << why;
+  EXPECT_EQ(expected, Open(Location{Engine::kSqlite, path, "", "", timeoutMs}, mode, &db, &why))
+      << why;
   return db;
 }
 
