@@ -64,12 +64,11 @@ class DbConnectionTest : public DalConnectionTest {
 };
 
 // One value fetched into a field: numbers bound and read back at the ends of
-// their types, conversions, ranges, texts cut to their field, 16-byte
-// values, NULLs and bindings the layer refuses.
+// their types, conversions, ranges, texts cut to their field, NULLs and
+// bindings the layer refuses (16-byte values: NotificationStoreTest).
 TEST_F(DbConnectionTest, OneValueIntoItsField) {
   const std::string range = Status(DAL_VALUE_OUT_OF_RANGE), bad = Status(DAL_CONVERSION_ERROR),
-                    refused = Status(DAL_INVALID_ARGUMENT),
-                    guid("\0\1\2\3\4\5\6\7\10\11\12\13\14\15\16\17", 16);
+                    refused = Status(DAL_INVALID_ARGUMENT);
   const struct {
     const char* select;
     uint16_t valueType;
@@ -103,7 +102,6 @@ TEST_F(DbConnectionTest, OneValueIntoItsField) {
       {"SELECT 'hello'", DAL_VT_CHAR, 4, 0, "~hel\0~"s},
       {"SELECT 'hello'", DAL_VT_CHAR, 4, kFailOnTruncation, Status(DAL_DATA_TRUNCATED)},
       {"SELECT 42", DAL_VT_CHAR, 4, 0, "~42\0~~"s},
-      {"SELECT x'000102030405060708090a0b0c0d0e0f'", DAL_VT_GUID, 16, 0, "~" + guid + "~"},
       {"SELECT x'0102'", DAL_VT_GUID, 16, 0, bad},
       {"SELECT NULL", DAL_VT_SLONG, 4, 0, "~\0\0\0\0~"s},
       {"SELECT NULL", DAL_VT_CHAR, 8, kKeepNulls, "~~~~~~~~~~"},
@@ -241,10 +239,9 @@ TEST_F(DbConnectionTest, ParameterBinderTerminatorAndCopies) {
   EXPECT_EQ(ULong("SELECT count(*) FROM n WHERE ? || '1' = ?", combined.getBindings(), &sum),
             DAL_SUCCESS);
   EXPECT_EQ(sum, 65u);
-  // The list must match the statement's marks.
+  // The list must match the statement's marks (too few:
+  // NotificationStoreTest.ReportsFailuresByStatus).
   EXPECT_EQ(Execute("SELECT k FROM n WHERE name = ?", combined.getBindings()),
-            DAL_PARAMETER_MISMATCH);
-  EXPECT_EQ(Execute("SELECT k FROM n WHERE name = ? AND k = ? AND k = ?", combined.getBindings()),
             DAL_PARAMETER_MISMATCH);
 }
 
