@@ -151,35 +151,11 @@ TEST_F(ListTest, SnapshotsUnderTheirCopies) {
             "I beta_2000\nC beta_2000 1\nS beta_2000 1 b1\n");
 }
 
-// A catalog in which each filter selects something of its own.
+// A catalog in which each filter selects something of its own: images a_1000
+// and b_2000 of SLP slp1, c_3000 of slp2 (inactive), d_4000 of none.
 class ListFilterTest : public ListTest {
  protected:
-  void SetUp() override {
-    // a: SLP slp1 version 1, in process; copies 1 (backup, complete) and
-    //    2 (duplicate to tape_stu, job 77, in process).
-    std::string a = AddImage("a", 1000,
-                             "PolicyName = 'pol1', StorageServiceName = 'slp1', "
-                             "StorageServiceVersionNumber = 1, StorageServiceState = 2");
-    AddFragment(AddCopy(a, 1, "CopyType = 0, CopyState = 5, Residence = 'disk_stu', JobID = 76"), 1,
-                "MediaID = 'disk1', FragmentState = 1");
-    AddFragment(AddCopy(a, 2, "CopyType = 1, CopyState = 2, Residence = 'tape_stu', JobID = 77"), 1,
-                "MediaID = 'A00001', FragmentState = 1");
-    // b: SLP slp1 version 2, complete; one complete copy with an expired fragment.
-    std::string b = AddImage("b", 2000,
-                             "PolicyName = 'pol2', StorageServiceName = 'slp1', "
-                             "StorageServiceVersionNumber = 2, StorageServiceState = 3");
-    AddFragment(AddCopy(b, 1, "CopyType = 0, CopyState = 5, Residence = 'disk_stu'"), 1,
-                "MediaID = 'disk1', FragmentState = 3");
-    // c: SLP slp2, not started and inactive; one inactive copy.
-    std::string c = AddImage("c", 3000,
-                             "PolicyName = 'pol1', StorageServiceName = 'slp2', "
-                             "StorageServiceVersionNumber = 1, StorageServiceState = 1, "
-                             "StorageServiceIsInactive = 1");
-    AddCopy(c, 1, "CopyType = 0, CopyState = 9, Residence = 'disk_stu'");
-    // d: not SLP-managed.
-    AddCopy(AddImage("d", 4000, "PolicyName = 'pol3'"), 1,
-            "CopyType = 0, CopyState = 0, Residence = 'disk_stu', JobID = 77");
-  }
+  void SetUp() override { root_.Sql(e2e::Golden("list/catalog-filters.txt")); }
 };
 
 TEST_F(ListFilterTest, SelectImagesAndCopies) {

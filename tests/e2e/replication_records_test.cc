@@ -13,26 +13,8 @@ namespace {
 class ReplicationRecordsTest : public e2e::CatalogTest {
  protected:
   ReplicationRecordsTest() : CatalogTest("remove_repl") {}
-  // Targets: tgt1 holds vol1 twice and vol2 once, tgt2 vol1 once; media1
-  // is a media server whose key a record names as well.
-  void SetUp() override {
-    const std::string image =
-        AddImage("client1", 1000, "PolicyName = 'pol1', CreatedDateTime = 1700000000");
-    AddCopy(image, 1);
-    const std::string copy = AddCopy(image, 2, "CopyType = 3, Residence = '*Remote*Master*'");
-    AddCopy(AddImage("client2", 2000), 1);  // no replica copy
-    const std::string tgt1 = AddMachine("tgt1", 12);
-    const std::string tgt2 = AddMachine("tgt2", 12);
-    const std::string media1 = AddMachine("media1", 1);
-    for (const auto& [machine, volume] : std::vector<std::pair<std::string, std::string>>{
-             {tgt1, "vol1"}, {tgt1, "vol1"}, {tgt1, "vol2"}, {tgt2, "vol1"}, {media1, "vol1"}}) {
-      Insert("DBM_ImageReplicationDestination", "ReplicationDestinationKey",
-             "ImageCopyKey, TargetMachineKey, VolumeInfo, RemoteMasterServer",
-             copy + ", " + machine + ", '" + volume + "', '" +
-                 (machine == media1 ? "" : "remote1") + "'",
-             "");
-    }
-  }
+  // client1_1000 with records for tgt1 (vol1 twice, vol2), tgt2 and media1.
+  void SetUp() override { root_.Sql(e2e::Golden("replication_records/catalog.txt")); }
 
   // The short-form line of the record `kind` (I, C) with `key` as the
   // backup id (and copy number) that `list` prints.
@@ -51,7 +33,7 @@ class ReplicationRecordsTest : public e2e::CatalogTest {
   }
 };
 
-TEST_F(ReplicationRecordsTest, ListingForms) {
+TEST_F(ReplicationRecordsTest, ListingFormsNothingToListAndAnotherWriter) {
   const std::string rt = "V7.6.0 RT master1 client1_1000 2 ";
   EXPECT_EQ(root_.Run({"repllist"}),
             (e2e::Result{ListLine("I", "client1_1000") + ListLine("C", "client1_1000 2") + rt +
@@ -61,9 +43,6 @@ TEST_F(ReplicationRecordsTest, ListingForms) {
                          "", 0}));
   EXPECT_EQ(root_.Run({"repllist", "-U", "-sincetime", "1000"}),
             (e2e::Result{e2e::Golden("replication_records/user.txt"), "", 0}));
-}
-
-TEST_F(ReplicationRecordsTest, NothingToListAndAnotherWriter) {
   const e2e::Result none{"", "No replica records found\n", 0};
   EXPECT_EQ(root_.Run({"repllist", "-sincetime", "1001"}), none);
   // A removal not yet committed by another process: the records as they were.
