@@ -50,6 +50,8 @@ class CompletionReportTest : public e2e::CatalogTest {
     if (!set.empty()) settings += ", " + set;
     AddImage(client, DayStart(daysAgo) + second, settings);
   }
+
+  const std::string header_ = Row("Client name", "Most recent completion date");
 };
 
 // alpha: complete three days ago, unfinished yesterday and today.
@@ -76,13 +78,12 @@ class CompletionDaysTest : public CompletionReportTest {
 
 TEST_F(CompletionDaysTest, ByClientAndByDate) {
   EXPECT_EQ(Run({"-days", "7"}),
-            (e2e::Result{Row("Client name", "Most recent completion date") +
-                             Row("alpha", Date(3, false)) + Row("beta", "None") +
+            (e2e::Result{header_ + Row("alpha", Date(3, false)) + Row("beta", "None") +
                              Row("epsilon", Date(1, false)) + Row("gamma", Date(0, false)),
                          "", 0}));
   // Two days back alpha's complete day is out of range.
-  EXPECT_EQ(Row("Client name", "Most recent completion date") + Row("alpha", "None") +
-                Row("beta", "None") + Row("epsilon", Date(1, false)) + Row("gamma", Date(0, false)),
+  EXPECT_EQ(header_ + Row("alpha", "None") + Row("beta", "None") + Row("epsilon", Date(1, false)) +
+                Row("gamma", Date(0, false)),
             Run({"-days", "2"}).out);
   EXPECT_EQ(Run({"-days", "0"}), (e2e::Result{kNothing, "", 0}));
   EXPECT_EQ(Run({"-days", "7", "-bydate"}),
@@ -98,16 +99,15 @@ TEST_F(CompletionReportTest, TheWalkEndsWithTheDayOfTheFirstSecondOf1970) {
   // durations.
   AddImage("first", 0, "StorageServiceState = 3, StorageServiceName = 'slp1'");
   AddImage("before", -1, "StorageServiceState = 2, StorageServiceName = 'slp1'");
-  const std::string header = Row("Client name", "Most recent completion date");
   const struct {
     const char* zone;
     std::string out;
   } cases[] = {
-      {"UTC", header + Row("first", "None")},
+      {"UTC", header_ + Row("first", "None")},
       // West or east of Greenwich, the local day of second 0 starts in 1969
       // and holds the image before it too.
-      {"EST5", header + Row("before", "None") + Row("first", "-19:00:00")},
-      {"JST-9", header + Row("before", "None") + Row("first", "-9:00:00")},
+      {"EST5", header_ + Row("before", "None") + Row("first", "-19:00:00")},
+      {"JST-9", header_ + Row("before", "None") + Row("first", "-9:00:00")},
   };
   for (const auto& c : cases) {
     e2e::RunOptions options;
@@ -125,18 +125,17 @@ TEST_F(CompletionReportTest, Selections) {
   Image("a", 1, 3, "PolicyName = 'pol1'");
   Image("a", 1, 2, "PolicyName = 'pol2'", 7200);
   Image("b", 1, 3, "PolicyName = 'pol1', StorageServiceVersionNumber = 2");
-  const std::string header = Row("Client name", "Most recent completion date");
   const std::string aDone = Row("a", Date(1, false)), bDone = Row("b", Date(1, false));
 
   // Policy and client together: four parameters in the first statement.
-  EXPECT_EQ(header + aDone, Run({"-policy", "pol1", "-client", "a"}).out);
-  EXPECT_EQ(header + Row("a", "None"), Run({"-policy", "pol2", "-client", "a"}).out);
-  EXPECT_EQ(header + aDone + bDone, Run({"-lifecycle", "slp1", "-policy", "pol1"}).out);
-  EXPECT_EQ(header + bDone, Run({"-lifecycle", "slp1", "-version", "2"}).out);
+  EXPECT_EQ(header_ + aDone, Run({"-policy", "pol1", "-client", "a"}).out);
+  EXPECT_EQ(header_ + Row("a", "None"), Run({"-policy", "pol2", "-client", "a"}).out);
+  EXPECT_EQ(header_ + aDone + bDone, Run({"-lifecycle", "slp1", "-policy", "pol1"}).out);
+  EXPECT_EQ(header_ + bDone, Run({"-lifecycle", "slp1", "-version", "2"}).out);
   // Without -days the report looks 30 days back: today and 29 days before.
   Image("c", 29, 3);
   Image("d", 30, 3);
-  EXPECT_EQ(header + Row("c", Date(29, false)), Run({"-client", "c"}).out);
+  EXPECT_EQ(header_ + Row("c", Date(29, false)), Run({"-client", "c"}).out);
   EXPECT_EQ(kNothing, Run({"-client", "d"}).out);
   // Texts are values, never SQL.
   EXPECT_EQ(kNothing, Run({"-client", "x' OR '1'='1"}).out);

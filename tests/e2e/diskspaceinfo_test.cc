@@ -35,14 +35,11 @@ class DiskSpaceInfoTest : public e2e::CatalogTest {
 
   // A fragment of `size` bytes in a copy of its own image.
   void AddFragment(int mediaType, int subtype, const std::string& mediaId, long size) {
-    const std::string image = AddImage("client", 1700000000 + ++images_);
-    const std::string copy = AddCopy(image, 1);
-    CatalogTest::AddFragment(copy, 1,
-                             "MediaType = " + std::to_string(mediaType) + ", MediaSubType = " +
-                                 std::to_string(subtype) + ", MediaID = '" + mediaId +
-                                 "', MediaServer = 'ms1', StorageServer = 'sts1', "
-                                 "FragmentSize = " +
-                                 std::to_string(size));
+    CatalogTest::AddFragment(
+        AddCopy(AddImage("client", 1700000000 + ++images_), 1), 1,
+        "MediaServer = 'ms1', StorageServer = 'sts1', MediaType = " + std::to_string(mediaType) +
+            ", MediaSubType = " + std::to_string(subtype) + ", MediaID = '" + mediaId +
+            "', FragmentSize = " + std::to_string(size));
   }
 
   int images_ = 0;
