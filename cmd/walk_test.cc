@@ -1,7 +1,7 @@
-// The argument walk: how values are kept and what selects the operation;
-// then the cross-option rules on the walked line. Which problems are
-// reported, in which order, and where the enumerated values land are shown
-// end to end (tests/e2e/cmdline_parse_test.cc and the operations' tests).
+// The argument walk: how values are kept, an operation named twice; then the
+// cross-option rules on the walked line. Which problems are reported, in which
+// order, and where the enumerated values land are shown end to end
+// (tests/e2e/cmdline_parse_test.cc and the operations' tests).
 #include "cmd/walk.h"
 
 #include <gtest/gtest.h>
@@ -13,7 +13,6 @@
 #include <vector>
 
 #include "cmd/cross_rules.h"
-#include "cmd/operations.h"
 #include "cmd/parse.h"
 
 namespace {
@@ -55,8 +54,8 @@ class WalkTest : public ::testing::Test {
 };
 
 // Texts are kept as text and as optional values, numbers by strtol in the
-// width of their field; of options sharing one field the last wins.
-TEST_F(WalkTest, ValuesAreKept) {
+// width of their field.
+TEST_F(WalkTest, ValuesAndTheOperationAreKept) {
   const ArgumentWalk walk = Walk("list -lifecycle slp1 -client '' -policy p -m other");
   CommandLine l = walk.line;
   EXPECT_FALSE(walk.errorSeen);
@@ -67,57 +66,30 @@ TEST_F(WalkTest, ValuesAreKept) {
   EXPECT_TRUE(l.backupId.get() == nullptr && !l.given(OPT_BACKUPID));
   EXPECT_STREQ(l.masterServer.get(), "other");
 
-  l = Walk(
-          "list -copy_state 70000 -frag_state 12abc -jobid x9 -key 9000000000 -days 4294967296 "
-          "-version 3 -schedtype 7 -slpindex 2147483647")
-          .line;
-  ASSERT_NE(l.versionGiven(), nullptr);
-  std::ostringstream numbers;
-  numbers << *l.copyState.get() << " " << *l.fragState.get() << " " << l.jobId << " " << l.slpIndex
-          << " " << l.key << " " << l.days << " " << l.version << " " << *l.versionGiven() << " "
-          << l.schedType;
-  EXPECT_EQ(numbers.str(), "4464 12 0 2147483647 9000000000 4294967296 3 3 7");
-
+  // Of options sharing one field the last wins; -state is -frag_state.
   l = Walk(
           "list -U -json -image_state 3 -image_inactive -client a -client b -copy_incomplete "
-          "-STATE 4 -after 01/02/2024 -before 01/03/2024")
+          "-copy_state 70000 -frag_state 4 -STATE 12abc -jobid x9 -key 9000000000 "
+          "-days 4294967296 -version 3 -schedtype 7 -slpindex 2147483647 -after 01/02/2024 "
+          "-before 01/03/2024")
           .line;
   EXPECT_EQ(l.outputForm, OUTPUT_JSON);
   EXPECT_EQ(l.timeRange, TIME_RANGE_BEFORE);
-  std::ostringstream shared;
-  shared << *l.imageState.get() << " " << l.client.get() << " " << *l.copyState.get() << " "
-         << *l.fragState.get() << " " << l.time;
-  EXPECT_EQ(shared.str(), "-2 b -1 4 1704240000");
-  // -state is -frag_state.
   EXPECT_TRUE(l.given(OPT_FRAG_STATE) && l.given(OPT_AFTER) && l.given(OPT_BEFORE));
-}
+  ASSERT_NE(l.versionGiven(), nullptr);
+  std::ostringstream values;
+  values << *l.imageState.get() << " " << l.client.get() << " " << *l.copyState.get() << " "
+         << *l.fragState.get() << " " << l.jobId << " " << l.slpIndex << " " << l.key << " "
+         << l.days << " " << l.version << " " << *l.versionGiven() << " " << l.schedType << " "
+         << l.time;
+  EXPECT_EQ(values.str(), "-2 b 4464 12 0 2147483647 9000000000 4294967296 3 3 7 1704240000");
 
-// Options select an operation only when none is set; an unknown word clears
-// it; the same operation named twice is no conflict.
-TEST_F(WalkTest, WhatSelectsTheOperation) {
-  static const struct {
-    const char* args;
-    const char* selected;  // word, then what it asks of the run and of the walk
-  } cases[] = {
-      {"-test_import_frags f", "add_import_frags admin"},
-      {"-test_import_frags", "add_import_frags admin error"},  // before the value
-      {"-list_import_frags", "list_import_frags catalog"},
-      {"-testhook", "testhook admin"},
-      {"-h", "help help"},
-      {"list -testhook -HELP", "list catalog help"},
-      {"nosuch -testhook", "testhook admin error"},
-      {"list bogus", " error"},
-      {"new_session NS new_session", "new_session admin"},
-  };
-  for (const auto& c : cases) {
-    const ArgumentWalk walk = Walk(c.args);
-    const CommandLine& l = walk.line;
-    EXPECT_EQ(std::string(OperationName(l.operation)) + (l.requiresAdmin ? " admin" : "") +
-                  (l.requiresCatalog ? " catalog" : "") + (l.helpRequested ? " help" : "") +
-                  (walk.errorSeen ? " error" : ""),
-              c.selected)
-        << c.args;
-  }
+  // The same operation named twice, in either spelling, is no conflict. What
+  // options select and the flags a run gets from the row are shown end to end
+  // (tests/e2e/cmdline_usage_test.cc, cmdline_parse_test.cc, startup_test.cc).
+  const ArgumentWalk twice = Walk("new_session NS new_session");
+  EXPECT_FALSE(twice.errorSeen);
+  EXPECT_EQ(twice.line.operation, OP_NEW_SESSION);
 }
 
 // Each message's own case is in the end-to-end tests; these are the cases
