@@ -4,9 +4,7 @@
 #include <cstdlib>
 #include <cstring>
 #include <filesystem>
-#include <fstream>
 #include <regex>
-#include <sstream>
 
 #include "gtest/gtest.h"
 #include "platform/debuglog.h"
