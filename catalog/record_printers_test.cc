@@ -8,7 +8,6 @@
 #include <gtest/gtest.h>
 
 #include <cstdio>
-#include <cstdlib>
 #include <cstring>
 #include <fstream>
 #include <sstream>
@@ -18,14 +17,10 @@ namespace {
 
 template <typename Record>
 std::string Printed(void (*print)(const Record&, FILE*), const Record& record) {
-  char* data = nullptr;
-  size_t size = 0;
-  FILE* out = open_memstream(&data, &size);
-  print(record, out);
-  fclose(out);
-  std::string text(data, size);
-  free(data);
-  return text;
+  testing::internal::CaptureStdout();
+  print(record, stdout);
+  fflush(stdout);
+  return testing::internal::GetCapturedStdout();
 }
 
 // The expected text in tests/e2e/golden/list/`name`.
