@@ -83,15 +83,11 @@ void ExpectNestedDetails(DiskService::DiskServiceMgr_ptr manager) {
 
 const char kNestedDetails[] = R"({"DiskServiceMgr.getDiskVolumeInfoByMediaId": {"raise": {
     "user": "ServiceException", "details": {"type": "DiskServiceExceptionDetails",
-      "originatingService": "DiskService", "exceptionClassName": "ServiceException",
-      "originatingHost": "emm1", "originatingClass": "DiskServiceMgrImpl",
       "originatingMethod": "lookup", "timeStamp": 1700000000, "errorCode": 2050010,
-      "errorText": "no volume", "errorDomain": 1,
-      "message": {"textId": 8, "timeStamp": 1700000001, "originatorId": 1, "inserts": [
-        {"type": "StringMessageItem", "position": 1, "name": "volume", "stringValue": "v1"},
-        {"type": "NumericMessageItem", "position": 2, "name": "count", "numericValue": 42}]},
-      "rootCauses": [
-        {"type": "ErrorCodeExceptionDetails", "errorCode": 17, "originatingService": "EMM",
+      "errorText": "no volume", "errorDomain": 1, "message": {"textId": 8, "inserts": [
+        {"type": "StringMessageItem", "stringValue": "v1"},
+        {"type": "NumericMessageItem", "numericValue": 42}]},
+      "rootCauses": [{"type": "ErrorCodeExceptionDetails", "errorCode": 17,
          "rootCauses": [{"type": "IllegalArgumentExceptionDetails", "argumentName": "mediaId"}]},
         {"originatingMethod": "inner"}]}}}})";
 
