@@ -19,47 +19,35 @@ namespace {
 using cyclesvc_test::ServiceOptions;
 using cyclesvc_test::TestService;
 
-e2e::RootOptions LoopbackRoot() {
-  e2e::RootOptions options;
-  options.master = "127.0.0.1";
-  options.emmServer = "127.0.0.1";
-  options.adminLog = false;
-  return options;
-}
-
-class ServiceProbeTest : public ::testing::Test {
- protected:
-  e2e::Result Probe(const std::vector<std::string>& args) {
-    e2e::RunOptions probe;
-    probe.program = probe.argv0 = "cyclesvc-probe";
-    return root_.Run(args, "", probe);
-  }
-
-  e2e::Root root_{LoopbackRoot()};
-};
-
 // The disk service not there, not configured or of another interface; then
 // each ladder row's line on standard error, nothing on standard output,
 // status 255; then the legacy lookups, once per volume into the server type
 // cache.
-TEST_F(ServiceProbeTest, ConnectFailuresLadderRowsAndLegacyLookups) {
-  root_.SetConfig("DAEMON_PORT.SWDSMFSM", std::to_string(cyclesvc_test::FreeLoopbackPort()));
-  EXPECT_EQ(Probe({"stype", "M1"}), (e2e::Result{"", "cannot connect to dsm\n", 255}));
-  root_.RemoveConfig("DAEMON_PORT.SWDSMFSM");
-  EXPECT_EQ(Probe({"ping"}), (e2e::Result{"", "cannot connect to Disk Service Manager\n", 255}));
+TEST(ServiceProbeTest, ConnectFailuresLadderRowsAndLegacyLookups) {
+  e2e::RootOptions loopback;
+  loopback.master = loopback.emmServer = "127.0.0.1";
+  loopback.adminLog = false;
+  e2e::Root root(loopback);
+  e2e::RunOptions options;
+  options.program = options.argv0 = "cyclesvc-probe";
+  auto probe = [&](const std::vector<std::string>& args) { return root.Run(args, "", options); };
+  root.SetConfig("DAEMON_PORT.SWDSMFSM", std::to_string(cyclesvc_test::FreeLoopbackPort()));
+  EXPECT_EQ(probe({"stype", "M1"}), (e2e::Result{"", "cannot connect to dsm\n", 255}));
+  root.RemoveConfig("DAEMON_PORT.SWDSMFSM");
+  EXPECT_EQ(probe({"ping"}), (e2e::Result{"", "cannot connect to Disk Service Manager\n", 255}));
   {
     ServiceOptions options;
     options.mismatchedObjects = true;
-    TestService service(root_.path(), "{}", options);
+    TestService service(root.path(), "{}", options);
     ASSERT_TRUE(service.ok()) << service.error();
-    EXPECT_EQ(Probe({"ping"}),
+    EXPECT_EQ(probe({"ping"}),
               (e2e::Result{"", "cannot narrow Disk Service Manager object\n", 255}));
     EXPECT_EQ(service.Calls(), std::vector<std::string>());
   }
 
   const struct {
     const char* scenario;  // replaces the test service's scenario when not null
-    std::vector<std::string> probe;
+    std::vector<std::string> args;
     std::string err;
   } cases[] = {
       // A system exception: its description ends with its own line end.
@@ -93,18 +81,18 @@ TEST_F(ServiceProbeTest, ConnectFailuresLadderRowsAndLegacyLookups) {
        "IllegalArgumentException from dsm: IllegalArgumentException\n"},
       {nullptr, {"runtime-error"}, "Runtime error from cyclesvc: probe failure\n"},
   };
-  TestService service(root_.path());
+  TestService service(root.path());
   ASSERT_TRUE(service.ok()) << service.error();
   for (const auto& c : cases) {
     if (c.scenario != nullptr) service.SetScenario(c.scenario);
-    EXPECT_EQ(Probe(c.probe), (e2e::Result{"", c.err, 255}))
-        << (c.scenario != nullptr ? c.scenario : c.probe[0]);
+    EXPECT_EQ(probe(c.args), (e2e::Result{"", c.err, 255}))
+        << (c.scenario != nullptr ? c.scenario : c.args[0]);
   }
 
   // MID1 to MID3 found (several, a null and no disk media id property), any other not.
   service.SetScenario(e2e::Golden("cyclesvc-probe/legacy-lookups.json"));
   service.ClearCalls();
-  EXPECT_EQ(Probe({"legacy", "2",    "MID1", "ms1", "ss1",  // found
+  EXPECT_EQ(probe({"legacy", "2",    "MID1", "ms1", "ss1",  // found
                    "1",      "MID1", "ms1",  "ss1",         // the same volume: no call
                    "2",      "MID1", "ms1",  "ss2",         // another storage server
                    "4",      "MID2", "ms1",  "ss1",         // unknown sub-type

@@ -98,15 +98,11 @@ TEST(SqlDialectTest, TranslatesTokenByToken) {
 // The native dialect's functions as SQLite runs them through a connection,
 // where no statement of the tool reaches (notification_store_test.cc
 // stores DATEADD's seconds).
-class DialectOnCatalogTest : public DalConnectionTest {
- protected:
-  void SetUp() override {
-    catalog_.Exec("CREATE TABLE t (x)");
-    Connect();
-  }
-};
+using DialectOnCatalogTest = DalConnectionTest;
 
 TEST_F(DialectOnCatalogTest, FunctionsOfTheNativeDialect) {
+  catalog_.Exec("CREATE TABLE t (x)");
+  Connect();
   const std::string error = "status " + std::to_string(DAL_SQL_ERROR);
   const struct {
     const char* sql;
