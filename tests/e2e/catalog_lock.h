@@ -1,17 +1,11 @@
-// A second process's hold on the test catalog: the test process opens the
-// catalog itself and keeps a transaction open while cyclectl runs, so that
-// a run meets a catalog being written by someone else.
-//
-//   e2e::CatalogLock lock(root);                    // a writer's lock
-//   root.Run({"remove_repl", ...});                  // waits, then fails
-//   e2e::CatalogLock lock(root, "DELETE FROM T");    // changes not yet committed
-//   e2e::CatalogLock lock(root, "", e2e::CatalogLock::kEverything);  // readers wait too
-//   e2e::CatalogLock lock(root, "SELECT ... FOR UPDATE", e2e::CatalogLock::kRows);
-//
+// A second process's hold on the test catalog: the test process keeps a
+// transaction open while cyclectl runs, so that a run meets a catalog being
+// written by someone else. `changes` run in it uncommitted; kWrites holds off
+// writers, kEverything readers too, kRows only what the changes lock:
+//   e2e::CatalogLock lock(root, "DELETE FROM T");
 // SQLite takes its database lock (BEGIN IMMEDIATE or EXCLUSIVE); PostgreSQL
-// locks every table of the catalog in EXCLUSIVE (reads go on) or ACCESS
-// EXCLUSIVE mode, or (kRows) only what the changes lock. The transaction is rolled back when the
-// lock goes away unless Commit() ended it first.
+// locks every table of the catalog in EXCLUSIVE or ACCESS EXCLUSIVE mode. The
+// transaction is rolled back when the lock goes away unless Commit() ended it.
 #ifndef TESTS_E2E_CATALOG_LOCK_H_
 #define TESTS_E2E_CATALOG_LOCK_H_
 

@@ -1,5 +1,5 @@
 // The end-to-end harness: roots laid out by stashwell-init, runs of the real
-// binaries through fork/exec with three pipes and a time limit, SQL through
+// binaries through fork/exec with a time limit, SQL through
 // the catalog engine interface, PostgreSQL databases made and dropped with
 // psql.
 #include "tests/e2e/harness.h"
@@ -43,12 +43,9 @@ struct Fds {
 };
 
 void ApplyEnv(std::vector<std::string>* env, const std::string& entry) {
-  std::string key = entry.substr(0, entry.find('='));
-  env->erase(std::remove_if(env->begin(), env->end(),
-                            [&](const std::string& e) {
-                              return e.compare(0, key.size() + 1, key + "=") == 0;
-                            }),
-             env->end());
+  const std::string key = entry.substr(0, entry.find('=')) + "=";
+  auto same = [&](const std::string& e) { return e.compare(0, key.size(), key) == 0; };
+  env->erase(std::remove_if(env->begin(), env->end(), same), env->end());
   if (entry.find('=') != std::string::npos) env->push_back(entry);
 }
 
@@ -247,8 +244,8 @@ Root::Root(const RootOptions& options) {
   if (options.demoImages >= 0)
     argv.insert(argv.end(), {"--demo", std::to_string(options.demoImages), "--now",
                              std::to_string(options.demoNow)});
-  std::vector<std::string> env = {"PATH=/usr/bin:/bin", "TZ=UTC", "LC_ALL=C"};
-  Result r = RunProgram(STASHWELL_BIN_DIR "/stashwell-init", argv, env, "", RunOptions());
+  Result r = RunProgram(STASHWELL_BIN_DIR "/stashwell-init", argv,
+                        {"PATH=/usr/bin:/bin", "TZ=UTC", "LC_ALL=C"}, "", RunOptions());
   if (r.status != 0)
     ADD_FAILURE() << "harness: stashwell-init failed (" << r.status << "): " << r.err;
 }
@@ -334,20 +331,18 @@ std::string Root::Sql(const std::string& statements) {
   for (const std::string& sql : SplitStatements(statements)) {
     if (sql.find_first_not_of(" \t\n") == std::string::npos) continue;
     std::unique_ptr<sqldb::Statement> stmt = db->Prepare(sql);
-    if (!stmt) {
-      ADD_FAILURE() << "harness: SQL error: " << db->LastError() << "\nin: " << sql;
-      break;
-    }
     std::string these;
-    sqldb::Code rc;
-    while ((rc = stmt->Step()) == sqldb::Code::kRow) {
+    sqldb::Code rc = sqldb::Code::kError;
+    while (stmt && (rc = stmt->Step()) == sqldb::Code::kRow) {
       const sqldb::Row& row = stmt->CurrentRow();
       for (size_t c = 0; c < row.size(); ++c)
         these += (c ? "|" : "") + CellText(row, static_cast<int>(c));
       these += "\n";
     }
-    if (rc != sqldb::Code::kDone)
+    if (rc != sqldb::Code::kDone) {
       ADD_FAILURE() << "harness: SQL error: " << db->LastError() << "\nin: " << sql;
+      break;
+    }
     if (!these.empty()) rows = these;
   }
   return rows;

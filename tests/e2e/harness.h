@@ -2,10 +2,6 @@
 // stashwell-init in a temporary directory, and runs of the real programs in
 // it, capturing standard output, standard error and exit status.
 //
-//   e2e::Root root;                                // root with logs/admin
-//   e2e::Result r = root.Run({"list", "-l"});
-//   EXPECT_EQ(r.err, "");  EXPECT_EQ(r.status, 0);
-//
 // A run gets an environment of its own: PATH, STASHWELL_ROOT=<root>, TZ=UTC,
 // LC_ALL=C (and the sanitizer settings of the test process), plus
 // RunOptions::env; its standard input holds the text given, or nothing.
@@ -63,15 +59,12 @@ struct RunOptions {
   std::string argv0 = "cyclectl";    // argv[0] as the program sees it
   // Not empty: standard output goes to this file (/dev/full) instead.
   std::string stdoutFile;
-  // > 0: reads only this many bytes of standard output, then closes the
-  // pipe, like a reader that stops early (`| head -c N`).
+  // > 0: closes standard output after this many bytes, like `| head -c N`.
   size_t stdoutLimit = 0;
-  // Standard error goes where standard output goes (2>&1): Result::out then
-  // holds both in the order the program wrote them.
+  // 2>&1: Result::out holds both streams in the order the program wrote them.
   bool stderrToStdout = false;
   // Set: asked every 20 ms while the program runs; once it answers true the
-  // program is killed with SIGKILL (status 137), as a crash or an impatient
-  // administrator would end it.
+  // program is killed with SIGKILL (status 137), as a crash would end it.
   std::function<bool()> killWhen;
 };
 

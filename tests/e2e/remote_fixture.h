@@ -1,13 +1,9 @@
 // A fixture for the operations that act through the remote services: an
 // installation root whose master and EMM server are the loopback address,
-// with the test service running on it.
-//
-//   class SuspendTest : public e2e::RemoteTest {};
-//   TEST_F(SuspendTest, X) {
-//     Answer(R"({"Dssvc.SubSystemSuspend": {"status": 5}})");
-//     EXPECT_EQ(Run({"suspend"}), (e2e::Result{"", "...", 0}));
-//     EXPECT_EQ(Calls(), (std::vector<std::string>{"Dssvc.SubSystemSuspend(SUBSYSTEM_ID_NULL)"}));
-//   }
+// with the test service running on it. A test sets the service's answers,
+// runs cyclectl and compares the calls the service received:
+//   Answer(R"({"Dssvc.SubSystemSuspend": {"status": 5}})");
+//   EXPECT_EQ(Calls(), (std::vector<std::string>{"Dssvc.SubSystemSuspend(SUBSYSTEM_ID_NULL)"}));
 #ifndef TESTS_E2E_REMOTE_FIXTURE_H_
 #define TESTS_E2E_REMOTE_FIXTURE_H_
 
@@ -25,8 +21,7 @@ namespace e2e {
 
 inline RootOptions LoopbackRoot() {
   RootOptions options;
-  options.master = "127.0.0.1";
-  options.emmServer = "127.0.0.1";
+  options.master = options.emmServer = "127.0.0.1";
   return options;
 }
 
