@@ -18,8 +18,9 @@ namespace {
 
 // Leases one connection from a fresh manager on `where`: the status, or
 // with `sql` the status of running it there.
-int LeaseStatus(const CatalogLocation& where, const char* sql = nullptr, bool readOnly = false) {
-  DbConnectionManager manager(2, 32, 1, 1, 30, 15, 40, USERID_DBM_ADMIN, readOnly, &where);
+int LeaseStatus(const CatalogLocation& where, const char* sql = nullptr, bool readOnly = false,
+                USERID_TYPES account = USERID_DBM_ADMIN) {
+  DbConnectionManager manager(2, 32, 1, 1, 30, 15, 40, account, readOnly, &where);
   MSRDbConnection* connection = nullptr;
   MSRGuard guard(&manager, connection);
   EXPECT_EQ(connection == nullptr, guard.status() != DAL_SUCCESS);
@@ -39,9 +40,8 @@ TEST(ConnectionManagerTest, AccountsLimitsAndLeases) {
       DbConnectionManager(2, 32, 1, 1, 30, 15, 40, USERID_TYPES(7), false, &where).isUsable());
   EXPECT_FALSE(
       DbConnectionManager(4, 2, 1, 1, 30, 15, 40, USERID_DBM_ADMIN, false, &where).isUsable());
-  DbConnectionManager unusable(2, 32, 1, 1, 30, 15, 40, USERID_TYPES(0), false, &where);
+  EXPECT_EQ(LeaseStatus(where, nullptr, false, USERID_TYPES(0)), DAL_MANAGER_UNUSABLE);
   MSRDbConnection* connection = nullptr;
-  EXPECT_EQ(MSRGuard(&unusable, connection).status(), DAL_MANAGER_UNUSABLE);
   EXPECT_EQ(MSRGuard(nullptr, connection).status(), DAL_MANAGER_UNUSABLE);
   EXPECT_EQ(LeaseStatus(where, "INSERT INTO t VALUES (1)", true), DAL_READ_ONLY);
 

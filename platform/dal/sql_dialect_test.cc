@@ -47,7 +47,7 @@ const TranslationCase kTranslations[] = {
     {"IF a THEN IF b THEN 1 ELSE 2 ENDIF ELSEIF c THEN 3 ELSE 4 ENDIF",
      "CASE WHEN a THEN CASE WHEN b THEN 1 ELSE 2 END WHEN c THEN 3 ELSE 4 END"},
     {"CREATE TABLE IF NOT EXISTS t (endif INTEGER)", nullptr},
-    {"DROP INDEX IF EXISTS i", nullptr},
+    {"DROP TRIGGER IF EXISTS i", nullptr},
     // Parenthesized operands of compound selects; other sub-selects stay.
     {"SELECT a FROM t EXCEPT (SELECT a FROM u WHERE (b = 1))",
      "SELECT a FROM t EXCEPT SELECT * FROM (SELECT a FROM u WHERE (b = 1))"},
