@@ -37,13 +37,10 @@ class CatalogWriteFaultsTest : public e2e::CatalogTest {
     for (const char* volume : {"vol1", "vol2", "vol3"}) {
       Insert("DBM_ImageReplicationDestination", "ReplicationDestinationKey",
              "ImageCopyKey, TargetMachineKey, VolumeInfo, RemoteMasterServer",
-             copy + ", " + target + ", '" + volume + "', 'remote1'", "");
+             copy + ", " + target + ", '" + volume + "', 'remote1'");
     }
-    const std::string master1 =
-        "(SELECT MachineKey FROM EMM_Machine WHERE MachinePrimaryName = 'master1')";
-    root_.Sql("INSERT INTO DBM_DeletedFragment (MasterServerKey, BackupID) VALUES (" + master1 +
-              ", 'client1_1000'), (" + master1 + ", 'client2_2000'), (" + master1 +
-              ", 'client3_3000');");
+    for (const char* backupId : {"client1_1000", "client2_2000", "client3_3000"})
+      AddDeletedFragment(backupId);
     root_.WriteFile("frags.txt", "STS_IMAGE = img1\n");
   }
 
@@ -162,20 +159,21 @@ TEST_F(CatalogWriteFaultsTest, AChangeKilledHalfwayLeavesNothing) {
 // 1,000th image, the queue holds exactly the images it reported queued.
 TEST_F(CatalogWriteFaultsTest, QueuedImagesStayQueued) {
   root_.SetConfig("TEST_IMPORT_PAUSE_MS", "60000");
-  std::string file, reported;
-  for (int i = 1; i <= 1500; ++i) file += "STS_IMAGE = i" + std::to_string(i) + "\n";
-  for (int i = 1; i <= 1000; ++i) {
-    reported += "Import Manager returned: 0 for fragment name i" + std::to_string(i) +
+  std::string file, reported, queued;
+  for (int i = 1; i <= 1500; ++i) {
+    const std::string name = "i" + std::to_string(i);
+    file += "STS_IMAGE = " + name + "\n";
+    if (i > 1000) continue;
+    reported += "Import Manager returned: 0 for fragment name " + name +
                 ". Total images = " + std::to_string(i) + "\n";
+    queued += name + "\n";
   }
   root_.WriteFile("frags.txt", file);
   e2e::RunOptions options;
   options.killWhen = [this] { return root_.DebugLog().find("pausing") != std::string::npos; };
   EXPECT_EQ(root_.Run({"-test_import_frags", root_.path() + "/frags.txt"}, "", options),
             (e2e::Result{"", reported, 137}));
-  EXPECT_EQ("1000\n", root_.Sql("SELECT count(*) FROM SLP_PendingImport;"));
-  EXPECT_EQ("i1000\n", root_.Sql("SELECT BackupID FROM SLP_PendingImport"
-                                 " WHERE BackupID IN ('i1000', 'i1001');"));
+  EXPECT_EQ(root_.Sql("SELECT BackupID FROM SLP_PendingImport ORDER BY PendingImportKey;"), queued);
 }
 
 }  // namespace

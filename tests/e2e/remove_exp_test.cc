@@ -3,7 +3,6 @@
 // catalog_write_faults_test.cc; upper-case answers: cmdline_confirm_test.cc).
 #include <gtest/gtest.h>
 
-#include <memory>
 #include <string>
 
 #include "tests/e2e/catalog_lock.h"
@@ -17,39 +16,28 @@ class RemoveExpTest : public e2e::CatalogTest {};
 
 TEST_F(RemoveExpTest, AConfirmedRunRemovesAllTheMastersEntriesAndOnlyThem) {
   // Two entries of master1 and one of another master.
-  const std::string master1 =
-      "(SELECT MachineKey FROM EMM_Machine WHERE MachinePrimaryName = 'master1')";
   const std::string other = AddMachine("master2", 3);
-  root_.Sql("UPDATE EMM_Machine SET ParentKey = MachineKey WHERE MachineKey = " + other +
-            "; INSERT INTO DBM_DeletedFragment (MasterServerKey, BackupID) VALUES (" + master1 +
-            ", 'client1_1000'), (" + master1 + ", 'client2_2000'), (" + other +
-            ", 'client3_3000');");
+  root_.Sql("UPDATE EMM_Machine SET ParentKey = MachineKey WHERE MachineKey = " + other);
+  AddDeletedFragment("client1_1000");
+  AddDeletedFragment("client2_2000");
+  AddDeletedFragment("client3_3000", other);
   root_.SetConfig("CATALOG_BUSY_TIMEOUT", "200");
-  const std::string declined = std::string(e2e::kExpiredPrompt) + "No entries removed\n";
-  const std::string all = "client1_1000\nclient2_2000\nclient3_3000\n";
-  const struct {
-    const char* answer;
-    bool locked;  // by another writer
-    e2e::Result result;
-    std::string left;
-  } cases[] = {
-      {"n\n", false, {declined, "", 0}, all},
-      {"", false, {declined, "", 0}, all},
-      {"maybe\n", false, {declined, "", 0}, all},
-      {"y\n",
-       true,
-       {e2e::kExpiredPrompt,
-        "error removing all entries in deleted fragment list, status= 2007061\n", 0},
-       all},
-      {"yes\n", false, {e2e::kExpiredPrompt, "", 0}, "client3_3000\n"},
-  };
-  for (const auto& c : cases) {
-    SCOPED_TRACE(c.answer);
-    auto writer = c.locked ? std::make_unique<e2e::CatalogLock>(root_) : nullptr;
-    EXPECT_EQ(root_.Run({"remove_exp"}, c.answer), c.result);
-    writer.reset();
-    EXPECT_EQ(root_.Sql("SELECT BackupID FROM DBM_DeletedFragment ORDER BY BackupID;"), c.left);
+  const std::string left = "SELECT BackupID FROM DBM_DeletedFragment ORDER BY BackupID;";
+  for (const char* answer : {"n\n", "", "maybe\n"}) {
+    EXPECT_EQ(root_.Run({"remove_exp"}, answer),
+              (e2e::Result{e2e::kExpiredPrompt + std::string("No entries removed\n"), "", 0}))
+        << answer;
   }
+  {
+    e2e::CatalogLock writer(root_);  // another writer's
+    EXPECT_EQ(
+        root_.Run({"remove_exp"}, "y\n"),
+        (e2e::Result{e2e::kExpiredPrompt,
+                     "error removing all entries in deleted fragment list, status= 2007061\n", 0}));
+  }
+  EXPECT_EQ(root_.Sql(left), "client1_1000\nclient2_2000\nclient3_3000\n");
+  EXPECT_EQ(root_.Run({"remove_exp"}, "yes\n"), (e2e::Result{e2e::kExpiredPrompt, "", 0}));
+  EXPECT_EQ(root_.Sql(left), "client3_3000\n");
 }
 
 }  // namespace
