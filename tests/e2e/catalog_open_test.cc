@@ -78,13 +78,13 @@ TEST(CatalogOpen, LockedCatalogEndsTheRunAfterTheBusyTimeout) {
   root.SetConfig("CATALOG_BUSY_TIMEOUT", "1000");
   e2e::CatalogLock lock(root, "", e2e::CatalogLock::kEverything);
   for (const auto& args : {kOperations[1], kOperations[2], kOperations[3]}) {
+    SCOPED_TRACE(args[0]);
     const auto start = std::chrono::steady_clock::now();
     EXPECT_EQ(root.Run(args),
-              (e2e::Result{"", "cyclectl: error connecting to EMM database, status=2007061\n", 1}))
-        << args[0];
+              (e2e::Result{"", "cyclectl: error connecting to EMM database, status=2007061\n", 1}));
     const std::chrono::duration<double> waited = std::chrono::steady_clock::now() - start;
-    EXPECT_GE(waited.count(), 0.9) << args[0];
-    EXPECT_LT(waited.count(), 1.6) << args[0];
+    EXPECT_GE(waited.count(), 0.9);
+    EXPECT_LT(waited.count(), 1.6);
   }
 }
 

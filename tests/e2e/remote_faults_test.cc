@@ -1,10 +1,6 @@
 // How the remote operations end when the service fails them: nothing
-// listening, a port that accepts and never answers, an answer that is not
-// GIOP, a service that dies in the middle of a call, system and user
-// exceptions. Each gives its line of the exception ladder and status -1
-// (255), within the configured time-outs, for an SLP-manager and an
-// expiration-manager operation alike. A service that is not configured or
-// serves the wrong objects gives each manager's own message.
+// listening, no answer or one that is not GIOP, a service that dies in a
+// call, system and user exceptions, no port configured, the wrong objects.
 #include <arpa/inet.h>
 #include <gmock/gmock.h>
 #include <netinet/in.h>
@@ -91,14 +87,12 @@ TEST_F(RemoteFaultsTest, NothingListeningOrNoAnswerEndsWithinTheTimeOuts) {
       const std::chrono::duration<double> took = std::chrono::steady_clock::now() - start;
       EXPECT_GE(took.count(), c.minSeconds);
       EXPECT_LT(took.count(), 5.0);
-      const std::vector<std::string> log = root_.DebugLogMessages();
-      ASSERT_GE(log.size(), 2u);  // the last line is the exit
-      EXPECT_THAT(log[log.size() - 2],
-                  ::testing::StartsWith(
-                      std::string("<16> cyclectl: cannot connect to cyclesvc "
-                                  "(object StorageService.") +
-                      (args == &suspend_ ? "StorageServiceMgr" : "ExpirationMgr") + ") on host '" +
-                      c.host + "' port " + std::to_string(c.port) + ": " + c.reason));
+      EXPECT_THAT(
+          root_.DebugLogMessages(),
+          ::testing::Contains(::testing::StartsWith(
+              std::string("<16> cyclectl: cannot connect to cyclesvc (object StorageService.") +
+              (args == &suspend_ ? "StorageServiceMgr" : "ExpirationMgr") + ") on host '" + c.host +
+              "' port " + std::to_string(c.port) + ": " + c.reason)));
     }
   }
 }

@@ -35,12 +35,9 @@ TEST_F(SubsystemControlTest, SuspendResumeAndOneSessionSendTheSubsystemAndArgume
                          R"(Dssvc.SubSystemOneSession(SUBSYSTEM_ID_IMAGE_MGR, "P", "", -1))",
                          R"(Dssvc.SubSystemOneSession(SUBSYSTEM_ID_NULL, "A", "B", 4))",
                          R"(Dssvc.SubSystemOneSession(SUBSYSTEM_ID_APPL_LOG_MGR, "", "S", 9))"}));
-  for (const char* line :
-       {"<2> cyclectl: SubSystemSuspend executed with subsys ID 0, status= 5",
-        "<2> cyclectl: SubSystemResume executed with subsys ID 15, status= 7",
-        "<2> cyclectl: SubSystemOneSession executed with subsys ID 1, status= 0"}) {
-    EXPECT_TRUE(Logged(line)) << line;
-  }
+  EXPECT_TRUE(Logged("<2> cyclectl: SubSystemSuspend executed with subsys ID 0, status= 5"));
+  EXPECT_TRUE(Logged("<2> cyclectl: SubSystemResume executed with subsys ID 15, status= 7"));
+  EXPECT_TRUE(Logged("<2> cyclectl: SubSystemOneSession executed with subsys ID 1, status= 0"));
 }
 
 TEST_F(SubsystemControlTest, DumpPrintsTheLinesOrOnlyTheStatus) {
@@ -67,9 +64,8 @@ TEST_F(SubsystemControlTest, ADumpReplyOfTwentyMegabytes) {
     expected += line + "\n";
   }
   Answer(R"({"Dssvc.SubSystemDump": {"status": 0, "dumpLines": [)" + lines + "]}}");
-  const e2e::Result r = Run({"dump"});
-  EXPECT_EQ(r.out.size(), expected.size());
-  EXPECT_TRUE(r == (e2e::Result{expected, "", 0}));  // not printed: 20 MB
+  const e2e::Result r = Run({"dump"});  // compared, not printed: 20 MB
+  EXPECT_TRUE(r == (e2e::Result{expected, "", 0})) << r.out.size() << " bytes out, " << r.err;
 }
 
 }  // namespace
