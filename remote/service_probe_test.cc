@@ -36,9 +36,9 @@ TEST(ServiceProbeTest, ConnectFailuresLadderRowsAndLegacyLookups) {
   root.RemoveConfig("DAEMON_PORT.SWDSMFSM");
   EXPECT_EQ(probe({"ping"}), (e2e::Result{"", "cannot connect to Disk Service Manager\n", 255}));
   {
-    ServiceOptions options;
-    options.mismatchedObjects = true;
-    TestService service(root.path(), "{}", options);
+    ServiceOptions mismatched;
+    mismatched.mismatchedObjects = true;
+    TestService service(root.path(), "{}", mismatched);
     ASSERT_TRUE(service.ok()) << service.error();
     EXPECT_EQ(probe({"ping"}),
               (e2e::Result{"", "cannot narrow Disk Service Manager object\n", 255}));
