@@ -19,10 +19,8 @@ namespace {
 using cyclesvc_test::ServiceOptions;
 using cyclesvc_test::TestService;
 
-// The disk service not there, not configured or of another interface; then
-// each ladder row's line on standard error, nothing on standard output,
-// status 255; then the legacy lookups, once per volume into the server type
-// cache.
+// Each ladder row's line on standard error, nothing on standard output,
+// status 255; the legacy lookups, once per volume into the server type cache.
 TEST(ServiceProbeTest, ConnectFailuresLadderRowsAndLegacyLookups) {
   e2e::RootOptions loopback;
   loopback.master = loopback.emmServer = "127.0.0.1";

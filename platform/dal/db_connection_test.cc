@@ -113,18 +113,16 @@ TEST_F(DbConnectionTest, OneValueIntoItsField) {
   for (const auto& c : cases) {
     EXPECT_EQ(Fetched(c.select, c.valueType, c.size, c.flags), c.field) << c.select;
   }
-  // A column the statement does not have; nothing executed on the view.
   const DalBinding second = DalResultColumn(2, "n.k", DAL_VT_SLONG, 0, 4);
-  unsigned char row[40];
-  unsigned int rows = 1;
-  EXPECT_EQ(connection_->Fetch(view_, row, sizeof row, &second, 1, &rows, true, false),
-            DAL_INVALID_ARGUMENT);
-  int status = -1;
-  DalOdbcView* fresh = connection_->GetOdbcView(&status);
-  rows = 1;
-  EXPECT_EQ(connection_->Fetch(fresh, row, sizeof row, &second, 1, &rows, true, false),
-            DAL_NO_RESULT_SET);
-  connection_->ReturnOdbcView(fresh);
+  char row[40];
+  auto fetchSecond = [&] {
+    unsigned int rows = 1;
+    return connection_->Fetch(view_, row, sizeof row, &second, 1, &rows, true, false);
+  };
+  EXPECT_EQ(fetchSecond(), DAL_INVALID_ARGUMENT);  // a column the statement does not have
+  connection_->ReturnOdbcView(view_);
+  view_ = connection_->GetOdbcView(nullptr);
+  EXPECT_EQ(fetchSecond(), DAL_NO_RESULT_SET);  // nothing executed on the view
 }
 
 // 65 keys fetched `capacity` at a time: each batch's keys (a batch ends in

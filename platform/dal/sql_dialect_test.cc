@@ -37,10 +37,9 @@ const TranslationCase kTranslations[] = {
     // ISNULL as a function only; SQLite's own postfix ISNULL stays.
     {"SELECT ISNULL(Copy.CopySize, -1) FROM c WHERE d ISNULL",
      "SELECT COALESCE(Copy.CopySize, -1) FROM c WHERE d ISNULL"},
-    // Date parts.
+    // Date parts (DATEADD's: FunctionsOfTheNativeDialect).
     {"DATEDIFF(second, '1970-01-01 00:00:00', Wg.CreatedDateTime)",
      "DATEDIFF('SECOND', '1970-01-01 00:00:00', Wg.CreatedDateTime)"},
-    {"DATEADD(SECOND, 5, '1970-01-01 00:00:00')", "DATEADD('SECOND', 5, '1970-01-01 00:00:00')"},
     // IF expressions, nested, and SQLite's IF NOT EXISTS left alone.
     {"IF (P.ImageKey IS NULL) THEN '' ELSE STRING(P.a, '_', P.b) ENDIF AS Id",
      "CASE WHEN (P.ImageKey IS NULL) THEN '' ELSE STRING(P.a, '_', P.b) END AS Id"},
