@@ -25,17 +25,14 @@ TEST(ArgShifterTest, WalksEveryArgumentOnceAndTellsOptionsFromParameters) {
   }
   EXPECT_EQ(kinds, "p o o p ");  // a lone '-' is an option, an empty argument a parameter
 
-  EXPECT_FALSE(shifter.is_anything_left());
-  EXPECT_FALSE(shifter.is_option_next());
-  EXPECT_FALSE(shifter.is_parameter_next());
+  EXPECT_FALSE(shifter.is_anything_left() || shifter.is_option_next() ||
+               shifter.is_parameter_next() || shifter.consume_arg());
   EXPECT_EQ(nullptr, shifter.get_current());
   EXPECT_EQ(-1, shifter.cur_arg_strncasecmp("-client"));
-  EXPECT_FALSE(shifter.consume_arg());
 
   int none = 0;
   ACE_Arg_Shifter_T<char> empty(none, nullptr);
-  EXPECT_FALSE(empty.is_anything_left());
-  EXPECT_FALSE(empty.consume_arg());
+  EXPECT_FALSE(empty.is_anything_left() || empty.consume_arg());
 }
 
 }  // namespace
