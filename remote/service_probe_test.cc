@@ -16,7 +16,6 @@
 
 namespace {
 
-using cyclesvc_test::ServiceOptions;
 using cyclesvc_test::TestService;
 
 // Each ladder row's line on standard error, nothing on standard output,
@@ -34,7 +33,7 @@ TEST(ServiceProbeTest, ConnectFailuresLadderRowsAndLegacyLookups) {
   root.RemoveConfig("DAEMON_PORT.SWDSMFSM");
   EXPECT_EQ(probe({"ping"}), (e2e::Result{"", "cannot connect to Disk Service Manager\n", 255}));
   {
-    ServiceOptions mismatched;
+    cyclesvc_test::ServiceOptions mismatched;
     mismatched.mismatchedObjects = true;
     TestService service(root.path(), "{}", mismatched);
     ASSERT_TRUE(service.ok()) << service.error();

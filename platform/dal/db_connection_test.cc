@@ -152,11 +152,11 @@ TEST_F(DbConnectionTest, BatchFetchesAcrossTheBatchSize) {
   }
 }
 
-// What Execute and the single-value calls return (row counts of writes, a
-// statement that cannot be prepared, missing parameters:
+// What Execute, the single-value calls and parameter lists give (row counts
+// of writes, a statement that cannot be prepared, too few parameters:
 // notification_store_test.cc; a value found or not:
 // database_connection_test.cc).
-TEST_F(DbConnectionTest, StatementsAndTheirStatuses) {
+TEST_F(DbConnectionTest, StatementsSingleValuesAndParameterLists) {
   const struct {
     const char* sql;
     bool allowNoData;
@@ -184,7 +184,7 @@ TEST_F(DbConnectionTest, StatementsAndTheirStatuses) {
 
   uint32_t value = 99;
   EXPECT_EQ(ULong("SELECT -5", nullptr, &value), DAL_VALUE_OUT_OF_RANGE);
-  EXPECT_EQ(ULong("DELETE FROM n WHERE k = 3", nullptr, &value), DAL_NO_RESULT_SET);
+  EXPECT_EQ(ULong("DELETE FROM n WHERE k = 99", nullptr, &value), DAL_NO_RESULT_SET);
   EXPECT_EQ(value, 99u);  // left alone by both
   EXPECT_EQ(ULong("SELECT NULL", nullptr, &value), DAL_SUCCESS);
   EXPECT_EQ(value, 0u);
@@ -199,24 +199,21 @@ TEST_F(DbConnectionTest, StatementsAndTheirStatuses) {
     names += std::string(name) + " ";
   }
   EXPECT_EQ(names + Status(status), "row row " + Status(DAL_NO_DATA));
-}
 
-// A list ends in one terminator however often it is asked for, also after
-// more parameters; a text bound without a copy is read when the statement
-// runs; appending copies owned texts, so the source binder may go first.
-TEST_F(DbConnectionTest, ParameterBinderTerminatorAndCopies) {
+  // A parameter list ends in one terminator however often it is asked for,
+  // also after more parameters; a text bound without a copy is read when the
+  // statement runs; appending copies owned texts, so the source may go first.
   ParameterBinder binder;
-  char name[] = "row1";
-  binder.bindInputString(name, DAL_NTS, false);
+  char text[] = "row1";
+  binder.bindInputString(text, DAL_NTS, false);
   binder.getBindings();
   binder.getBindings();
   binder.bindInputString("row2", DAL_NTS, true);
   EXPECT_EQ(binder.bindInputString("x", 0, true), DAL_INVALID_ARGUMENT);  // and not appended
-  name[3] = '3';
-  uint32_t sum = 0;
-  EXPECT_EQ(ULong("SELECT sum(k) FROM n WHERE name IN (?, ?)", binder.getBindings(), &sum),
+  text[3] = '3';
+  EXPECT_EQ(ULong("SELECT sum(k) FROM n WHERE name IN (?, ?)", binder.getBindings(), &value),
             DAL_SUCCESS);
-  EXPECT_EQ(sum, 5u);  // row3 and row2
+  EXPECT_EQ(value, 5u);  // row3 and row2
 
   ParameterBinder combined;
   {
@@ -225,11 +222,10 @@ TEST_F(DbConnectionTest, ParameterBinderTerminatorAndCopies) {
     combined.appendParameters(source);
   }
   combined.bindInputString("row1", DAL_NTS, true);
-  EXPECT_EQ(ULong("SELECT count(*) FROM n WHERE ? || '1' = ?", combined.getBindings(), &sum),
+  EXPECT_EQ(ULong("SELECT count(*) FROM n WHERE ? || '1' = ?", combined.getBindings(), &value),
             DAL_SUCCESS);
-  EXPECT_EQ(sum, 65u);
-  // The list must match the statement's marks (too few:
-  // NotificationStoreTest.ReportsFailuresByStatus).
+  EXPECT_EQ(value, 65u);
+  // The list must match the statement's marks.
   EXPECT_EQ(Execute("SELECT k FROM n WHERE name = ?", combined.getBindings()),
             DAL_PARAMETER_MISMATCH);
 }
