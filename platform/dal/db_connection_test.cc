@@ -125,11 +125,14 @@ TEST_F(DbConnectionTest, OneValueIntoItsField) {
   EXPECT_EQ(fetchSecond(), DAL_NO_RESULT_SET);  // nothing executed on the view
 }
 
-// 65 keys fetched `capacity` at a time: each batch's keys (a batch ends in
-// '|'), end of data with no row, also when asked again, and the rows read.
-// Rows of several columns and a batch boundary inside the rows:
-// notification_store_test.cc.
-TEST_F(DbConnectionTest, BatchFetchesAcrossTheBatchSize) {
+// What fetches, Execute, the single-value calls and parameter lists give
+// (rows of several columns and a batch boundary inside the rows, row counts
+// of writes, a statement that cannot be prepared, too few parameters:
+// notification_store_test.cc; a value found or not:
+// database_connection_test.cc).
+TEST_F(DbConnectionTest, RowsStatusesAndParameterLists) {
+  // 65 keys fetched `capacity` at a time: each batch's keys (a batch ends in
+  // '|'), end of data with no row, also when asked again, and the rows read.
   const DalBinding key = DalResultColumn(1, "n.k", DAL_VT_SLONG, 0, 4);
   for (unsigned int capacity : {1u, 65u, 100u}) {
     ASSERT_EQ(Execute("SELECT k FROM n ORDER BY k"), DAL_SUCCESS);
@@ -150,13 +153,7 @@ TEST_F(DbConnectionTest, BatchFetchesAcrossTheBatchSize) {
               expected + Status(DAL_NO_DATA) + " " + Status(DAL_NO_DATA) + " 65")
         << capacity;
   }
-}
 
-// What Execute, the single-value calls and parameter lists give (row counts
-// of writes, a statement that cannot be prepared, too few parameters:
-// notification_store_test.cc; a value found or not:
-// database_connection_test.cc).
-TEST_F(DbConnectionTest, StatementsSingleValuesAndParameterLists) {
   const struct {
     const char* sql;
     bool allowNoData;
