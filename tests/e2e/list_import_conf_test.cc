@@ -19,15 +19,8 @@ class ListImportConfTest : public e2e::CatalogTest {
   void SetUp() override {
     root_.SetConfig("IMPORT_CONF_THRESHOLD", "1 HOURS");
     now_ = time(nullptr);
-    // Version 1 and 2 of Repl_A replicate with operation 2 to different
-    // target domains; Repl_B has no operation 5.
-    root_.Sql(
-        "INSERT INTO SLP_StorageService (StorageServiceKey, StorageServiceName, VersionNumber)"
-        " VALUES (1, 'Repl_A', 1), (2, 'Repl_A', 2), (3, 'Repl_B', 1);"
-        "INSERT INTO SLP_StorageServiceOperation (StorageServiceKey, OperationIndex, CopyType,"
-        " Destination, TargetDomain) VALUES (1, 1, 0, 'stu1', ''),"
-        " (1, 2, 3, '*Remote*Master*', 'domA'), (2, 1, 0, 'stu1', ''),"
-        " (2, 2, 3, '*Remote*Master*', 'domB'), (3, 1, 0, 'stu2', '');");
+    // Repl_A version 1 and 2 replicating to domA and domB; Repl_B.
+    root_.Sql(e2e::Golden("list_import_conf/slps.txt"));
     const std::string c1 = Image("c1", 1000, "Repl_A", 1);
     Copy(c1, 3, 2, 14, 9000);
     Copy(c1, 2, 2, 14, 7200);

@@ -70,54 +70,33 @@ TEST_F(ListTest, RecordLinesInEachForm) {
 
 TEST_F(ListTest, EachImageCopyAndFragmentOnce) {
   std::string a = AddImage("alpha", 1000);
-  std::string a1 = AddCopy(a, 1);
+  std::string a1 = AddCopy(a, 1, "CopyState = 5");
   for (int f = 1; f <= 3; ++f) AddFragment(a1, f);
-  AddFragment(AddCopy(a, 2), 1);
-  AddCopy(AddImage("beta", 2000), 1);  // a copy without fragments
-  AddImage("gamma", 3000);             // an image without copies
+  AddFragment(AddCopy(a, 2, "CopyState = 3"), 1);
+  AddFragment(AddCopy(a, 3, "CopyState = 5"), 1);
+  std::string b = AddImage("beta", 2000);  // copies without fragments
+  AddCopy(b, 1, "CopyState = 3");
+  AddCopy(b, 2, "CopyState = 5");
 
+  // A copy failing a filter still counts as the previous row: copy 2 of alpha
+  // is left out, copy 3 does not bring the image line back, nor does beta's copy 2.
+  EXPECT_EQ(Listed({"-copy_state", "5"}), "I alpha_1000\nC alpha_1000 1\n" + Fragments(1, 3) +
+                                              "C alpha_1000 3\nF alpha_1000 3 1\nC beta_2000 2\n");
+  AddImage("gamma", 3000);  // an image without copies
   EXPECT_EQ(Listed({}), "I alpha_1000\nC alpha_1000 1\n" + Fragments(1, 3) +
-                            "C alpha_1000 2\nF alpha_1000 2 1\nI beta_2000\nC beta_2000 1\n"
-                            "I gamma_3000\n");
+                            "C alpha_1000 2\nF alpha_1000 2 1\nC alpha_1000 3\nF alpha_1000 3 1\n"
+                            "I beta_2000\nC beta_2000 1\nC beta_2000 2\nI gamma_3000\n");
   EXPECT_EQ(Listed({"-rt", "IC"}),
-            "I alpha_1000\nC alpha_1000 1\nC alpha_1000 2\nI beta_2000\nC beta_2000 1\n"
-            "I gamma_3000\n");
+            "I alpha_1000\nC alpha_1000 1\nC alpha_1000 2\nC alpha_1000 3\nI beta_2000\n"
+            "C beta_2000 1\nC beta_2000 2\nI gamma_3000\n");
   EXPECT_EQ(Listed({"-rt", "I"}), "I alpha_1000\nI beta_2000\nI gamma_3000\n");
   // The brief form prints the backup ids alone, whatever the record types.
   EXPECT_EQ(Run({"-b", "-rt", "ICFS"}),
             (e2e::Result{"alpha_1000\nbeta_2000\ngamma_3000\n", "", 0}));
 }
 
-TEST_F(ListTest, CopyFailingAFilterStillCountsAsThePreviousRow) {
-  std::string a = AddImage("alpha", 1000);
-  AddFragment(AddCopy(a, 1, "CopyState = 5"), 1);
-  AddFragment(AddCopy(a, 2, "CopyState = 3"), 1);
-  AddFragment(AddCopy(a, 3, "CopyState = 5"), 1);
-  std::string b = AddImage("beta", 2000);
-  AddCopy(b, 1, "CopyState = 3");
-  AddCopy(b, 2, "CopyState = 5");
-
-  // Copy 2 of alpha is left out; copy 3 does not bring the image line back.
-  EXPECT_EQ(Listed({"-copy_state", "5"}),
-            "I alpha_1000\nC alpha_1000 1\nF alpha_1000 1 1\nC alpha_1000 3\n"
-            "F alpha_1000 3 1\nC beta_2000 2\n");
-}
-
-TEST_F(ListTest, NothingToPrint) {
-  auto expect = [this](const std::vector<std::string>& args, const std::string& err) {
-    EXPECT_EQ(Run(args), (e2e::Result{"", err, 0})) << (args.empty() ? "" : args[0]);
-  };
-  // An empty catalog, and a query that returns no row.
-  expect({}, kNoImages);
-  AddCopy(AddImage("alpha", 1000, "PolicyName = 'pol1', StorageServiceName = 'slp1'"), 1);
-  expect({"-client", "nobody"}, kNoImages);
-  // Rows that all fail the filters print nothing at all.
-  expect({"-policy", "other"}, "");
-  expect({"-lifecycle", "slp1", "-version", "7"}, "");
-  expect({"-jobid", "5"}, "");
-}
-
-TEST_F(ListTest, CatalogQueryFailures) {
+TEST_F(ListTest, EmptyCatalogThenCatalogQueryFailures) {
+  EXPECT_EQ(Run({}), (e2e::Result{"", kNoImages, 0}));
   AddCopy(AddImage("alpha", 1000), 1);
   // Without the snapshot table only the snapshots are lost.
   root_.Sql("DROP TABLE DBM_ImageSnapshot;");
@@ -182,6 +161,11 @@ TEST_F(ListFilterTest, SelectImagesAndCopies) {
       {{"-copy_type", "duplicate"}, "I a_1000\nC a_1000 2\n"},
       {{"-destination", "tape_stu"}, "C a_1000 2\n"},
       {{"-frag_state", "3"}, b},
+      {{"-client", "nobody"}, kNoImages},  // a query that returns no row
+      // Rows that all fail the filters print nothing at all.
+      {{"-policy", "other"}, ""},
+      {{"-lifecycle", "slp1", "-version", "7"}, ""},
+      {{"-jobid", "5"}, ""},
       // Backup times: -before is strict, -after is not (00:33:20 is b's).
       {{"-before", "01/01/1970 00:33:20"}, a},
       {{"-before", "01/01/1970 00:33:21"}, a + b},
