@@ -74,16 +74,6 @@ TEST(DiskServiceHelperTest, ReadsNumbersLikeTheClassicLocaleStream) {
             "123456789012 -9223372036854775808 18446744073709551615 18446744073709551615 12 32767");
 }
 
-DiskService::PropertySeq Properties(const std::vector<std::pair<const char*, const char*>>& pairs) {
-  DiskService::PropertySeq properties;
-  properties.length(static_cast<CORBA::ULong>(pairs.size()));
-  for (CORBA::ULong i = 0; i < properties.length(); ++i) {
-    if (pairs[i].first == nullptr) continue;  // a null property
-    properties[i] = DiskServiceHelper::buildProperty(pairs[i].first, pairs[i].second);
-  }
-  return properties;
-}
-
 // The list as "name=value" words, "null" for a null property.
 std::string Texts(const DiskService::PropertySeq& properties) {
   std::string out;
@@ -119,8 +109,11 @@ std::string Refusal(const std::function<void()>& call) {
 }
 
 TEST(DiskServiceHelperTest, PropertyListsAndTheirNullArguments) {
-  DiskService::PropertySeq list = Properties(
-      {{"a", "1"}, {nullptr, nullptr}, {"DSM::diskMediaId", "X"}, {"DSM::diskMediaId", "Y"}});
+  DiskService::PropertySeq list;
+  DiskServiceHelper::addProperty(list, "a", "1");
+  list.length(2);  // a null property
+  DiskServiceHelper::addProperty(list, "DSM::diskMediaId", "X");
+  DiskServiceHelper::addProperty(list, "DSM::diskMediaId", "Y");
   EXPECT_EQ(
       Lookup(list, "DSM::diskMediaId") + Lookup(list, "a") + Lookup(list, "A") + Lookup(list, ""),
       "X1(none)(none)");
