@@ -2,11 +2,7 @@
 // of its own (a tmpfs in a mount namespace of the test process, which the
 // runs it starts inherit) holding a copy of the catalog and not one byte
 // more, so that a write that grows the catalog or needs a journal fails as
-// on a full disk.
-//
-//   e2e::FullCatalogDisk full(root);
-//   if (!full.ok()) GTEST_SKIP() << "cannot mount";  // needs root
-//   root.Run({"remove_repl", ...});                  // cannot write
+// on a full disk. Mounting needs root: a test skips unless ok().
 #ifndef TESTS_E2E_FULL_DISK_H_
 #define TESTS_E2E_FULL_DISK_H_
 

@@ -18,54 +18,49 @@ std::string Notice(const std::string& option, const std::string& operation) {
   return "option '" + option + "'  is not valid for operation '" + operation + "' and is ignored\n";
 }
 
-class HandedOnOptionsTest : public e2e::CatalogTest {
- protected:
+class HandedOnOptionsTest : public e2e::CatalogTest {};
+
+TEST_F(HandedOnOptionsTest, NoticeThenTheOperationActsOnTheValue) {
   // alpha and bravo: SLP images on storage servers sts1 and sts2, alpha with
   // a replica copy on target tgt1; charlie and delta: pending imports;
   // zulu: an image of master2 complete today; one deleted-fragment entry
   // each for alpha and bravo.
-  void SetUp() override {
-    AddSlp("slp1", 1, 2);
-    const std::string slp =
-        "StorageServiceName = 'slp1', StorageServiceVersionNumber = 1, "
-        "StorageServiceState = 2";
-    const std::string alpha = AddImage("alpha", 1000, slp);
-    AddFragment(AddCopy(alpha, 1, "Residence = 'disk1', CopyState = 3"), 1,
-                "StorageServer = 'sts1', FragmentSize = 1048576");
-    const std::string replica =
-        AddCopy(alpha, 2, "CopyType = 3, Residence = '*Remote*Master*', CopyState = 2");
-    const std::string bravo = AddImage("bravo", 2000, slp);
-    AddFragment(AddCopy(bravo, 1, "Residence = 'disk2', CopyState = 2"), 1,
-                "StorageServer = 'sts2', FragmentSize = 2097152");
-    Insert("DBM_ImageReplicationDestination", "ReplicationDestinationKey",
-           "ImageCopyKey, TargetMachineKey, VolumeInfo, RemoteMasterServer",
-           replica + ", " + AddMachine("tgt1", 12) + ", 'vol1', 'remote1'");
-
-    const std::string charlie = AddImage("charlie", 3000, "OriginMasterServer = 'remote1'");
-    AddFragment(AddCopy(charlie, 1, "CopyState = 14"), 1);
-    AddImage("delta", 4000, "OriginMasterServer = 'remote1'");
-
-    const std::string master2 = AddMachine("master2", 3);
-    root_.Sql("UPDATE EMM_Machine SET ParentKey = MachineKey WHERE MachineKey = " + master2 +
-              "; INSERT INTO EMM_MachineAlias (MachineKey, MachineAliasName, MachineSwuType)"
-              " VALUES (" +
-              master2 + ", 'master2', 3);");
-    AddImage("zulu", time(nullptr) / 86400 * 86400,
-             "MasterServerKey = " + master2 +
-                 ", StorageServiceName = 'slp1', "
-                 "StorageServiceState = 3");
-
-    AddDeletedFragment("alpha_1000");
-    AddDeletedFragment("bravo_2000");
-  }
-};
-
-TEST_F(HandedOnOptionsTest, NoticeThenTheOperationActsOnTheValue) {
-  // The lines of alpha's replica and of charlie's copy that follow their image lines.
+  AddSlp("slp1", 1, 2);
+  const std::string slp =
+      "StorageServiceName = 'slp1', StorageServiceVersionNumber = 1, StorageServiceState = 2";
+  const std::string alpha = AddImage("alpha", 1000, slp);
+  AddFragment(AddCopy(alpha, 1, "Residence = 'disk1', CopyState = 3"), 1,
+              "StorageServer = 'sts1', FragmentSize = 1048576");
   const std::string replica =
+      AddCopy(alpha, 2, "CopyType = 3, Residence = '*Remote*Master*', CopyState = 2");
+  const std::string bravo = AddImage("bravo", 2000, slp);
+  AddFragment(AddCopy(bravo, 1, "Residence = 'disk2', CopyState = 2"), 1,
+              "StorageServer = 'sts2', FragmentSize = 2097152");
+  Insert("DBM_ImageReplicationDestination", "ReplicationDestinationKey",
+         "ImageCopyKey, TargetMachineKey, VolumeInfo, RemoteMasterServer",
+         replica + ", " + AddMachine("tgt1", 12) + ", 'vol1', 'remote1'");
+
+  const std::string charlie = AddImage("charlie", 3000, "OriginMasterServer = 'remote1'");
+  AddFragment(AddCopy(charlie, 1, "CopyState = 14"), 1);
+  AddImage("delta", 4000, "OriginMasterServer = 'remote1'");
+
+  const std::string master2 = AddMachine("master2", 3);
+  root_.Sql("UPDATE EMM_Machine SET ParentKey = MachineKey WHERE MachineKey = " + master2 +
+            "; INSERT INTO EMM_MachineAlias (MachineKey, MachineAliasName, MachineSwuType)"
+            " VALUES (" +
+            master2 + ", 'master2', 3);");
+  AddImage(
+      "zulu", time(nullptr) / 86400 * 86400,
+      "MasterServerKey = " + master2 + ", StorageServiceName = 'slp1', StorageServiceState = 3");
+
+  AddDeletedFragment("alpha_1000");
+  AddDeletedFragment("bravo_2000");
+
+  // The lines of alpha's replica and of charlie's copy that follow their image lines.
+  const std::string replicaLines =
       "V7.6.0 C master1 alpha_1000 2 0 0 *Remote*Master* 2 0 0 0 0 *NULL* 0 0 0 0 3 0 1 0\n"
       "V7.6.0 RT master1 alpha_1000 2 tgt1 vol1 remote1\n";
-  const std::string charlie =
+  const std::string charlieLines =
       "V7.6.0 C master1 charlie_3000 1 0 0 *NULL* 14 0 0 0 0 *NULL* 0 0 0 0 0 0 1 0\n"
       "V7.6.0 F master1 charlie_3000 1 1 0 *NULL* *NULL* *NULL* 0 0 1 0 0 *NULL* *NULL* *NULL*\n";
   const std::string pending = root_.Run({"pendimplist"}).out;
@@ -84,13 +79,13 @@ TEST_F(HandedOnOptionsTest, NoticeThenTheOperationActsOnTheValue) {
   } cases[] = {
       // each run ends with status 0
       // the brief form: backup IDs in place of the image lines
-      {{"repllist", "-b"}, "alpha_1000\n" + replica, {"-b"}},
+      {{"repllist", "-b"}, "alpha_1000\n" + replicaLines, {"-b"}},
       {{"repllist", "-json_compact"},
-       replica,
+       replicaLines,
        {"-json_compact"},
        "unrecognized output format: 4\n"},
-      {{"pendimplist", "-b"}, "charlie_3000\n" + charlie + "delta_4000\n", {"-b"}},
-      {{"pendimplist", "-json"}, charlie, {"-json"}, "Not implemented\nNot implemented\n"},
+      {{"pendimplist", "-b"}, "charlie_3000\n" + charlieLines + "delta_4000\n", {"-b"}},
+      {{"pendimplist", "-json"}, charlieLines, {"-json"}, "Not implemented\nNot implemented\n"},
       {{"pendimplist", "-sincetime", "3001"},
        pending.substr(pending.find("V7.6.0 I master1 delta_4000 ")),
        {"-sincetime"}},

@@ -252,9 +252,8 @@ Root::Root(const RootOptions& options) {
 
 Root::~Root() {
   if (!database_.empty()) ServerAdmin({"DROP DATABASE IF EXISTS " + database_ + " WITH (FORCE)"});
-  if (dir_.empty()) return;
   std::error_code ec;
-  fs::remove_all(dir_, ec);
+  if (!dir_.empty()) fs::remove_all(dir_, ec);
 }
 
 void Root::SetConfig(const std::string& key, const std::string& value) {
