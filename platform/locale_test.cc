@@ -52,18 +52,12 @@ TEST(LocaleCandidates, GoFromSpecificToC) {
 
 const long kFails = 99999;
 
-class DateTest : public testing::Test {
- protected:
-  void SetUp() override {
-    setenv("TZ", "UTC", 1);
-    tzset();
-  }
-};
-
 // The forms of C and de_DE, and that a reactivation time (flag 0) needs the
 // time of day, are shown end to end (cmdline_usage_test.cc,
 // image_copy_processing_test.cc).
-TEST_F(DateTest, ConvertsTheFormsOfEachLocale) {
+TEST(DateTest, ConvertsTheFormsOfEachLocale) {
+  setenv("TZ", "UTC", 1);
+  tzset();
   EXPECT_STREQ(getdtstring("en_US.UTF-8"), "mm/dd/yyyy HH:MM:SS");
   EXPECT_STREQ(getdtstring("en_GB.UTF-8"), "dd/mm/yyyy HH:MM:SS");
   EXPECT_STREQ(getdtstring("xx_YY"), "mm/dd/yyyy HH:MM:SS");
@@ -100,7 +94,7 @@ TEST_F(DateTest, ConvertsTheFormsOfEachLocale) {
   }
 }
 
-TEST_F(DateTest, LocalTimeZoneAndExplicitFormat) {
+TEST(DateTest, LocalTimeZoneAndExplicitFormat) {
   setenv("TZ", "America/New_York", 1);
   tzset();
   long result = 0;
