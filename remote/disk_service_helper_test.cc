@@ -23,23 +23,20 @@ namespace DiskService = Orvantic::Stashwell::DL::DiskService;
 namespace Framework = Orvantic::Stashwell::TL::Framework;
 namespace OBVDiskService = OBV_Orvantic::Stashwell::DL::DiskService;
 
-// A server type name's sub-type, then k, x, d when it is a known, external or
-// deprecated type.
-std::string TypeRow(const char* name) {
-  return std::to_string(DiskServiceHelper::identifyStuSubtype(name)) +
-         (DiskServiceHelper::isKnownServerType(name) ? "k" : "") +
-         (DiskServiceHelper::isKnownExtServerType(name) ? "x" : "") +
-         (DiskServiceHelper::isDeprecatedServerType(name) ? "d" : "");
-}
-
 TEST(DiskServiceHelperTest, ServerTypeNamesMatchWholeWithCase) {
-  std::vector<std::string> rows = {TypeRow(nullptr)};
-  for (const char* name : {"NearStore", "LegacyDisk", "basicdisk", "", "SANDisk", "DiskPool",
-                           "BasicDisk ", "BasicDisk", "ExtCloud", "RemoteDisk"}) {
-    rows.push_back(TypeRow(name));
+  // Each name's sub-type, then k, x, d when it is a known, external or
+  // deprecated type.
+  const char* const names[] = {nullptr,     "NearStore", "LegacyDisk", "basicdisk",
+                               "",          "SANDisk",   "DiskPool",   "BasicDisk ",
+                               "BasicDisk", "ExtCloud",  "RemoteDisk"};
+  std::string rows;
+  for (const char* name : names) {
+    rows += " " + std::to_string(DiskServiceHelper::identifyStuSubtype(name)) +
+            (DiskServiceHelper::isKnownServerType(name) ? "k" : "") +
+            (DiskServiceHelper::isKnownExtServerType(name) ? "x" : "") +
+            (DiskServiceHelper::isDeprecatedServerType(name) ? "d" : "");
   }
-  EXPECT_EQ(rows, (std::vector<std::string>{"0", "2kd", "0kd", "6", "6", "6kd", "6", "6", "1k",
-                                            "6x", "6d"}));
+  EXPECT_EQ(rows, " 0 2kd 0kd 6 6 6kd 6 6 1k 6x 6d");
   EXPECT_STREQ(DiskServiceHelper::identifyStuServerType(0), "LegacyDisk");
   EXPECT_STREQ(DiskServiceHelper::identifyStuServerType(4), "DiskPool");
   EXPECT_STREQ(DiskServiceHelper::identifyStuServerType(-1), "DiskPool");
