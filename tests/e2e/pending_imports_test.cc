@@ -19,12 +19,6 @@ class PendingImportsTest : public e2e::CatalogTest {
     return AddImage(client, backupTime,
                     "OriginMasterServer = '" + origin + "', StorageServiceName = 'slp_import'");
   }
-  std::string Copy(const std::string& image, int number, int state) {
-    return AddCopy(image, number, "CopyState = " + std::to_string(state));
-  }
-  void Fragment(const std::string& copy, int number) {
-    AddFragment(copy, number, "MediaID = 'vol" + std::to_string(number) + "'");
-  }
   // What list prints for one image with its copies and fragments.
   std::string Listed(const std::string& backupId, const std::string& form = "-l") {
     e2e::Result r = root_.Run({"list", form, "-rt", "ICF", "-backupid", backupId});
@@ -40,14 +34,14 @@ TEST_F(PendingImportsTest, PendingImagesWithTheirCopiesAndFragments) {
   AddImage("imported", 50, "OriginMasterServer = 'remote1', ImportFromReplicaTime = 60");
   AddImage("local", 70, "OriginMasterServer = '', ImportFromReplicaTime = 0");
   const std::string first = AddPendingImage("alpha", 100);
-  const std::string c1 = Copy(first, 1, 14);
-  Fragment(c1, 1);
-  Fragment(c1, 2);
-  Fragment(Copy(first, 2, 6), 1);
+  const std::string c1 = AddCopy(first, 1, "CopyState = 14");
+  AddFragment(c1, 1);
+  AddFragment(c1, 2);
+  AddFragment(AddCopy(first, 2, "CopyState = 6"), 1);
   // Cancelled first copy: left out with everything under it.
   const std::string cancelled = AddPendingImage("bravo", 200);
-  Fragment(Copy(cancelled, 1, 6), 1);
-  Copy(cancelled, 2, 14);
+  AddFragment(AddCopy(cancelled, 1, "CopyState = 6"), 1);
+  AddCopy(cancelled, 2, "CopyState = 14");
   AddPendingImage("charlie", 300, "remote2");  // no copy at all
 
   EXPECT_EQ(Run(), (e2e::Result{Listed("alpha_100") + Listed("charlie_300"), "", 0}));
