@@ -1,11 +1,8 @@
 // The remote pieces of a run against the test service that no operation
-// shows end to end (tests/e2e/remote_faults_test.cc and the operations'
-// tests show the rest): the ladder's rows for the disk service and for
-// exceptions the operations cannot meet, the disk service's connect and
-// narrow messages, and what the legacy disk-volume lookup keys and reads
-// beyond diskspaceinfo's cases (tests/e2e/diskspaceinfo_test.cc). Each case
-// runs the cyclesvc-probe program in a fresh installation root whose master
-// and EMM server are the loopback address.
+// shows end to end (remote_faults_test.cc, diskspaceinfo_test.cc and the
+// operations' tests under tests/e2e show the rest): ladder rows the
+// operations cannot meet, the disk service's connect and narrow messages and
+// the legacy disk-volume lookup, each through cyclesvc-probe on loopback.
 #include <gtest/gtest.h>
 
 #include <string>

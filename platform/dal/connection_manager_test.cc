@@ -50,8 +50,7 @@ TEST(ConnectionManagerTest, AccountsLimitsAndLeases) {
   {
     MSRGuard guard(&manager, first);
     ASSERT_EQ(guard.status(), DAL_SUCCESS);
-    MSRDbConnection* second = nullptr;
-    EXPECT_EQ(MSRGuard(&manager, second).status(), DAL_POOL_EXHAUSTED);
+    EXPECT_EQ(MSRGuard(&manager, connection).status(), DAL_POOL_EXHAUSTED);
   }
   // The connection outlives its lease and is handed out again.
   int status = -1;
@@ -87,11 +86,9 @@ TEST(ConnectionManagerTest, MissingDamagedOrLockedCatalogs) {
   catalog.Exec(
       "CREATE TABLE t (x); WITH RECURSIVE c(k) AS (SELECT 1 UNION ALL SELECT k + 1 "
       "FROM c WHERE k < 2000) INSERT INTO t SELECT randomblob(100) FROM c");
-  {
-    std::fstream f(catalog.path(), std::ios::in | std::ios::out | std::ios::binary);
-    f.seekp(4096 * 3);
-    f << std::string(4096 * 4, '\x5a');
-  }
+  std::fstream f(catalog.path(), std::ios::in | std::ios::out | std::ios::binary);
+  f.seekp(4096 * 3);
+  f << std::string(4096 * 4, '\x5a') << std::flush;
   EXPECT_EQ(LeaseStatus(catalog.location(), "SELECT count(*) FROM t WHERE length(x) = 100"),
             DAL_CATALOG_CORRUPT);
 

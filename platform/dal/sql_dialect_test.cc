@@ -1,7 +1,6 @@
-// The dialect adapter: translations token by token and the edges of the
-// registered functions and their date-time texts. The tool's own statements
-// run on both engines end to end (tests/e2e/, e.g. list_import_conf_test.cc
-// and list_import_notify_test.cc).
+// The dialect adapter: translations token by token, the registered functions'
+// edges and their date-time texts. The tool's own statements run on both
+// engines end to end (e.g. tests/e2e/list_import_conf_test.cc).
 #include "platform/dal/sql_dialect.h"
 
 #include <gtest/gtest.h>
@@ -14,22 +13,24 @@ namespace Corvela {
 namespace Dal {
 namespace {
 
+const sqldb::Engine kPostgres = sqldb::Engine::kPostgres;
+
 struct TranslationCase {
   const char* in;
   const char* out;  // nullptr: left as it is
+  sqldb::Engine engine = sqldb::Engine::kSqlite;
 };
 
 const char kRefused[] = "refused: '+' beside a text literal (use || to join texts)";
 
 // The statement as `engine` is to run it, or "refused: " and why not.
-std::string Translated(const char* in, sqldb::Engine engine = sqldb::Engine::kSqlite) {
+std::string Translated(const char* in, sqldb::Engine engine) {
   std::string out, why;
   return TranslateSql(in, &out, &why, engine) ? out : "refused: " + why;
 }
 
 const TranslationCase kTranslations[] = {
-    // Schema qualifiers in any case, with blanks around the dot, quoted (the
-    // first of them: MasterServerKeyTest).
+    // Schema qualifiers in any case, blanks around the dot, quoted (first: MasterServerKeyTest).
     {"DELETE FROM dbm_main . DBM_Image WHERE x = 1", "DELETE FROM DBM_Image WHERE x = 1"},
     {"SELECT 'DBM_Main.x', \"SLP_MAIN\".\"SLP_WorkGroup\" FROM t",
      "SELECT 'DBM_Main.x', \"SLP_WorkGroup\" FROM t"},
@@ -72,26 +73,20 @@ const TranslationCase kTranslations[] = {
     {"[a b].\"c\"\"d\" 1.5e3 0x1F ?", nullptr},
     {"a<>b||c", nullptr},
     {"\xc3\xa9t\xc3\xa9 = 'x'", nullptr},
-};
-
-// For PostgreSQL the schemas are real and compound operands native; texts
-// are joined by CONCAT (ISNULL and date parts as for SQLite: the end-to-end
-// runs on PostgreSQL, e.g. ListImportConfTest).
-const TranslationCase kPostgresTranslations[] = {
-    {"SELECT m.ParentKey FROM EMM_Main.EMM_Machine m WHERE m.x = ?", nullptr},
+    // For PostgreSQL the schemas are real and compound operands native; texts
+    // are joined by CONCAT (ISNULL and date parts as for SQLite: the end-to-end
+    // runs on PostgreSQL, e.g. ListImportConfTest).
+    {"SELECT m.ParentKey FROM EMM_Main.EMM_Machine m WHERE m.x = ?", nullptr, kPostgres},
     {"IF (P.ImageKey IS NULL) THEN '' ELSE string(P.a, '_', P.b) ENDIF AS Id",
-     "CASE WHEN (P.ImageKey IS NULL) THEN '' ELSE CONCAT(P.a, '_', P.b) END AS Id"},
-    {"(SELECT a FROM t) EXCEPT (SELECT a FROM u)", nullptr},
-    {"SELECT 'STRING(a)' -- STRING(b)\n", nullptr},
-    {"SELECT 'a' + b", kRefused},
+     "CASE WHEN (P.ImageKey IS NULL) THEN '' ELSE CONCAT(P.a, '_', P.b) END AS Id", kPostgres},
+    {"(SELECT a FROM t) EXCEPT (SELECT a FROM u)", nullptr, kPostgres},
+    {"SELECT 'STRING(a)' -- STRING(b)\n", nullptr, kPostgres},
+    {"SELECT 'a' + b", kRefused, kPostgres},
 };
 
 TEST(SqlDialectTest, TranslatesTokenByToken) {
   for (const TranslationCase& c : kTranslations)
-    EXPECT_EQ(Translated(c.in), c.out ? c.out : c.in) << c.in;
-  for (const TranslationCase& c : kPostgresTranslations) {
-    EXPECT_EQ(Translated(c.in, sqldb::Engine::kPostgres), c.out ? c.out : c.in) << c.in;
-  }
+    EXPECT_EQ(Translated(c.in, c.engine), c.out ? c.out : c.in) << c.in;
 }
 
 // The native dialect's functions as SQLite runs them through a connection,
