@@ -1,8 +1,7 @@
 // End-to-end tests of `cyclectl -test_import_frags FILE` (add_import_frags)
-// and `cyclectl list_import_frags`: what a test file queues is what the
-// listing shows, the file format's keys, warnings and format errors, files
-// that cannot be read, the pause after every 1,000th image, and a catalog
-// that is missing, locked or lacks the queue table.
+// and list_import_frags: what a file queues is listed; the format's keys,
+// warnings and errors; unreadable files; the pause after every 1,000th
+// image; a catalog that is missing, locked or lacks the queue table.
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <sys/stat.h>
@@ -125,19 +124,18 @@ TEST_F(ImportFragmentsTest, FilesThatCannotBeRead) {
   // Only a regular file is read: a FIFO without a writer and an endless
   // device end the run at once.
   ASSERT_EQ(mkfifo((root_.path() + "/fifo").c_str(), 0600), 0);
+  const std::string cannot = "failed to open test file for import fragments, error = ";
   const struct {
     std::string path;
     std::string why;
   } cases[] = {
-      {root_.path() + "/missing.txt", "2(No such file or directory)"},
-      {root_.path() + "/db", "21(Is a directory)"},
-      {root_.path() + "/fifo", "22(not a regular file)"},
-      {"/dev/zero", "22(not a regular file)"},
+      {root_.path() + "/missing.txt", "2(No such file or directory)\n"},
+      {root_.path() + "/db", "21(Is a directory)\n"},
+      {root_.path() + "/fifo", "22(not a regular file)\n"},
+      {"/dev/zero", "22(not a regular file)\n"},
   };
   for (const auto& c : cases) {
-    EXPECT_EQ(root_.Run({"-test_import_frags", c.path}),
-              (e2e::Result{
-                  "", "failed to open test file for import fragments, error = " + c.why + "\n", 0}))
+    EXPECT_EQ(root_.Run({"-test_import_frags", c.path}), (e2e::Result{"", cannot + c.why, 0}))
         << c.path;
   }
 }
