@@ -31,11 +31,6 @@ void Damage(e2e::Root& root) {
   }
 }
 
-// The name the catalog's messages give it: the file, or the database.
-std::string CatalogName(const e2e::Root& root) {
-  return root.catalog().substr(root.catalog().rfind('/') + 1);
-}
-
 // Operations over the data-access layer, the catalog library's reports and
 // the writing operations alike.
 const std::vector<std::vector<std::string>> kOperations = {
@@ -61,9 +56,10 @@ TEST(CatalogOpen, UnusableCatalogEndsTheRunBeforeAnyOutput) {
       root.Remove("logs/admin");
       root.WriteFile("logs/admin/.keep", "");
       EXPECT_EQ(root.Run(args), (e2e::Result{"", kCannotConnect, 1}));
+      // The reason names the catalog's file, or its database.
       EXPECT_THAT(root.DebugLogMessages(),
                   Contains(AllOf(HasSubstr("<16> cyclectl: emmlib_initialize: cannot open catalog"),
-                                 HasSubstr(CatalogName(root)))));
+                                 HasSubstr(root.catalog().substr(root.catalog().rfind('/') + 1)))));
     }
     if (!e2e::OnPostgres()) {
       EXPECT_FALSE(std::filesystem::exists(root.catalog())) << "opening must not create a catalog";

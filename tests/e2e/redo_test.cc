@@ -57,15 +57,13 @@ TEST_F(RedoTest, ResetsTheCopyItsSourceAndTheImageOrChangesNothing) {
       // Values, never SQL.
       {"x' OR '1'='1", 2, "No Image found with backup id x' OR '1'='1\n"},
   };
-  for (const auto& c : cases) {
+  for (const auto& c : cases)
     EXPECT_EQ(Redo(c.backupId, c.slpIndex), (e2e::Result{"", c.err, 0})) << c.backupId;
-  }
   EXPECT_EQ(before, States());
   EXPECT_EQ(Redo("client1_1000", 2), (e2e::Result{"", "", 0}));
-  EXPECT_EQ(
-      "client1_1000 2 0 1=3\nclient1_1000 2 0 2=1\nclient1_1000 2 0 3=5\n"
-      "client2_2000 3 0 1=5\nclient2_2000 3 0 2=5\n",
-      States());
+  EXPECT_EQ(States(),
+            "client1_1000 2 0 1=3\nclient1_1000 2 0 2=1\nclient1_1000 2 0 3=5\n"
+            "client2_2000 3 0 1=5\nclient2_2000 3 0 2=5\n");
 }
 
 }  // namespace
