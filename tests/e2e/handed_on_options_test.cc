@@ -14,10 +14,6 @@
 
 namespace {
 
-std::string Notice(const std::string& option, const std::string& operation) {
-  return "option '" + option + "'  is not valid for operation '" + operation + "' and is ignored\n";
-}
-
 class HandedOnOptionsTest : public e2e::CatalogTest {};
 
 TEST_F(HandedOnOptionsTest, NoticeThenTheOperationActsOnTheValue) {
@@ -74,7 +70,7 @@ TEST_F(HandedOnOptionsTest, NoticeThenTheOperationActsOnTheValue) {
   const struct {
     std::vector<std::string> args;
     std::string out;
-    const char* notices[2];
+    std::string notices[2];
     std::string err = "";  // after the notices
   } cases[] = {
       // each run ends with status 0
@@ -110,9 +106,10 @@ TEST_F(HandedOnOptionsTest, NoticeThenTheOperationActsOnTheValue) {
   };
   for (const auto& c : cases) {
     std::string err;
-    for (const char* option : c.notices) {
-      if (option != nullptr) err += Notice(option, c.args[0]);
-    }
+    for (const std::string& option : c.notices)
+      if (!option.empty())
+        err += "option '" + option + "'  is not valid for operation '" + c.args[0] +
+               "' and is ignored\n";
     EXPECT_EQ(root_.Run(c.args), (e2e::Result{c.out, err + c.err, 0}))
         << c.args[0] << " " << c.args[1];
   }

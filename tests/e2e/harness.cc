@@ -20,6 +20,7 @@
 #include <cstring>
 #include <filesystem>
 #include <fstream>
+#include <set>
 #include <sstream>
 
 #include "gtest/gtest.h"
@@ -127,9 +128,8 @@ Result RunProgram(const std::string& program, const std::vector<std::string>& ar
   files.fd[0] = memfd_create("stdin", MFD_CLOEXEC);
   files.fd[1] = memfd_create("stderr", MFD_CLOEXEC);
   if (files.fd[0] < 0 || files.fd[1] < 0 || pipe2(out.fd, O_CLOEXEC) != 0 ||
-      write(files.fd[0], stdinText.data(), stdinText.size()) !=
-          static_cast<ssize_t>(stdinText.size()) ||
-      lseek(files.fd[0], 0, SEEK_SET) != 0) {
+      pwrite(files.fd[0], stdinText.data(), stdinText.size(), 0) !=
+          static_cast<ssize_t>(stdinText.size())) {
     ADD_FAILURE() << "harness: standard streams: " << strerror(errno);
     return result;
   }
@@ -379,11 +379,10 @@ Result Root::Run(const std::vector<std::string>& args, const std::string& stdinT
 }
 
 std::string Root::DebugLog() const {
-  std::vector<fs::path> files;
+  std::set<fs::path> files;  // oldest first: the names hold the date
   std::error_code ec;
   for (const auto& entry : fs::directory_iterator(fs::path(path_) / "logs" / "admin", ec))
-    if (entry.is_regular_file()) files.push_back(entry.path());
-  std::sort(files.begin(), files.end());
+    if (entry.is_regular_file()) files.insert(entry.path());
   std::string text;
   for (const fs::path& f : files) text += FileText(f);
   return text;

@@ -65,10 +65,7 @@ TEST(StartupTest, ConfigurationFailures) {
       {"no master list", [](e2e::Root& r) { r.RemoveConfig("MASTER_SERVER"); },
        "cyclectl: no master server record found\n"},
       {"empty first master",
-       [](e2e::Root& r) {
-         r.RemoveConfig("MASTER_SERVER");
-         r.WriteFile(kConf, r.ReadFile(kConf) + "MASTER_SERVER =\nMASTER_SERVER = m2\n");
-       },
+       [](e2e::Root& r) { r.WriteFile(kConf, "EMM_SERVER=e\nMASTER_SERVER=\nMASTER_SERVER=m\n"); },
        "cyclectl: no master server name found\n"},
   };
   for (const Case& c : cases) {
