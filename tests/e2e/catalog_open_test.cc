@@ -15,20 +15,15 @@
 
 namespace {
 
-using ::testing::AllOf;
-using ::testing::Contains;
-using ::testing::HasSubstr;
-
 const char kCannotConnect[] = "cyclectl: error connecting to EMM database, status=2007060\n";
 
 // Spoils the catalog of a root: garbage over the file, or the database
 // without its image schema.
 void Damage(e2e::Root& root) {
-  if (e2e::OnPostgres()) {
+  if (e2e::OnPostgres())
     root.Sql("SET client_min_messages = warning; DROP SCHEMA DBM_Main CASCADE");
-  } else {
+  else
     root.WriteFile("db/catalog.db", std::string(4096, 'x') + "not a catalog at all\n");
-  }
 }
 
 // Operations over the data-access layer, the catalog library's reports and
@@ -56,10 +51,11 @@ TEST(CatalogOpen, UnusableCatalogEndsTheRunBeforeAnyOutput) {
       root.Remove("logs/admin");
       root.WriteFile("logs/admin/.keep", "");
       EXPECT_EQ(root.Run(args), (e2e::Result{"", kCannotConnect, 1}));
-      // The reason names the catalog's file, or its database.
+      const std::string fileOrDatabase = root.catalog().substr(root.catalog().rfind('/') + 1);
       EXPECT_THAT(root.DebugLogMessages(),
-                  Contains(AllOf(HasSubstr("<16> cyclectl: emmlib_initialize: cannot open catalog"),
-                                 HasSubstr(root.catalog().substr(root.catalog().rfind('/') + 1)))));
+                  ::testing::Contains(::testing::AllOf(
+                      ::testing::HasSubstr("<16> cyclectl: emmlib_initialize: cannot open catalog"),
+                      ::testing::HasSubstr(fileOrDatabase))));
     }
     if (!e2e::OnPostgres()) {
       EXPECT_FALSE(std::filesystem::exists(root.catalog())) << "opening must not create a catalog";

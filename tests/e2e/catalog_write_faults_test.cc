@@ -103,11 +103,10 @@ TEST_F(CatalogWriteFaultsTest, EachOperationKeepsItsStatusAndLogsWhy) {
   EXPECT_EQ(State(), before);
   if (e2e::OnPostgres()) GTEST_SKIP() << "a write-protected file and a full disk are SQLite's";
   // Write-protected with the immutable flag, as the tests run as root.
-  const std::string file = root_.catalog();
-  const bool immutable = system(("chattr +i " + file + " 2>/dev/null").c_str()) == 0;
+  const bool immutable = system(("chattr +i " + root_.catalog() + " 2>/dev/null").c_str()) == 0;
   if (immutable) {
     ExpectEachFails("read-only", 2007009, 2007062, 2008005);
-    system(("chattr -i " + file).c_str());
+    system(("chattr -i " + root_.catalog()).c_str());
     EXPECT_EQ(State(), before);
   }
   e2e::FullCatalogDisk full(root_);

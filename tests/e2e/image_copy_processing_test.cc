@@ -1,7 +1,6 @@
 // End-to-end tests of cancel, inactive, active and new_session against the
-// test service: the arguments sent (the reactivation time above all), the
-// report of each kind of status, the two-phase cancel with its prompts and
-// expiry listing, and what reaches the debug log.
+// test service: the arguments sent (the reactivation time above all), each
+// kind of status, the two-phase cancel with its prompts, and the debug log.
 #include <gmock/gmock.h>
 #include <time.h>
 

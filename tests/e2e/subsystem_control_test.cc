@@ -20,13 +20,13 @@ TEST_F(SubsystemControlTest, SuspendResumeAndOneSessionSendTheSubsystemAndArgume
       "", "unable to suspend, resume, or operate on subsystem ID 15, status= 7\n", 0};
   EXPECT_EQ(Run({"resume", "-subsys", "expm"}), resumed);
   EXPECT_EQ(Run({"resume", "-subsys", "15"}), resumed);
-  EXPECT_EQ(Run({"resume", "-subsys", "rm"}), (e2e::Result{"", "", 0}));
-  EXPECT_EQ(Run({"one_session", "-subsys", "im", "-policy", "P"}), (e2e::Result{"", "", 0}));
+  const e2e::Result ok{"", "", 0};
+  EXPECT_EQ(Run({"resume", "-subsys", "rm"}), ok);
+  EXPECT_EQ(Run({"one_session", "-subsys", "im", "-policy", "P"}), ok);
   EXPECT_EQ(Run({"one_session", "-subsys", "null", "-arg1", "A", "-policy", "P", "-arg2", "B",
                  "-schedule", "S", "-arg3", "0", "-schedtype", "4"}),
-            (e2e::Result{"", "", 0}));
-  EXPECT_EQ(Run({"one_session", "-subsys", "alm", "-schedule", "S", "-arg3", "9"}),
-            (e2e::Result{"", "", 0}));
+            ok);
+  EXPECT_EQ(Run({"one_session", "-subsys", "alm", "-schedule", "S", "-arg3", "9"}), ok);
   EXPECT_EQ(Calls(), (std::vector<std::string>{
                          "Dssvc.SubSystemSuspend(SUBSYSTEM_ID_NULL)",
                          "Dssvc.SubSystemResume(SUBSYSTEM_ID_EXPIRATION_MGR)",
