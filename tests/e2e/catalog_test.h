@@ -19,10 +19,8 @@ namespace e2e {
 
 class CatalogTest : public ::testing::Test {
  protected:
-  // `operation`: the word Run puts before its arguments.
   explicit CatalogTest(std::string operation = "") : operation_(std::move(operation)) {}
 
-  // Runs the fixture's operation with `args`.
   Result Run(std::vector<std::string> args = {}) const {
     args.insert(args.begin(), operation_);
     return root_.Run(args);

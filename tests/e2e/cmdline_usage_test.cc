@@ -55,9 +55,8 @@ TEST(CmdlineUsageTest, GeneralUsageOnStandardErrorSynopsesOnStandardOutput) {
   // The first line names the program; the last one always says cyclectl.
   e2e::RunOptions options;
   options.argv0 = "/opt/bin/slpadm";
-  std::string expected = usage;
-  expected.replace(expected.find("cyclectl"), 8, "slpadm");
-  EXPECT_EQ(root.Run({"help"}, "", options).err, expected);
+  EXPECT_EQ(root.Run({"help"}, "", options).err,
+            std::string(usage).replace(usage.find("cyclectl"), 8, "slpadm"));
 
   // The date form follows the time locale.
   options = {};

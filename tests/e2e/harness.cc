@@ -217,12 +217,11 @@ std::string Golden(const std::string& name) {
 
 Root::Root(const RootOptions& options) {
   char tmpl[] = "/tmp/cyclectl-e2e.XXXXXX";
-  if (!mkdtemp(tmpl)) {
-    ADD_FAILURE() << "harness: mkdtemp: " << strerror(errno);
+  if (!mkdtemp(tmpl) || chmod(tmpl, 0755) != 0) {
+    ADD_FAILURE() << "harness: temporary folder: " << strerror(errno);
     return;
   }
   dir_ = tmpl;
-  chmod(dir_.c_str(), 0755);
   path_ = dir_ + "/root";
   catalog_ = path_ + "/db/catalog.db";
   std::vector<std::string> argv = {"stashwell-init", "--root",       path_,
@@ -264,20 +263,16 @@ void Root::RemoveConfig(const std::string& key) { RewriteConfig(key, ""); }
 
 void Root::RewriteConfig(const std::string& key, const std::string& replacement) {
   std::istringstream in(ReadFile("etc/stashwell.conf"));
-  std::string line, text, pending = replacement;
+  std::string line, text, pending = replacement.empty() ? "" : replacement + "\n";
   while (std::getline(in, line)) {
     std::string k = line.substr(0, line.find('='));
     k.erase(k.find_last_not_of(" \t") + 1);
     k.erase(0, k.find_first_not_of(" \t"));
-    if (k != key || line.find('=') == std::string::npos) {
-      text += line + "\n";
-    } else if (!pending.empty()) {
-      text += pending + "\n";
-      pending.clear();
-    }
+    const bool own = k == key && line.find('=') != std::string::npos;
+    text += own ? pending : line + "\n";
+    if (own) pending.clear();
   }
-  if (!pending.empty()) text += pending + "\n";
-  WriteFile("etc/stashwell.conf", text);
+  WriteFile("etc/stashwell.conf", text + pending);
 }
 
 void Root::WriteFile(const std::string& relpath, const std::string& text) {

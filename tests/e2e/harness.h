@@ -44,8 +44,7 @@ struct RootOptions {
   std::string master = "master1";     // MASTER_SERVER
   std::string emmServer = "master1";  // EMM_SERVER
   long demoImages = -1;               // >= 0: stashwell-init --demo N
-  // End of the demo's backup window, fixed so that outputs stay the same.
-  long long demoNow = 1735689600;  // 2025-01-01 00:00:00 UTC
+  long long demoNow = 1735689600;     // end of the demo's backup window, 2025-01-01 UTC
 };
 
 struct RunOptions {
@@ -103,9 +102,8 @@ class Root {
   // Writes (creating folders) or reads a file under the root.
   void WriteFile(const std::string& relpath, const std::string& text);
   std::string ReadFile(const std::string& relpath) const;
-  // Removes a file or folder (with its contents) under the root.
+  // Removes (with its contents) or changes the mode of a file or folder under the root.
   void Remove(const std::string& relpath);
-  // Changes the mode of a file or folder under the root.
   void Chmod(const std::string& relpath, int mode);
 
   // Runs SQL statements (separated by ';') on the catalog and returns the

@@ -4,8 +4,7 @@
 
 namespace e2e {
 
-// cancel with -destination (and without -nowarn).
-inline constexpr char kDestinationPrompt[] =
+inline constexpr char kDestinationPrompt[] =  // cancel -destination
     "This operation will also cancel other destinations if they are using the specified "
     "destination as source. Do you wish to proceed? (y/n): ";
 inline constexpr char kWorkGroupPrompt[] =  // dropwg

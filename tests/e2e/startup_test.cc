@@ -1,9 +1,6 @@
-// Start-up of the real binary: configuration failures with their messages
-// and statuses, the debug log's INITIATING and EXITING lines, runs with and
-// without the admin log, the administrator check for the superuser and for
-// another user under each certificate mode, and the second-language catalog.
-// remove_all (administrator check, no catalog) and -testhook (no check)
-// stand in for operations that get past the command line.
+// Start-up of the real binary: configuration, debug log, administrator check
+// and message catalogs. remove_all (administrator check, no catalog) and
+// -testhook (no check) stand in for operations that get past the command line.
 #include <gmock/gmock.h>
 #include <grp.h>
 #include <gtest/gtest.h>
@@ -28,6 +25,14 @@ const char kCheck[] = "check_if_local_swu_admin_for_secure_command";
 const std::string kRefusalLogged =
     std::string("<16> ") + kCheck + ": cyclectl: must be superuser to execute";
 
+// Puts a FIFO, or a symbolic link to `target`, where the configuration was.
+void Special(e2e::Root& r, const char* target) {
+  const std::string conf = r.path() + "/" + kConf;
+  r.Remove(kConf);
+  if (target) symlink(target, conf.c_str());
+  if (!target) mkfifo(conf.c_str(), 0644);
+}
+
 TEST(StartupTest, ConfigurationFailures) {
   struct Case {
     const char* name;
@@ -40,18 +45,8 @@ TEST(StartupTest, ConfigurationFailures) {
        ": No such file or directory (make an installation root with 'stashwell-init --root DIR' "
        "and run with STASHWELL_ROOT=DIR)"},
       // Neither waits for a writer nor reads an endless device.
-      {"FIFO",
-       [](e2e::Root& r) {
-         r.Remove(kConf);
-         mkfifo((r.path() + "/" + kConf).c_str(), 0644);
-       },
-       ": not a regular file"},
-      {"link to /dev/zero",
-       [](e2e::Root& r) {
-         r.Remove(kConf);
-         symlink("/dev/zero", (r.path() + "/" + kConf).c_str());
-       },
-       ": not a regular file"},
+      {"FIFO", [](e2e::Root& r) { Special(r, nullptr); }, ": not a regular file"},
+      {"link to /dev/zero", [](e2e::Root& r) { Special(r, "/dev/zero"); }, ": not a regular file"},
       {"huge file",
        [](e2e::Root& r) { r.WriteFile(kConf, r.ReadFile(kConf) + std::string(1 << 20, '#')); },
        ": larger than 1048576 bytes"},
@@ -75,8 +70,7 @@ TEST(StartupTest, ConfigurationFailures) {
                                 ? c.err
                                 : root.path() + "/etc/stashwell.conf" + c.err +
                                       "\ncyclectl: unable to read Stashwell configuration\n";
-    // The command line is not read before these checks: -M and -help change
-    // nothing.
+    // -M and -help change nothing: the command line is read after these checks.
     EXPECT_EQ(root.Run({"list", "-M", "other"}), (e2e::Result{"", err, 1})) << c.name;
     EXPECT_EQ(root.Run({"-help"}).status, 1) << c.name;
   }
@@ -112,14 +106,13 @@ TEST(StartupTest, DebugLogOfANormalRunAndOfAnEarlyEnd) {
   // An argument past 4 KiB is logged cut, with its length.
   const std::string full(4096, 'a'), longer(4097, 'b');
   root.Run({"-testhook", "-client", full, "-policy", longer});
-  const std::string failed = "<2> cyclectl: EXITING, status= 1";
+  const std::string ran = "<2> cyclectl: cyclectl ", failed = "<2> cyclectl: EXITING, status= 1";
   EXPECT_EQ(root.DebugLogMessages(),
-            (std::vector<std::string>{kStart, "<2> cyclectl: cyclectl remove_all ", kVerbose,
-                                      "<2> cyclectl: EXITING, status = 0", kStart,
-                                      "<2> cyclectl: cyclectl lists ", failed, kStart,
-                                      "<2> cyclectl: cyclectl -testhook ", failed, kStart,
-                                      "<2> cyclectl: cyclectl -testhook -client " + full +
-                                          " -policy " + longer.substr(0, 4096) + "...[4097 bytes] ",
+            (std::vector<std::string>{kStart, ran + "remove_all ", kVerbose,
+                                      "<2> cyclectl: EXITING, status = 0", kStart, ran + "lists ",
+                                      failed, kStart, ran + "-testhook ", failed, kStart,
+                                      ran + "-testhook -client " + full + " -policy " +
+                                          longer.substr(0, 4096) + "...[4097 bytes] ",
                                       failed}));
 }
 
@@ -146,7 +139,6 @@ TEST(StartupTest, RunsWithoutTheAdminLog) {
 
 TEST(StartupTest, AdministratorCheck) {
   if (!e2e::CanRunAsOtherUser()) GTEST_SKIP() << "needs root to run as nobody";
-  const std::string refused = "cyclectl: must be superuser to execute\n";
   const std::string group = getgrgid(getpwnam("nobody")->pw_gid)->gr_name;
   struct Case {
     const char* mode;
@@ -177,7 +169,8 @@ TEST(StartupTest, AdministratorCheck) {
     root.WriteFile(kConf, root.ReadFile(kConf) + c.admins);
     SCOPED_TRACE(std::string(c.mode) + (c.credential ? " with credential " : " ") + c.admins);
     EXPECT_EQ(root.Run({"remove_all"}, "", nobody),
-              c.passes ? (e2e::Result{kNotice, "", 0}) : (e2e::Result{"", refused, 140}));
+              c.passes ? (e2e::Result{kNotice, "", 0})
+                       : (e2e::Result{"", "cyclectl: must be superuser to execute\n", 140}));
     std::vector<std::string> log = {kStart, "<2> cyclectl: cyclectl remove_all ", kVerbose};
     if (c.logLine) log.push_back(std::string("<2> ") + kCheck + ": " + c.logLine);
     if (c.passes) log.push_back("<2> cyclectl: EXITING, status = 0");
@@ -218,9 +211,8 @@ TEST(StartupTest, DamagedMessageCatalogsGiveTheEnglishTexts) {
   e2e::Root root;
   // A plane depth far beyond the file, a catalog cut short, and one that is
   // not a catalog at all.
-  std::string catalog = root.ReadFile("share/msg/C/cyclectl.cat");
   root.WriteFile("share/msg/C/cyclectl.cat",
-                 catalog.substr(0, 8) + "\xff\xff\xff\x7f" + catalog.substr(12));
+                 root.ReadFile("share/msg/C/cyclectl.cat").replace(8, 4, "\xff\xff\xff\x7f"));
   std::string german = root.ReadFile("share/msg/de_DE/cyclectl.cat");
   root.WriteFile("share/msg/de_DE/cyclectl.cat", german.substr(0, german.size() / 2));
   root.WriteFile("share/msg/fr_FR/cyclectl.cat", "not a catalog\n");
