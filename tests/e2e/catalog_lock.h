@@ -37,18 +37,17 @@ class CatalogLock {
            (hold == kWrites ? "EXCLUSIVE" : "ACCESS EXCLUSIVE") +
            " MODE', t.schemaname, t.tablename); END LOOP; END $$");
     }
-    open_ = true;
     if (!changes.empty()) Exec(changes);
   }
   ~CatalogLock() {
-    if (open_) db_->Rollback();
+    if (db_) db_->Rollback();
   }
   CatalogLock(const CatalogLock&) = delete;
   CatalogLock& operator=(const CatalogLock&) = delete;
 
   void Commit() {
     EXPECT_EQ(db_->Commit(), sqldb::Code::kOk) << db_->LastError();
-    open_ = false;
+    db_.reset();
   }
 
  private:
@@ -56,8 +55,7 @@ class CatalogLock {
     EXPECT_EQ(db_->Exec(sql), sqldb::Code::kOk) << sql << ": " << db_->LastError();
   }
 
-  std::unique_ptr<sqldb::Database> db_;
-  bool open_ = false;
+  std::unique_ptr<sqldb::Database> db_;  // null once committed
 };
 
 }  // namespace e2e
