@@ -1,8 +1,9 @@
 // Tests of the catalog library's other calls: snapshots, the refusals of
-// opening a catalog and of the updates, the SLP definitions and data
-// classifications. A missing or damaged catalog is shown by the end-to-end
-// tests of catalog_open_test.cc, the updates by redo's, replicas and pending
-// imports by those of the commands that list them.
+// opening a catalog and of the updates, the SLP definitions. A missing or
+// damaged catalog is shown by the end-to-end tests of catalog_open_test.cc,
+// the updates by redo's, the data classifications in their order by
+// showvol's, replicas and pending imports by those of the commands that list
+// them.
 #include <string>
 #include <vector>
 
@@ -62,8 +63,8 @@ TEST(Snapshots, ComeInImageRowOrder) {
   EXPECT_EQ("(end)", Snapshots(cat, "nothing_1", 1, 50));
 }
 
-// The SLP definitions and classifications in their order, then the
-// refusals and records that are not there.
+// The SLP definitions in their order, then the refusals and records that
+// are not there.
 TEST(CatalogCalls, DefinitionsThenRefusals) {
   TestCatalog cat;
   int status = -1;
@@ -74,9 +75,7 @@ TEST(CatalogCalls, DefinitionsThenRefusals) {
       " Flags) VALUES (1, 'zulu', 1, 0), (2, 'alpha', 2, 8), (3, 'alpha', 1, 0);"
       "INSERT INTO SLP_StorageServiceOperation (StorageServiceKey, OperationIndex, CopyType,"
       " Destination, TargetDomain) VALUES (3, 2, 1, 'tape', ''), (3, 1, 0, 'disk', ''),"
-      " (1, 1, 3, 'import_slp', 'remote1');"
-      "INSERT INTO EMM_DataClassification VALUES ('id-silver', 'Silver', 3, ''),"
-      " ('id-gold', 'Gold', 2, '')");
+      " (1, 1, 3, 'import_slp', 'remote1');");
   SS_LIST* list = db_getAllStorageServicesWithAllVersions(&status);
   EXPECT_EQ(0, status);
   std::string text;
@@ -90,16 +89,8 @@ TEST(CatalogCalls, DefinitionsThenRefusals) {
     text += "\n";
   }
   db_freeSS_LISTs(list);
-  DATA_CLASS_LIST* classes = db_getDATA_CLASS_LIST(&status);
-  EXPECT_EQ(0, status);
-  for (DATA_CLASS_LIST* c = classes; c != nullptr; c = c->next) {
-    text += std::string(c->name) + "=" + c->identifier + "\n";
-  }
-  db_freeDATA_CLASS_LIST(classes);
-  EXPECT_EQ(
-      "alpha v1 f0: 1/0/disk/ 2/1/tape/\nalpha v2 f8:\nzulu v1 f0: 1/3/import_slp/remote1\n"
-      "Gold=id-gold\nSilver=id-silver\n",
-      text);
+  EXPECT_EQ("alpha v1 f0: 1/0/disk/ 2/1/tape/\nalpha v2 f8:\nzulu v1 f0: 1/3/import_slp/remote1\n",
+            text);
 
   EXPECT_EQ(0, db_get_Policy_Category());
   cat.Exec("INSERT INTO EMM_Parameter VALUES ('PolicyCategory', 1)");
