@@ -57,12 +57,6 @@ class TestCatalog {
   void Exec(const std::string& sql) {
     ASSERT_EQ(sqldb::Code::kOk, db_->Exec(sql)) << db_->LastError() << "\n" << sql;
   }
-  // The first column of the first row of `sql` as a number.
-  int64_t Number(const std::string& sql) {
-    const std::unique_ptr<sqldb::Statement> st = db_->Prepare(sql);
-    EXPECT_TRUE(st) << sql << ": " << db_->LastError();
-    return st && st->Step() == sqldb::Code::kRow ? st->CurrentRow().Int64(0) : -1;
-  }
 
   // Inserts an image of this master; `extra` are "Column = value" settings
   // (comma separated) applied afterwards. Returns its key.
@@ -94,8 +88,7 @@ class TestCatalog {
   }
 
   // The images of a linked list, one line each: backup id, then per copy
-  // "|c<number> s<state>" with its fragments " f<number>:<media>" or its
-  // targets " t<machine>/<volume>/<remote master>".
+  // "|c<number> s<state>" with its fragments " f<number>:<media>".
   static std::string Describe(const EMM_Image* list) {
     std::string text;
     for (const EMM_Image* image = list; image != nullptr; image = image->next) {
@@ -104,10 +97,6 @@ class TestCatalog {
         text += " |c" + std::to_string(c->CopyNumber) + " s" + std::to_string(c->CopyState);
         for (const EMM_ImageFragment* f = c->fragments; f != nullptr; f = f->next) {
           text += " f" + std::to_string(f->FragmentNumber) + ":" + f->MediaID;
-        }
-        for (const EMM_ReplicationTarget* t = c->replicationTargets; t != nullptr; t = t->next) {
-          text +=
-              std::string(" t") + t->TargetMachine + "/" + t->TargetInfo + "/" + t->RemoteMaster;
         }
       }
       text += "\n";
