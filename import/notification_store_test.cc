@@ -17,6 +17,20 @@ namespace {
 using namespace DBData;
 using Corvela::Dal::DalConnectionTest;
 
+SLP_InNotifications InRecord() {
+  SLP_InNotifications r;
+  memset(&r, 0, sizeof r);
+  strcpy(r.ClientMachineName, "client7");
+  r.BackupTime = 1700000000;
+  r.SourceImageKey = 9007199254740993ULL;  // beyond a double's exact integers
+  r.NotificationType = 3;
+  strcpy(r.FromHostName, "far.example.com");
+  for (int i = 0; i < 16; ++i) r.FromHostMachineId[i] = static_cast<unsigned char>(0xf0 + i);
+  r.FromHostSWVersion = 910000;
+  r.ErrorCode = -191;
+  return r;  // ErrorString stays empty
+}
+
 class NotificationStoreTest : public DalConnectionTest {
  protected:
   void SetUp() override { catalog_.ApplySchema(); }
@@ -27,20 +41,6 @@ class NotificationStoreTest : public DalConnectionTest {
     catalog_.Exec(std::string("WITH RECURSIVE n(k) AS (SELECT ") + std::to_string(count) +
                   " UNION ALL SELECT k - 1 FROM n WHERE k > 1) INSERT INTO " + table +
                   " (NotificationKey, ClientMachineName) SELECT k, 'c' || k FROM n");
-  }
-
-  static SLP_InNotifications InRecord() {
-    SLP_InNotifications r;
-    memset(&r, 0, sizeof r);
-    strcpy(r.ClientMachineName, "client7");
-    r.BackupTime = 1700000000;
-    r.SourceImageKey = 9007199254740993ULL;  // beyond a double's exact integers
-    r.NotificationType = 3;
-    strcpy(r.FromHostName, "far.example.com");
-    for (int i = 0; i < 16; ++i) r.FromHostMachineId[i] = static_cast<unsigned char>(0xf0 + i);
-    r.FromHostSWVersion = 910000;
-    r.ErrorCode = -191;
-    return r;  // ErrorString stays empty
   }
 };
 
@@ -159,20 +159,15 @@ TEST_F(NotificationStoreTest, ReportsFailuresByStatus) {
 }
 
 TEST(NotificationTextTest, FormsTheRecordLines) {
-  SLP_InNotifications in;
-  memset(&in, 0, sizeof in);
+  SLP_InNotifications in = InRecord();
   in.NotificationKey = 9;
-  strcpy(in.ClientMachineName, "c1");
   in.SourceImageKey = 18446744073709551615ULL;
-  in.NotificationType = 2;
-  in.FromHostMachineId[0] = 0xab;
-  in.ErrorCode = -1;
   in.CreatedDateTime = -7;
   char text[512];
   EXPECT_STREQ(SlpInNotification2String(text, sizeof text, in),
-               "key=9, client=c1, bt=0, srcimgkey=18446744073709551615, notetype=2, fromhost=, "
-               "fromhostid={ab000000-0000-0000-0000-000000000000}, fromhostver=0, ec=-1, estr=, "
-               "ctime=-7");
+               "key=9, client=client7, bt=1700000000, srcimgkey=18446744073709551615, notetype=3, "
+               "fromhost=far.example.com, fromhostid={f0f1f2f3-f4f5-f6f7-f8f9-fafbfcfdfeff}, "
+               "fromhostver=910000, ec=-191, estr=, ctime=-7");
   SLP_OutNotifications out;
   memset(&out, 0, sizeof out);
   strcpy(out.DestinationHostName, "d");
