@@ -8,24 +8,19 @@
 
 #include "tests/e2e/harness.h"
 #include "tests/e2e/prompts.h"
+#include "tests/e2e/remote_fixture.h"
 #include "tools/cyclesvc-test/test_service.h"
 
 namespace {
 
 const char kDropCall[] = "Dssvc.DropAllWorkGroupAllocations()";
 
-e2e::RootOptions LoopbackRoot() {
-  e2e::RootOptions options;
-  options.master = options.emmServer = "127.0.0.1";
-  return options;
-}
-
 std::string Status(int status) {
   return R"({"Dssvc.DropAllWorkGroupAllocations": {"status": )" + std::to_string(status) + "}}";
 }
 
 TEST(DropWgTest, ConfirmedThenEachStatusOrFailureGivesItsMessage) {
-  e2e::Root root(LoopbackRoot());
+  e2e::Root root(e2e::LoopbackRoot());
   {
     cyclesvc_test::TestService service(root.path(), Status(0));
     ASSERT_TRUE(service.ok()) << service.error();
