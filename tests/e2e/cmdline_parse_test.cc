@@ -8,22 +8,16 @@
 #include <vector>
 
 #include "tests/e2e/harness.h"
+#include "tests/e2e/prompts.h"
 
 namespace {
+
+using e2e::Ignored;
 
 const char kNotice[] = "This operation has been deprecated and is no longer available.\n";
 const char kHook[] = "SLP_WINDOWS_VERSION=1\n";
 const char kWait[] = "option '-wait' is no longer necessary and has been deprecated\n";
 const std::string kOnlyOne = "Only one of these options can be used simultaneously: ";
-
-// The notices of `options` outside the list of `operation`.
-std::string Ignored(const std::string& operation, const std::vector<std::string>& options) {
-  std::string text;
-  for (const std::string& option : options)
-    text +=
-        "option '" + option + "'  is not valid for operation '" + operation + "' and is ignored\n";
-  return text;
-}
 
 TEST(CmdlineParseTest, MessagesStatusesAndTheirOrder) {
   const struct {

@@ -11,6 +11,7 @@
 
 #include "tests/e2e/catalog_test.h"
 #include "tests/e2e/harness.h"
+#include "tests/e2e/prompts.h"
 
 namespace {
 
@@ -68,7 +69,7 @@ TEST_F(HandedOnOptionsTest, NoticeThenTheOperationActsOnTheValue) {
   const struct {
     std::vector<std::string> args;
     std::string out;
-    std::string notices[2];
+    std::vector<std::string> notices;
     std::string err = "";  // after the notices
   } cases[] = {
       // the brief form: backup IDs in place of the image lines
@@ -102,12 +103,8 @@ TEST_F(HandedOnOptionsTest, NoticeThenTheOperationActsOnTheValue) {
        {"-M"}},
   };
   for (const auto& c : cases) {
-    std::string err;
-    for (const std::string& option : c.notices)
-      if (!option.empty())
-        err += "option '" + option + "'  is not valid for operation '" + c.args[0] +
-               "' and is ignored\n";
-    EXPECT_EQ(root_.Run(c.args), (e2e::Result{c.out, err + c.err, 0}))
+    EXPECT_EQ(root_.Run(c.args),
+              (e2e::Result{c.out, e2e::Ignored(c.args[0], c.notices) + c.err, 0}))
         << c.args[0] << " " << c.args[1];
   }
   EXPECT_EQ("alpha_1000\n", root_.Sql("SELECT BackupID FROM DBM_DeletedFragment;"));

@@ -1,6 +1,11 @@
-// The confirmation prompts of cyclectl, as printed before the answer is read.
+// Texts of cyclectl that tests of several operations expect: the
+// confirmation prompts, as printed before the answer is read, and the notice
+// of an option outside an operation's list.
 #ifndef TESTS_E2E_PROMPTS_H_
 #define TESTS_E2E_PROMPTS_H_
+
+#include <string>
+#include <vector>
 
 namespace e2e {
 
@@ -15,6 +20,15 @@ inline constexpr char kExpiredPrompt[] =  // remove_exp
     "This operation will remove all expired image fragment entries in the database.  Any files "
     "containing backup images corresponding to these entries must be deleted manually.  Do you "
     "wish to proceed? (y/n) >";
+
+// The notices of `options` outside the list of `operation`, in order.
+inline std::string Ignored(const std::string& operation, const std::vector<std::string>& options) {
+  std::string text;
+  for (const std::string& option : options)
+    text +=
+        "option '" + option + "'  is not valid for operation '" + operation + "' and is ignored\n";
+  return text;
+}
 
 }  // namespace e2e
 
