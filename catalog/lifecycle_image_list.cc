@@ -1,6 +1,8 @@
 // The lifecycle image list: images read as linked lists 100 at a time, one
 // line per image that has a copy at the wanted destination and one per such
 // copy whose SLP work is not done. Nothing but the current batch is held.
+// The query asks for lifecycle rows (detail level 2): the few image and copy
+// fields printed here, no fragments.
 #include "catalog/lifecycle_image_list.h"
 
 #include <cstring>
@@ -81,7 +83,7 @@ void LifeCycleImageList(outputform_e form, const char* lifecycle, const long* ve
   int catalogState = 0;
   ImageQuery query;
   if (!ImageQueryStarted(emmlib_ImageQueryCopyTypeAndFormatExecute(
-          &EmmCid, 3, MasterServer.c_str(), backupId, client, mediaId, storageServer, mediaServer,
+          &EmmCid, 2, MasterServer.c_str(), backupId, client, mediaId, storageServer, mediaServer,
           0, 0, nullptr, 0, 0, CatalogImageState(imageState, &catalogState), copyType, 0, -1,
           lifecycle, query.address()))) {
     return;

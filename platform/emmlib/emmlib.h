@@ -42,6 +42,8 @@ unsigned emmlib_initialize(int* cid, int flags, const char* server, unsigned sho
 unsigned emmlib_terminate(int* cid);
 
 // Image query over images, copies and fragments. Null filters select all.
+// `level` 3 every column, 2 lifecycle rows (image and copy, no fragment),
+// 1 summary rows of managed images (docs/catalog.md).
 unsigned emmlib_ImageQueryExecute(int* cid, int level, const char* masterServer,
                                   const char* backupId, const char* client, const char* mediaId,
                                   const char* storageServer, const char* mediaServer, int arg9,

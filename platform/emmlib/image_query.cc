@@ -37,6 +37,8 @@ std::string BuildImageQuerySql(const ImageFilter& f, int64_t masterKey, Params* 
   std::string sql = "SELECT ";
   if (f.level == 1) {
     sql.append(kSummaryColumns);
+  } else if (f.level == 2) {
+    sql.append(kLifecycleColumns);
   } else {
     sql.append(kImageColumns).append(", ").append(kCopyColumns).append(", ");
     sql.append(kFragmentColumns);
@@ -51,7 +53,10 @@ std::string BuildImageQuerySql(const ImageFilter& f, int64_t masterKey, Params* 
   if (f.dataFormat != -1) params->AddNumber(&copyJoin, " AND c.DataFormat = ?", f.dataFormat);
   sql.append(" FROM DBM_Image i ").append(copyJoin.empty() ? "LEFT JOIN" : "JOIN");
   sql.append(" DBM_ImageCopy c ON c.ImageKey = i.ImageKey").append(copyJoin);
-  sql.append(" LEFT JOIN DBM_ImageFragment f ON f.ImageCopyKey = c.ImageCopyKey WHERE 1 = 1");
+  if (f.level != 2) {
+    sql.append(" LEFT JOIN DBM_ImageFragment f ON f.ImageCopyKey = c.ImageCopyKey");
+  }
+  sql.append(" WHERE 1 = 1");
   if (f.master != nullptr) params->AddNumber(&sql, " AND i.MasterServerKey = ?", masterKey);
   if (f.level == 1) sql.append(" AND i.StorageServiceName <> ''");
   if (Given(f.backupId)) params->AddText(&sql, " AND i.BackupID = ?", f.backupId);
@@ -74,9 +79,8 @@ std::string BuildImageQuerySql(const ImageFilter& f, int64_t masterKey, Params* 
     if (f.fragState != 0) params->AddNumber(&sql, " AND f2.FragmentState = ?", f.fragState);
     sql.append(")");
   }
-  sql.append(
-      " ORDER BY i.BackupTime, i.BackupID, i.ImageKey, c.CopyNumber, c.ImageCopyKey,"
-      " f.FragmentNumber, f.FragmentKey");
+  sql.append(" ORDER BY i.BackupTime, i.BackupID, i.ImageKey, c.CopyNumber, c.ImageCopyKey");
+  if (f.level != 2) sql.append(", f.FragmentNumber, f.FragmentKey");
   return sql;
 }
 
@@ -107,9 +111,7 @@ unsigned Execute(int* cid, const ImageFilter& filter, uint64_t* handle) {
   unsigned status;
   Connection* connection = FindConnection(cid, &status);
   if (connection == nullptr) return status;
-  if (handle == nullptr || (filter.level != 1 && filter.level != 3)) {
-    return EMMLIB_INVALID_ARGUMENT;
-  }
+  if (handle == nullptr || filter.level < 1 || filter.level > 3) return EMMLIB_INVALID_ARGUMENT;
   int64_t masterKey = -1;
   if (filter.master != nullptr) {
     masterKey = connection->MasterServerKey(filter.master, &status);
@@ -117,9 +119,10 @@ unsigned Execute(int* cid, const ImageFilter& filter, uint64_t* handle) {
   }
   Params params;
   const std::string sql = BuildImageQuerySql(filter, masterKey, &params);
-  auto query = std::make_unique<RecordQuery>(connection, filter.level == 1
-                                                             ? RecordQuery::Detail::kSummary
-                                                             : RecordQuery::Detail::kFragments);
+  static const RecordQuery::Detail kDetail[] = {RecordQuery::Detail::kSummary,
+                                                RecordQuery::Detail::kLifecycle,
+                                                RecordQuery::Detail::kFragments};
+  auto query = std::make_unique<RecordQuery>(connection, kDetail[filter.level - 1]);
   status = query->Start(sql, params);
   if (status != EMMLIB_OK) return status;
   *handle = AddQuery(std::move(query));
@@ -199,6 +202,10 @@ unsigned emmlib_ImageQueryFetchRaw(int* cid, int level, uint64_t handle, unsigne
   if (query == nullptr) {
     *count = 0;
     return status;
+  }
+  if (query->detail() == emm::RecordQuery::Detail::kLifecycle) {
+    *count = 0;
+    return EMMLIB_INVALID_ARGUMENT;
   }
   return query->FetchRaw(count, rows);
 }

@@ -189,7 +189,8 @@ TEST(ImageQuery, RawFetchRepeatsImageAndCopyExactly) {
 }
 
 // Batches of whole images, at each level: images alone (1), with their
-// copies (2), with their fragments too (3).
+// copies (2), with their fragments too (3); lifecycle rows (a query of level
+// 2) bring copies at most.
 TEST(ImageQuery, ListFetchBuildsImagesCopiesAndFragmentsFromAHandle) {
   TestCatalog cat;
   for (int i = 0; i < 3; ++i) {
@@ -200,17 +201,21 @@ TEST(ImageQuery, ListFetchBuildsImagesCopiesAndFragmentsFromAHandle) {
     }
   }
   const std::string full = " |c1 s0 f1: |c2 s0 f1: f2:\n";
+  const std::vector<std::string> copies = {"c_100 |c1 s0 |c2 s0\nc_101 |c1 s0 |c2 s0\n",
+                                           "c_102 |c1 s0 |c2 s0\n", ""};
   static const struct {
+    int query;
     int level;
     std::vector<std::string> batches;  // of two images; an empty one ends
   } cases[] = {
-      {3, {"c_100" + full + "c_101" + full, "c_102" + full, ""}},
-      {2, {"c_100 |c1 s0 |c2 s0\nc_101 |c1 s0 |c2 s0\n", "c_102 |c1 s0 |c2 s0\n", ""}},
-      {1, {"c_100\nc_101\n", "c_102\n", ""}},
+      {3, 3, {"c_100" + full + "c_101" + full, "c_102" + full, ""}},
+      {3, 2, copies},
+      {3, 1, {"c_100\nc_101\n", "c_102\n", ""}},
+      {2, 3, copies},
   };
   uint64_t handle = 0;
   for (const auto& c : cases) {
-    ASSERT_EQ(0u, Execute(cat.cid(), 3, &handle));
+    ASSERT_EQ(0u, Execute(cat.cid(), c.query, &handle));
     std::vector<std::string> batches;
     for (size_t b = 0; b < c.batches.size(); ++b) {
       unsigned count = 2;
@@ -220,7 +225,7 @@ TEST(ImageQuery, ListFetchBuildsImagesCopiesAndFragmentsFromAHandle) {
       emmlib_FreeImage_List(&list);
       EXPECT_EQ(nullptr, list);
     }
-    EXPECT_EQ(c.batches, batches) << "level " << c.level;
+    EXPECT_EQ(c.batches, batches) << "query " << c.query << " level " << c.level;
     emmlib_ReleaseImageResultHandle(cat.cid(), handle);
   }
 
@@ -228,17 +233,20 @@ TEST(ImageQuery, ListFetchBuildsImagesCopiesAndFragmentsFromAHandle) {
   EXPECT_EQ(EMMLIB_INVALID_ARGUMENT, Execute(nullptr, 3, &handle));
   int unknownCid = 999;
   EXPECT_EQ(EMMLIB_NOT_CONNECTED, Execute(&unknownCid, 3, &handle));
-  EXPECT_EQ(EMMLIB_INVALID_ARGUMENT, Execute(cat.cid(), 2, &handle));
+  EXPECT_EQ(EMMLIB_INVALID_ARGUMENT, Execute(cat.cid(), 4, &handle));
 
-  // Summary rows (level 1) come only flat.
+  // Summary rows (level 1) come only flat, lifecycle rows (2) only as lists.
   ASSERT_EQ(0u, Execute(cat.cid(), 1, &handle));
   unsigned count = 1;
   EMM_Image* list = nullptr;
   EXPECT_EQ(EMMLIB_INVALID_ARGUMENT, emmlib_ImageQueryFetch(cat.cid(), 3, handle, &count, &list));
   EXPECT_EQ(0u, emmlib_ReleaseImageResultHandle(cat.cid(), handle));
+  ASSERT_EQ(0u, Execute(cat.cid(), 2, &handle));
+  Legacy_ImageView row;
+  EXPECT_EQ(EMMLIB_INVALID_ARGUMENT, emmlib_ImageQueryFetchRaw(cat.cid(), 3, handle, &count, &row));
+  EXPECT_EQ(0u, emmlib_ReleaseImageResultHandle(cat.cid(), handle));
 
   ASSERT_EQ(0u, Execute(cat.cid(), 3, &handle));
-  Legacy_ImageView row;
   count = 1;
   EXPECT_EQ(EMMLIB_INVALID_ARGUMENT, emmlib_ImageQueryFetchRaw(cat.cid(), 1, handle, &count, &row));
   EXPECT_EQ(0u, emmlib_ReleaseImageResultHandle(cat.cid(), handle));

@@ -35,6 +35,10 @@ const char kSummaryColumns[] =
     "i.ImageKey, i.BackupID, i.StorageServiceName, i.StorageServiceVersionNumber,"
     " i.StorageServiceState, i.StorageServiceIsInactive, c.ImageCopyKey, c.CopyNumber,"
     " c.CopyState, f.FragmentKey, f.FragmentSize";
+const char kLifecycleColumns[] =
+    "i.ImageKey, i.BackupID, i.StorageServiceName, i.StorageServiceVersionNumber,"
+    " i.StorageServiceState, i.StorageServiceIsInactive, c.ImageCopyKey, c.CopyNumber,"
+    " c.CopyType, c.CopyState, c.Residence";
 
 namespace {
 
@@ -201,6 +205,33 @@ void ReadSummary(const ResultRow& row, Legacy_ImageView* to) {
   to->copy.CopyState = row.Int(8);
   to->fragment.FragmentKey = static_cast<uint64_t>(row.Int64(9));
   to->fragment.FragmentSize = row.Int64(10);
+}
+
+void ReadLifecycleImage(const ResultRow& row, EMM_Image* image) {
+  memset(image, 0, offsetof(EMM_Image, MasterServer));
+  image->MasterServer[0] = image->ClientName[0] = image->PolicyName[0] = '\0';
+  image->DataClassificationID[0] = image->OriginMasterServer[0] = '\0';
+  row.Text(1, image->BackupID, sizeof image->BackupID);
+  row.Text(2, image->SLPName, sizeof image->SLPName);
+  image->SLPVersion = row.Int(3);
+  const int32_t state = row.Int(4);
+  image->SLPState = row.Int(5) != 0 ? (state | 8) : state;
+  image->copies = nullptr;
+  image->next = nullptr;
+}
+
+void ReadLifecycleCopy(const ResultRow& row, uint64_t key, EMM_ImageCopy* copy) {
+  const int b = kLifecycleCopyFirstColumn;
+  memset(copy, 0, offsetof(EMM_ImageCopy, MasterServer));
+  copy->CopyKey = key;
+  copy->CopyNumber = row.Int(b + 1);
+  copy->CopyType = row.Int(b + 2);
+  copy->CopyState = row.Int(b + 3);
+  row.Text(b + 4, copy->Residence, sizeof copy->Residence);
+  copy->MasterServer[0] = copy->BackupID[0] = copy->DestinationID[0] = '\0';
+  copy->fragments = nullptr;
+  copy->replicationTargets = nullptr;
+  copy->next = nullptr;
 }
 
 }  // namespace emm

@@ -26,6 +26,9 @@ extern const char kTargetColumns[];
 // The few columns of a summary row (a query of detail level 1): what a
 // backlog count reads of an image, a copy and a fragment.
 extern const char kSummaryColumns[];
+// The columns of a lifecycle row (a query of detail level 2): what the
+// lifecycle image list reads of an image and a copy. No fragment columns.
+extern const char kLifecycleColumns[];
 
 enum : int {
   kImageColumnCount = 19,
@@ -34,6 +37,7 @@ enum : int {
   kTargetColumnCount = 4,
   kCopyFirstColumn = kImageColumnCount,
   kLastGroupFirstColumn = kImageColumnCount + kCopyColumnCount,
+  kLifecycleCopyFirstColumn = 6,
 };
 
 // Lengths of the texts of the image and the copy last read: the further
@@ -93,6 +97,13 @@ uint64_t ReadTarget(const ResultRow& row, const EMM_Image& image, const RowTextL
 // The other fields of `to` are left as they are: a summary row is read into
 // a reused buffer many times over and touches only what it carries.
 void ReadSummary(const ResultRow& row, Legacy_ImageView* to);
+
+// Read a lifecycle row: the image's backup id, SLP name, version and state;
+// the copy's key (the caller's, read from kLifecycleCopyFirstColumn), number,
+// type, state and residence. The other numbers are zero, the other texts
+// empty and the list links null.
+void ReadLifecycleImage(const ResultRow& row, EMM_Image* image);
+void ReadLifecycleCopy(const ResultRow& row, uint64_t key, EMM_ImageCopy* copy);
 
 }  // namespace emm
 

@@ -90,6 +90,8 @@ unsigned RecordQuery::FetchRaw(unsigned* count, Legacy_ImageView* rows) {
 }
 
 unsigned RecordQuery::FetchList(int depth, unsigned* count, EMM_Image** list, bool* atEnd) {
+  // Lifecycle rows carry their own few columns and no fragments.
+  const bool lifecycle = detail_ == Detail::kLifecycle;
   RowTextLengths lengths;
   EMM_Image* head = nullptr;
   EMM_Image* image = nullptr;
@@ -114,7 +116,11 @@ unsigned RecordQuery::FetchList(int depth, unsigned* count, EMM_Image** list, bo
         status = EMMLIB_NO_MEMORY;
         break;
       }
-      ReadImage(row_, connection(), next, &lengths);
+      if (lifecycle) {
+        ReadLifecycleImage(row_, next);
+      } else {
+        ReadImage(row_, connection(), next, &lengths);
+      }
       (image != nullptr ? image->next : head) = next;
       image = next;
       imageKey = key;
@@ -122,7 +128,8 @@ unsigned RecordQuery::FetchList(int depth, unsigned* count, EMM_Image** list, bo
       ++images;
     }
     if (depth < 2) continue;
-    const uint64_t copyKey = RowCopyKey(row_);
+    const uint64_t copyKey =
+        lifecycle ? static_cast<uint64_t>(row_.Int64(kLifecycleCopyFirstColumn)) : RowCopyKey(row_);
     if (copyKey == 0) continue;
     if (copy == nullptr || copy->CopyKey != copyKey) {
       EMM_ImageCopy* next = Allocate<EMM_ImageCopy>();
@@ -130,13 +137,17 @@ unsigned RecordQuery::FetchList(int depth, unsigned* count, EMM_Image** list, bo
         status = EMMLIB_NO_MEMORY;
         break;
       }
-      ReadCopy(row_, copyKey, *image, &lengths, next);
+      if (lifecycle) {
+        ReadLifecycleCopy(row_, copyKey, next);
+      } else {
+        ReadCopy(row_, copyKey, *image, &lengths, next);
+      }
       (copy != nullptr ? copy->next : image->copies) = next;
       copy = next;
       fragment = nullptr;
       target = nullptr;
     }
-    if (depth < 3 || row_.IsNull(kLastGroupFirstColumn)) continue;
+    if (depth < 3 || lifecycle || row_.IsNull(kLastGroupFirstColumn)) continue;
     if (detail_ == Detail::kFragments) {
       EMM_ImageFragment* next = Allocate<EMM_ImageFragment>();
       if (next == nullptr) {

@@ -23,8 +23,9 @@ namespace emm {
 class RecordQuery : public OpenQuery {
  public:
   // What each row holds: the image and copy columns followed by the
-  // fragment or the target columns, or the few columns of a summary row.
-  enum class Detail { kFragments, kTargets, kSummary };
+  // fragment or the target columns, the few columns of a summary row, or
+  // those of a lifecycle row (image and copy, no fragment).
+  enum class Detail { kFragments, kTargets, kSummary, kLifecycle };
 
   RecordQuery(Connection* connection, Detail detail) : OpenQuery(connection), detail_(detail) {}
 
@@ -44,7 +45,8 @@ class RecordQuery : public OpenQuery {
   // Up to *count images as a linked list in *list (null when none), each
   // with its copies (depth 2) and their fragments or targets (depth 3).
   // *count receives the number of images; *atEnd whether the result is
-  // exhausted. On failure nothing is returned. Not for kSummary.
+  // exhausted. On failure nothing is returned. Not for kSummary; kLifecycle
+  // records go no deeper than copies.
   unsigned FetchList(int depth, unsigned* count, EMM_Image** list, bool* atEnd);
 
  private:

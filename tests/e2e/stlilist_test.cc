@@ -87,7 +87,7 @@ TEST_F(StlilistTest, NothingFoundOrQueryFails) {
   // Images that the query returns but no filter lets through print nothing.
   Copy(Image("alpha", 1000, "slp1", 2), 1, "disk1", 1, 0);
   EXPECT_EQ(Run({"-lifecycle", "slp1", "-version", "9"}), (e2e::Result{"", "", 0}));
-  root_.Sql("DROP TABLE DBM_ImageFragment;");
+  root_.Sql("DROP TABLE DBM_ImageCopy;");
   EXPECT_EQ(Run(), (e2e::Result{"", "Error querying image list, status= 2007062\n", 0}));
 }
 
