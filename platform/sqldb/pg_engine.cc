@@ -156,6 +156,7 @@ ConnPtr ConnectWith(const std::vector<std::string>& keywords,
 }
 
 class PgStatement;
+class PgBulkWriter;
 
 // One server connection; `streaming` is the statement whose rows are on
 // their way through it.
@@ -188,8 +189,13 @@ class PgDatabase final : public Database {
   // of this file); null with LastError set when a further link cannot be
   // opened.
   Link* LinkFor(Link* home, Code* code);
-  // Link 0 with nothing streaming on it.
+  // Link 0 with nothing streaming on it and no COPY waiting for its end.
   Link* Primary();
+  // `writer` has sent a COPY on link 0 and not yet read how it ended: the
+  // server stores those rows while the writer makes its next ones. Whoever
+  // uses link 0 next reads the end first (SettleCopy).
+  void CopyInFlight(PgBulkWriter* writer) { copying_ = writer; }
+  void SettleCopy();
   // Records the failure of `result` (or of the connection when it is null)
   // and returns its code.
   Code Fail(PGconn* conn, const PGresult* result, bool isQuery);
@@ -207,6 +213,7 @@ class PgDatabase final : public Database {
   int lockTimeoutMs_;       // the sessions' lock_timeout
   std::deque<Link> links_;  // stable addresses
   Link* insertLink_ = nullptr;
+  PgBulkWriter* copying_ = nullptr;
   bool inTransaction_ = false;
   std::string lastError_;
 };
@@ -493,7 +500,7 @@ class PgBulkWriter final : public BulkWriter {
  public:
   PgBulkWriter(PgDatabase* db, std::string table, std::string columns)
       : db_(db), table_(std::move(table)), columns_(std::move(columns)) {}
-  ~PgBulkWriter() override = default;
+  ~PgBulkWriter() override { db_->SettleCopy(); }
 
   void Int64(int64_t value) override {
     Separate();
@@ -517,6 +524,8 @@ class PgBulkWriter final : public BulkWriter {
     if (row_.size() >= kBulkChunk) Flush();
   }
   Code Finish() override;
+  // Reads how the COPY sent last ended (see PgDatabase::CopyInFlight).
+  void Settle();
 
  private:
   void Separate() {
@@ -538,6 +547,7 @@ class PgBulkWriter final : public BulkWriter {
 void PgBulkWriter::Flush() {
   if (row_.empty() || code_ != Code::kOk) return;
   Link* link = db_->Primary();
+  if (code_ != Code::kOk) return;  // this writer's COPY before failed
   PGconn* conn = link->conn.get();
   const std::string copy = "COPY " + table_ + " (" + columns_ + ") FROM STDIN";
   ResultPtr start(PQexec(conn, copy.c_str()));
@@ -547,11 +557,19 @@ void PgBulkWriter::Flush() {
              PQputCopyEnd(conn, nullptr) != 1) {
     code_ = db_->Fail(conn, nullptr, false);
   } else {
-    ResultPtr end(PQgetResult(conn));
-    if (PQresultStatus(end.get()) != PGRES_COMMAND_OK) code_ = db_->Fail(conn, end.get(), false);
+    db_->CopyInFlight(this);
+    row_.clear();
+    return;
   }
   while (PGresult* rest = PQgetResult(conn)) PQclear(rest);
   row_.clear();
+}
+
+void PgBulkWriter::Settle() {
+  PGconn* conn = db_->Primary()->conn.get();
+  ResultPtr end(PQgetResult(conn));
+  if (PQresultStatus(end.get()) != PGRES_COMMAND_OK) code_ = db_->Fail(conn, end.get(), false);
+  while (PGresult* rest = PQgetResult(conn)) PQclear(rest);
 }
 
 void PgBulkWriter::AdvanceKeys() {
@@ -584,6 +602,7 @@ void PgBulkWriter::AdvanceKeys() {
 
 Code PgBulkWriter::Finish() {
   Flush();
+  db_->SettleCopy();
   if (code_ == Code::kOk) AdvanceKeys();
   return code_;
 }
@@ -607,7 +626,14 @@ ConnPtr PgDatabase::Connect(std::string* message) const {
   return nullptr;
 }
 
+void PgDatabase::SettleCopy() {
+  PgBulkWriter* writer = copying_;
+  copying_ = nullptr;
+  if (writer != nullptr) writer->Settle();
+}
+
 Link* PgDatabase::LinkFor(Link* home, Code* code) {
+  SettleCopy();
   if (inTransaction_) return Primary();
   if (home != nullptr && home->streaming == nullptr) return home;
   for (Link& link : links_) {
@@ -628,6 +654,7 @@ Link* PgDatabase::LinkFor(Link* home, Code* code) {
 }
 
 Link* PgDatabase::Primary() {
+  SettleCopy();
   Link* link = &links_.front();
   if (link->streaming != nullptr) link->streaming->Park();
   return link;
@@ -742,6 +769,7 @@ void PgDatabase::Rollback() {
 }
 
 int64_t PgDatabase::LastInsertKey(const char* table, const char* keyColumn) {
+  SettleCopy();
   Link* link =
       insertLink_ != nullptr && insertLink_->streaming == nullptr ? insertLink_ : Primary();
   // The table name folds to lower case on the server, the column name not.
