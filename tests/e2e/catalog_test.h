@@ -14,6 +14,7 @@
 #include <vector>
 
 #include "tests/e2e/harness.h"
+#include "tests/e2e/test_data.h"
 
 namespace e2e {
 
@@ -25,10 +26,6 @@ class CatalogTest : public ::testing::Test {
     args.insert(args.begin(), operation_);
     return root_.Run(args);
   }
-
-  // The key of the master server master1, as an SQL expression.
-  static constexpr char kMaster1[] =
-      "(SELECT MachineKey FROM EMM_Machine WHERE MachinePrimaryName = 'master1')";
 
   std::string Insert(const std::string& table, const std::string& keyColumn,
                      const std::string& columns, const std::string& values,

@@ -1,6 +1,6 @@
 // Test data made when a test runs: golden files with placeholders filled in
 // (today's date, a key, bytes as the engine under test writes them) and
-// series of catalog rows longer than one fetch.
+// series of catalog rows longer than one fetch, and the key of master1.
 #ifndef TESTS_E2E_TEST_DATA_H_
 #define TESTS_E2E_TEST_DATA_H_
 
@@ -11,6 +11,10 @@
 #include "tests/e2e/harness.h"
 
 namespace e2e {
+
+// The key of the master server master1, as an SQL expression.
+inline constexpr char kMaster1[] =
+    "(SELECT MachineKey FROM EMM_Machine WHERE MachinePrimaryName = 'master1')";
 
 // The text of golden file `name` with every occurrence of each placeholder
 // replaced by its value, placeholders taken in the order given (so a name
@@ -30,9 +34,8 @@ inline std::string GoldenFilled(const std::string& name,
 inline void AddImages(Root& root, int count, long firstTime, const std::string& set = "") {
   root.Sql("WITH RECURSIVE n(i) AS (SELECT 0 UNION ALL SELECT i + 1 FROM n WHERE i < " +
            std::to_string(count - 1) +
-           ") INSERT INTO DBM_Image (MasterServerKey, ClientMachineName, BackupTime) SELECT "
-           "(SELECT MachineKey FROM EMM_Machine WHERE MachinePrimaryName = 'master1'), 'c', " +
-           std::to_string(firstTime) + " + i FROM n");
+           ") INSERT INTO DBM_Image (MasterServerKey, ClientMachineName, BackupTime) SELECT " +
+           kMaster1 + ", 'c', " + std::to_string(firstTime) + " + i FROM n");
   if (!set.empty()) root.Sql("UPDATE DBM_Image SET " + set + " WHERE ClientMachineName = 'c'");
 }
 
